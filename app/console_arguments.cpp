@@ -1,0 +1,142 @@
+#include "app/console_arguments.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <string_view>
+
+namespace corvanel {
+namespace {
+
+double ReadNumber(const std::string& option, const std::string& text) {
+  double value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value)) {
+    throw UsageError(fmt::format("{} needs a number, not \"{}\"", option, text));
+  }
+  return value;
+}
+
+ClockTime ReadTime(const std::string& option, const std::string& text) {
+  const auto time = ParseTime(text);
+  if (!time)
+    throw UsageError(fmt::format("{} needs a time such as 19:30, not \"{}\"", option, text));
+  return *time;
+}
+
+void ReadStore(ConsoleArguments& a, const std::string& value) {
+  a.store = value;
+}
+
+void ReadSetting(ConsoleArguments& a, const std::string& value) {
+  const size_t equals = value.find('=');
+  if (equals == std::string::npos || equals == 0) {
+    throw UsageError(fmt::format("--set needs KEY=VALUE, not \"{}\"", value));
+  }
+  a.settings.emplace_back(value.substr(0, equals), value.substr(equals + 1));
+}
+
+void ReadStart(ConsoleArguments& a, const std::string& value) {
+  a.start = ReadTime("--start", value);
+}
+
+void ReadRound(ConsoleArguments& a, const std::string& value) {
+  const double round = ReadNumber("--round", value);
+  if (round < 1 || round > 32767 || round != std::floor(round)) {
+    throw UsageError(fmt::format("--round needs a round from 1 on, not \"{}\"", value));
+  }
+  a.round = static_cast<int>(round);
+}
+
+void ReadSpeed(ConsoleArguments& a, const std::string& value) {
+  a.speed = value == "max" ? 0 : ReadNumber("--speed", value);
+  if (a.speed < 0 || (a.speed == 0 && value != "max")) {
+    throw UsageError("--speed needs a number above 0, or max");
+  }
+}
+
+void ReadUntil(ConsoleArguments& a, const std::string& value) {
+  a.until = ReadTime("--until", value);
+}
+
+struct Option {
+  std::string_view name;
+  std::string_view onlyFor;  // command; empty: all
+  std::string_view help;
+  void (*read)(ConsoleArguments&, const std::string&);
+};
+
+constexpr std::array kOptions = std::to_array<Option>({
+    {"--store", "", "--store FILE       use this settings file (default: the user's own)",
+     ReadStore},
+    {"--set", "", "--set KEY=VALUE    change a setting for this call; repeatable", ReadSetting},
+    {"--start", "", "--start hh:mm[:ss] when the first round starts (default: now)", ReadStart},
+    {"--round", "", "--round N          the round to start with (default: 1)", ReadRound},
+    {"--speed", "run", "--speed N|max      N times as fast as the clock on the wall (default: 1)",
+     ReadSpeed},
+    {"--until", "run", "--until hh:mm      stop at this time", ReadUntil},
+});
+
+struct Command {
+  std::string_view name;
+  std::string_view help;
+};
+
+constexpr std::array kCommands = std::to_array<Command>({
+    {"plan", "prints when the session ends, its break, the minutes per round, and its timetable"},
+    {"run", "runs the session with the real clock and prints a line for each event"},
+});
+
+}  // namespace
+
+ConsoleArguments ReadArguments(const std::vector<std::string>& arguments) {
+  ConsoleArguments result;
+  for (size_t i = 0; i < arguments.size(); ++i) {
+    const std::string& word = arguments[i];
+    if (word == "--help" || word == "-h") {
+      result.help = true;
+      continue;
+    }
+    if (!word.starts_with("-")) {
+      const bool known = std::any_of(kCommands.begin(), kCommands.end(),
+                                     [&](const Command& c) { return c.name == word; });
+      if (!known) throw UsageError(fmt::format("unknown command \"{}\"", word));
+      if (!result.command.empty()) throw UsageError("one command at a time");
+      result.command = word;
+      continue;
+    }
+    const auto option = std::find_if(kOptions.begin(), kOptions.end(), [&](const Option& o) {
+      return o.name == word && (o.onlyFor.empty() || o.onlyFor == result.command);
+    });
+    if (option == kOptions.end()) throw UsageError(fmt::format("unknown option \"{}\"", word));
+    if (++i == arguments.size()) throw UsageError(fmt::format("{} needs a value", word));
+    option->read(result, arguments[i]);
+  }
+  if (result.command.empty() && !result.help) {
+    throw UsageError("a command is missing; see corvanel-console --help");
+  }
+  return result;
+}
+
+std::string HelpText(const std::string& command) {
+  std::string text;
+  if (command.empty()) {
+    text = "corvanel-console: the round clock without a window\n\nCommands:\n";
+    for (const Command& c : kCommands) text += fmt::format("  {:<6} {}\n", c.name, c.help);
+    return text + "\nOptions of each command: corvanel-console COMMAND --help\n";
+  }
+  const auto found = std::find_if(kCommands.begin(), kCommands.end(),
+                                  [&](const Command& c) { return c.name == command; });
+  text = fmt::format("corvanel-console {}: {}\n\nOptions:\n", command, found->help);
+  for (const Option& option : kOptions) {
+    if (option.onlyFor.empty() || option.onlyFor == command) {
+      text += fmt::format("  {}\n", option.help);
+    }
+  }
+  return text;
+}
+
+}  // namespace corvanel

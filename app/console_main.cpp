@@ -1,0 +1,26 @@
+#include <fmt/format.h>
+
+#include <cstdio>
+#include <exception>
+#include <string>
+#include <vector>
+
+#include "app/console_arguments.h"
+#include "app/console_commands.h"
+
+int main(int argc, char** argv) {
+  using namespace corvanel;
+  try {
+    const ConsoleArguments arguments =
+        ReadArguments(std::vector<std::string>(argv + 1, argv + argc));
+    if (arguments.help) {
+      fmt::print("{}", HelpText(arguments.command));
+    } else {
+      RunCommand(arguments);
+    }
+    return std::fflush(stdout) == 0 ? 0 : 2;
+  } catch (const std::exception& error) {
+    fmt::print(stderr, "corvanel-console: {}\n", error.what());
+    return 2;
+  }
+}

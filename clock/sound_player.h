@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+namespace corvanel {
+
+/// Plays sound files.
+class SoundPlayer {
+ public:
+  virtual ~SoundPlayer() = default;
+  /// Starts a wave file and returns at once; what is still playing is cut off. A missing or
+  /// broken file, or a machine without a sound device, plays nothing and reports nothing.
+  virtual void Play(const std::string& file) = 0;
+};
+
+}  // namespace corvanel

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <optional>
+
+#include "clock/clock_view.h"
+#include "session/time_source.h"
+
+namespace corvanel {
+
+/// A time that passes only when told to, with the wake-up of one clock in it: an evening runs as
+/// fast as the processor goes.
+class VirtualTime : public TimeSource, public TickTimer {
+ public:
+  explicit VirtualTime(ClockTime start) : start_(start) {}
+
+  double Counter() const override { return TimeOfDay().Seconds(); }
+  ClockTime TimeOfDay() const override { return start_.PlusSeconds(elapsed_); }
+  void Arm(double seconds) override { due_ = elapsed_ + seconds; }
+  void Disarm() override { due_.reset(); }
+
+  /// Seconds since the start.
+  double Elapsed() const { return elapsed_; }
+  /// When the wake-up is due, in seconds since the start; nothing when none is outstanding.
+  std::optional<double> Due() const { return due_; }
+  /// Lets time pass to `elapsed` seconds since the start, without waking anybody.
+  void PassTo(double elapsed) { elapsed_ = elapsed; }
+  /// Lets time pass to the wake-up that is due, and takes it as given.
+  void PassToWakeUp() {
+    elapsed_ = *due_;
+    due_.reset();
+  }
+
+ private:
+  ClockTime start_;
+  double elapsed_ = 0;
+  std::optional<double> due_;
+};
+
+}  // namespace corvanel

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "basics/runtime_error.h"
+#include "clock/round_clock.h"
+#include "display/shortcuts.h"
+#include "session/program_exit.h"
+#include "session/prompts.h"
+#include "session/session.h"
+
+namespace corvanel {
+
+/// Where a window stands on the desktop, in twips, and whether it is a normal window (neither full
+/// screen nor minimised).
+struct WindowPlace {
+  double left = 0;
+  double top = 0;
+  double width = 0;
+  double height = 0;
+  bool normal = true;
+};
+
+/// A display window as the shared commands see it.
+class DisplayForm {
+ public:
+  virtual ~DisplayForm() = default;
+  virtual WindowPlace Place() const = 0;
+  /// Full screen, or back to a normal window.
+  virtual void SetFullScreen(bool fullScreen) = 0;
+  virtual void Hide() = 0;
+};
+
+/// What the shared commands need of the program around them.
+class DisplayHost {
+ public:
+  virtual ~DisplayHost() = default;
+  /// The control window comes to the front with the current round in its box.
+  virtual void ShowControlWindow() = 0;
+  virtual void ShowHelp() = 0;
+  /// Full width of the primary screen, twips.
+  virtual double ScreenWidth() const = 0;
+  /// Both windows' full-screen button pairs follow the invoking window.
+  virtual void ShowFullScreenPair(bool fullScreen) = 0;
+};
+
+/// The commands that both display windows share: a button or key on either acts on the session.
+class DisplayCommands {
+ public:
+  struct Parts {
+    RoundClock& clock;
+    Session& session;
+    Prompts& prompts;
+    ErrorTrap& errors;
+    DisplayHost& host;
+    ProgramExit& exit;
+  };
+  explicit DisplayCommands(const Parts& parts) : parts_(parts) {}
+
+  /// Runs what the key stands for; a key without a command does nothing. Virtual-key code.
+  void Form_KeyDown(int virtualKey, DisplayForm& form);
+
+  void cmdPause_Click();
+  void cmdResume_Click();
+  void cmdNextRound_Click();
+  void cmdRestart_Click();
+  void cmdClose_Click(DisplayForm& form);
+  /// `index`: 0 for full screen, 1 for a normal window.
+  void cmdFullScreen_Click(int index, DisplayForm& form);
+  void cmdChange_Click();
+  /// The minute adjuster moved: one step up (-1) adds a minute, one down (1) takes one off.
+  void vsbChange_Change(int value);
+
+  /// At the end of the program: takes over the room display's state and, when it was last seen as
+  /// a normal window, its place; what is to be stored is in the options then.
+  void CaptureGeometry(const DisplayForm& roomDisplay);
+
+ private:
+  void Run(DisplayCommand command, DisplayForm& form);
+  bool RefuseFullScreen(const DisplayForm& form);
+  void RememberPlace(const WindowPlace& place);
+
+  Parts parts_;
+};
+
+}  // namespace corvanel

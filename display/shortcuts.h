@@ -1,0 +1,65 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string_view>
+
+namespace corvanel {
+
+/// What a key of the display windows does.
+enum class DisplayCommand {
+  ToggleFullScreen,
+  TogglePause,
+  AddMinute,
+  SubtractMinute,
+  NextRound,
+  Restart,
+  Close,
+  Exit,
+  Help
+};
+
+/// Virtual-key codes of the keys that are not letters; a letter's code is its capital.
+namespace key {
+constexpr int kEscape = 27;
+constexpr int kF1 = 112;
+constexpr int kAdd = 107;
+constexpr int kSubtract = 109;
+constexpr int kPlus = 187;   // the = + key
+constexpr int kMinus = 189;  // the - _ key
+}  // namespace key
+
+/// One shortcut: its keys by virtual-key code (0: no second one), how the help window lists it
+/// (empty: not listed), and what it does.
+struct Shortcut {
+  std::array<int, 2> keys;
+  std::string_view listed;
+  std::string_view action;
+  DisplayCommand command;
+};
+
+/// All shortcuts, in the order of the help window's list.
+inline constexpr std::array kShortcuts = std::to_array<Shortcut>({
+    {{'F', 0},
+     "f",
+     "toggle between full screen and normal window",
+     DisplayCommand::ToggleFullScreen},
+    {{'P', 0}, "p", "toggle between pause and resume", DisplayCommand::TogglePause},
+    {{key::kAdd, key::kPlus}, "+", "add 1 minute", DisplayCommand::AddMinute},
+    {{key::kSubtract, key::kMinus}, "-", "subtract 1 minute", DisplayCommand::SubtractMinute},
+    {{'N', 0}, "n", "next round", DisplayCommand::NextRound},
+    {{'R', 0}, "r", "restart the current round", DisplayCommand::Restart},
+    {{key::kEscape, 0}, "esc", "return to main menu", DisplayCommand::Close},
+    {{'E', 0}, "e", "end the program", DisplayCommand::Exit},
+    {{key::kF1, 0}, "", "", DisplayCommand::Help},
+});
+
+/// The command of a virtual key, with or without Shift; nothing for a key without one.
+constexpr std::optional<DisplayCommand> CommandOfKey(int virtualKey) {
+  for (const Shortcut& shortcut : kShortcuts) {
+    if (shortcut.keys[0] == virtualKey || shortcut.keys[1] == virtualKey) return shortcut.command;
+  }
+  return std::nullopt;
+}
+
+}  // namespace corvanel

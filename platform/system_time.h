@@ -1,0 +1,20 @@
+#pragma once
+
+#include "session/time_source.h"
+
+namespace corvanel {
+
+/// The computer's clocks. The counter starts at the time of day at which this object was made and
+/// goes on with a clock that counts time asleep and is not set with the time of day.
+class SystemTime : public TimeSource {
+ public:
+  SystemTime();
+  double Counter() const override;
+  ClockTime TimeOfDay() const override;
+
+ private:
+  double startOfDay_ = 0;
+  double startOfCount_ = 0;
+};
+
+}  // namespace corvanel

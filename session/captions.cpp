@@ -1,0 +1,32 @@
+#include "session/captions.h"
+
+#include <fmt/format.h>
+
+#include "basics/numbers.h"
+
+namespace corvanel {
+
+std::string RoundCaption(int round, int rounds) {
+  if (round >= rounds) return "Final Round";
+  return fmt::format("Time remaining for Round {} of {}", round, rounds);
+}
+
+std::string MoveMessage(const SessionSettings& settings, int round) {
+  std::string prefix;
+  if (InRoundList(settings.Skip, round)) prefix = "SKIP";
+  if (InRoundList(settings.Arrow, round)) prefix += prefix.empty() ? "ARROW" : "/ARROW";
+  if (!prefix.empty()) prefix += " - ";
+  const int next = round + 1;
+  if (next >= settings.nRounds) return prefix + "MOVE FOR THE FINAL ROUND";
+  return fmt::format("{}MOVE FOR ROUND {}", prefix, next);
+}
+
+std::string BreakLine(ClockTime begins, ClockTime ends, TimeForm form) {
+  return fmt::format("Break:{} End:{}", TimeText(begins, form), TimeText(ends, form));
+}
+
+std::string FinishLine(ClockTime finish, TimeForm form) {
+  return "Finish at " + TimeText(finish, form);
+}
+
+}  // namespace corvanel

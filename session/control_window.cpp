@@ -1,0 +1,374 @@
+#include "session/control_window.h"
+
+#include <algorithm>
+
+#include "basics/numbers.h"
+#include "session/captions.h"
+
+namespace corvanel {
+namespace {
+
+constexpr std::string_view kPlace = "frmMain";
+// Meant so: the example of the finish box's second message is not that of the first.
+const std::string kTimeWanted = "Please enter a valid time, e.g. 19:30";
+const std::string kMinutesWanted = "The minutes per round must be greater than 0";
+const std::string kFinishWanted = "Please enter a valid time, e.g. 21:30";
+
+constexpr std::array<Box, kBoxes> kAllBoxes = {
+    Box::nRounds,     Box::MinPerRound,  Box::MinBetweenRounds,
+    Box::FinishTime,  Box::MinWarning1,  Box::MinWarning0,
+    Box::Skip,        Box::Arrow,        Box::BreakRound,
+    Box::BreakLength, Box::CurrentRound, Box::StartTime,
+    Box::Header};
+
+bool IsTimeBox(Box box) {
+  return box == Box::StartTime || box == Box::FinishTime;
+}
+
+}  // namespace
+
+void ControlWindow::Handle(const std::function<void()>& step) {
+  HandlerSteps(parts_.errors, kPlace)(step);
+}
+
+void ControlWindow::Display() {
+  HandlerSteps step(parts_.errors, kPlace);
+  const SessionSettings& s = parts_.session.settings;
+  Options& o = parts_.session.options;
+  step([&] {
+    for (const Box box : kAllBoxes) Put(box);
+    // The caption of the window's design; from the first edit on it reads "round".
+    parts_.view.SetLabel(Label::cmdStart, "Start Timer from Round " + TextOf(Box::CurrentRound));
+  });
+  step([&] {
+    if (!o.ShowTitle) o.Show[kShowTitle] = 0;
+    parts_.view.SetTick(Tick::chkBreak, s.optBreak);
+    parts_.view.SetTick(Tick::chkMoveAfterBreak, s.MoveAfterBreak);
+    parts_.view.SetTick(Tick::chkMonitor, s.ExtraMonitor != 0);
+    parts_.view.SetTick(Tick::chkHeader, o.Show[kShowTitle] != 0 && !s.Header.empty());
+    parts_.view.SetMode(s.Calculate);
+    parts_.view.OfferFavouriteSave(false);
+  });
+  step([&] { DoCalc(); });
+}
+
+std::string ControlWindow::TextOf(Box box) const {
+  const Session& session = parts_.session;
+  const SessionSettings& s = session.settings;
+  switch (box) {
+    case Box::nRounds:
+      return std::to_string(s.nRounds);
+    case Box::MinPerRound:
+      return s.Calculate == 1 ? TwoDecimals(s.MinPerRound) : SingleText(s.MinPerRound);
+    case Box::MinBetweenRounds:
+      return SingleText(s.MinBetweenRounds);
+    case Box::FinishTime: {
+      const auto time = ParseTime(s.RequiredFinish);
+      return time ? TimeText(*time, Form()) : std::string();
+    }
+    case Box::MinWarning1:
+      return SingleText(s.MinWarning1);
+    case Box::MinWarning0:
+      return SingleText(s.MinWarning);
+    case Box::Skip:
+      return s.Skip;
+    case Box::Arrow:
+      return s.Arrow;
+    case Box::BreakRound:
+      return std::to_string(s.BreakAfterRound);
+    case Box::BreakLength:
+      return SingleText(s.TimeForBreak);
+    case Box::CurrentRound:
+      return std::to_string(session.currentRound);
+    case Box::StartTime:
+      return startHasSeconds_ ? TimeTextWithSeconds(session.startTime, Form())
+                              : TimeText(session.startTime, Form());
+    case Box::Header:
+      return s.Header;
+  }
+  return {};
+}
+
+void ControlWindow::Put(Box box) {
+  std::string& shown = shown_[static_cast<size_t>(box)];
+  shown = TextOf(box);
+  parts_.view.SetText(box, shown);
+}
+
+void ControlWindow::Change(Box box, const std::string& text) {
+  Handle([&] {
+    parts_.view.OfferFavouriteSave(true);
+    if (box == Box::CurrentRound) CaptionStart(text);
+    if (box == Box::Header && parts_.session.options.ShowTitle) {
+      parts_.view.SetTick(Tick::chkHeader, !text.empty());
+      chkHeader_Click(!text.empty());
+    }
+  });
+}
+
+void ControlWindow::CaptionStart(const std::string& round) {
+  parts_.view.SetLabel(Label::cmdStart, "Start Timer from round " + round);
+}
+
+Box ControlWindow::EnterLeadsTo(Box box) const {
+  return RuleOf(box).next[parts_.session.settings.Calculate == 1 ? 1 : 0];
+}
+
+bool ControlWindow::Leave(Box box, const std::string& text) {
+  return Validate(box, text) && Store(box, text);
+}
+
+bool ControlWindow::Validate(Box box, const std::string& text) {
+  if (box == Box::nRounds && Val(text) < 1) {
+    parts_.prompts.Message("The number of rounds must be greater than 0");
+    return false;
+  }
+  if (IsTimeBox(box) && !ParseTime(text)) {
+    parts_.prompts.Message(kTimeWanted);
+    return false;
+  }
+  return true;
+}
+
+bool ControlWindow::Commit(Box box, const std::string& text) {
+  if (box == Box::nRounds && !Validate(box, text)) return false;
+  if (IsTimeBox(box) && !ParseTime(text)) {
+    parts_.prompts.Message(box == Box::FinishTime ? kFinishWanted : kTimeWanted);
+    if (box == Box::StartTime) Put(box);
+    if (box == Box::FinishTime) parts_.view.Focus(box);
+    return false;
+  }
+  return Store(box, text);
+}
+
+bool ControlWindow::Store(Box box, const std::string& text) {
+  const bool running = parts_.clock.CurrentProgress().Running();
+  if (running && text == shown_[static_cast<size_t>(box)]) return true;
+  HandlerSteps step(parts_.errors, kPlace);
+  bool stored = false;
+  step([&] { stored = StoreEntry(box, text); });
+  step([&] { Put(box); });
+  step([&] { DoCalc(); });
+  return stored;
+}
+
+bool ControlWindow::StoreEntry(Box box, const std::string& text) {
+  Session& session = parts_.session;
+  SessionSettings& s = session.settings;
+  switch (box) {
+    case Box::nRounds:
+      StoreNumberOfRounds(text);
+      return true;
+    case Box::MinPerRound:
+      return StoreMinPerRound(text);
+    case Box::MinBetweenRounds:
+      return StoreMinutes(s.MinBetweenRounds, text, kShortestMove);
+    case Box::MinWarning1:
+      return StoreMinutes(s.MinWarning1, text, 0);
+    case Box::MinWarning0:
+      return StoreMinutes(s.MinWarning, text, 0);
+    case Box::BreakLength:
+      return StoreMinutes(s.TimeForBreak, text, 0);
+    case Box::BreakRound:
+      return StoreBreakRound(text);
+    case Box::CurrentRound:
+      StoreCurrentRound(text);
+      return true;
+    case Box::Skip:
+      s.Skip = text;
+      return true;
+    case Box::Arrow:
+      s.Arrow = text;
+      return true;
+    case Box::Header:
+      s.Header = text;
+      return true;
+    case Box::FinishTime:
+      s.RequiredFinish = TimeText(*ParseTime(text));
+      return true;
+    case Box::StartTime:
+      session.startTime = *ParseTime(TimeText(*ParseTime(text)));
+      startHasSeconds_ = false;
+      return true;
+  }
+  return false;
+}
+
+void ControlWindow::StoreNumberOfRounds(const std::string& text) {
+  Session& session = parts_.session;
+  session.settings.nRounds = WholeNumber(text);
+  if (session.settings.nRounds >= session.currentRound) return;
+  session.currentRound = 1;
+  Put(Box::CurrentRound);
+  CaptionStart("1");
+}
+
+bool ControlWindow::StoreMinutes(float& minutes, const std::string& text, float least) {
+  const double value = Val(text);
+  if (value < 0 || value > kLongestPhase) {
+    parts_.prompts.Message("Please enter a number of minutes from 0 to 600");
+    return false;
+  }
+  minutes = std::max(static_cast<float>(value), least);
+  return true;
+}
+
+bool ControlWindow::StoreMinPerRound(const std::string& text) {
+  if (parts_.clock.CurrentProgress().Running() && Val(text) == 0) {
+    parts_.prompts.Message(kMinutesWanted);
+    return false;
+  }
+  return StoreMinutes(parts_.session.settings.MinPerRound, text, 0);
+}
+
+bool ControlWindow::StoreBreakRound(const std::string& text) {
+  const int16_t round = WholeNumber(text);
+  if (round < 0) {
+    parts_.prompts.Message("Please enter the number of a round, e.g. 6");
+    return false;
+  }
+  parts_.session.settings.BreakAfterRound = round;
+  return true;
+}
+
+void ControlWindow::StoreCurrentRound(const std::string& text) {
+  Session& session = parts_.session;
+  session.currentRound =
+      std::clamp<int16_t>(WholeNumber(text), 1, std::max<int16_t>(session.settings.nRounds, 1));
+  CaptionStart(TextOf(Box::CurrentRound));
+}
+
+void ControlWindow::chkBreak_Click(bool ticked) {
+  Handle([&] {
+    parts_.session.settings.optBreak = ticked;
+    DoCalc();
+    parts_.view.OfferFavouriteSave(true);
+  });
+}
+
+void ControlWindow::chkMoveAfterBreak_Click(bool ticked) {
+  Handle([&] {
+    parts_.session.settings.MoveAfterBreak = ticked;
+    DoCalc();
+    parts_.view.OfferFavouriteSave(true);
+  });
+}
+
+void ControlWindow::chkMonitor_Click(bool ticked) {
+  Handle([&] {
+    parts_.session.settings.ExtraMonitor = ticked ? -1 : 0;
+    parts_.view.OfferFavouriteSave(true);
+  });
+}
+
+void ControlWindow::chkHeader_Click(bool ticked) {
+  Handle([&] { parts_.session.options.Show[kShowTitle] = ticked ? 1 : 0; });
+}
+
+void ControlWindow::optCalc_Click(int index) {
+  HandlerSteps step(parts_.errors, kPlace);
+  step([&] {
+    parts_.session.settings.Calculate = static_cast<int16_t>(index);
+    parts_.view.SetMode(index);
+  });
+  step([&] { DoCalc(); });
+  step([&] { Put(Box::MinPerRound); });
+}
+
+void ControlWindow::DoCalc() {
+  Calculate(parts_.clock.CurrentProgress());
+}
+
+void ControlWindow::Calculate(const Progress& progress) {
+  Session& session = parts_.session;
+  SessionSettings& s = session.settings;
+  const ClockTime now = parts_.time.TimeOfDay();
+  parts_.view.SetLabel(Label::lblFinish,
+                       s.Calculate == 1 ? "Required Finish Time" : "Estimated Finish Time");
+  if (s.Calculate == 1) {
+    if (s.RequiredFinish.empty()) {
+      s.RequiredFinish = DefaultRequiredFinish(session.startTime);
+      Put(Box::FinishTime);
+    }
+    s.MinPerRound = progress.Running()
+                        ? CalcRoundTimeLive(session, progress, now).value_or(s.MinPerRound)
+                        : CalcRoundTime(s, session.currentRound, session.startTime, Form());
+    Put(Box::MinPerRound);
+    parts_.view.SetLabel(Label::lblMinPerRound, TwoDecimals(s.MinPerRound));
+  }
+  ShowSchedule(progress.Running()
+                   ? CalcFinish(s, session.currentRound, progress, now)
+                   : CalcFinishTime(s, session.currentRound, session.startTime, progress.inBreak));
+  parts_.view.ShowTimetable(Timetable(s, session.currentRound), session.startTime);
+  parts_.clock.RefreshSchedule();
+}
+
+void ControlWindow::ShowSchedule(const Schedule& schedule) {
+  parts_.view.SetLabel(Label::lblFinishTime, TimeText(schedule.finish, Form()));
+  parts_.view.SetLabel(Label::lblBreakTime,
+                       schedule.breakAt ? TimeText(*schedule.breakAt, Form()) : std::string());
+}
+
+bool ControlWindow::RefuseRoundLength() {
+  const float minutes = parts_.session.settings.MinPerRound;
+  if (minutes > 0 && minutes <= kLongestPhase) return false;
+  parts_.prompts.Message(minutes > 0 ? "The minutes per round must be 600 or less"
+                                     : kMinutesWanted);
+  return true;
+}
+
+void ControlWindow::cmdStart_Click() {
+  Session& session = parts_.session;
+  if (!parts_.view.CommitEditing() || RefuseRoundLength()) return;
+  HandlerSteps step(parts_.errors, kPlace);
+  step([&] {
+    // Without a title there is nothing that the director could have switched off.
+    if (!session.settings.Header.empty()) {
+      session.options.ShowTitle = session.options.Show[kShowTitle] != 0;
+    }
+    parts_.keeper.SaveSession();
+  });
+  step([&] {
+    session.startTime = parts_.time.TimeOfDay();
+    startHasSeconds_ = true;
+    Put(Box::StartTime);
+  });
+  step([&] { Calculate(Progress{}); });
+  // The calculation for a required finish may have left no time for a round, or a whole day.
+  if (RefuseRoundLength()) return;
+  step([&] { parts_.stage.ShowDisplays(); });
+  step([&] {
+    parts_.clock.Start();
+    started_ = true;
+    parts_.view.OfferResume();
+  });
+}
+
+void ControlWindow::cmdResume_Click() {
+  if (!parts_.view.CommitEditing()) return;
+  HandlerSteps step(parts_.errors, kPlace);
+  step([&] { parts_.keeper.SaveSession(); });
+  step([&] { parts_.clock.RefreshSchedule(); });
+  step([&] { parts_.stage.ShowDisplays(); });
+}
+
+void ControlWindow::cmdStop_Click() {
+  Handle([&] { parts_.exit.FromControlWindow(started_); });
+}
+
+void ControlWindow::ShowProgress() {
+  const Session& session = parts_.session;
+  const auto putIfChanged = [&](Box box) {
+    if (TextOf(box) != shown_[static_cast<size_t>(box)]) Put(box);
+  };
+  putIfChanged(Box::CurrentRound);
+  CaptionStart(TextOf(Box::CurrentRound));
+  const Progress progress = parts_.clock.CurrentProgress();
+  if (progress.phase == Phase::Move) startHasSeconds_ = false;
+  putIfChanged(Box::StartTime);
+  if (!progress.Running()) return;
+  ShowSchedule(
+      CalcFinish(session.settings, session.currentRound, progress, parts_.time.TimeOfDay()));
+}
+
+}  // namespace corvanel

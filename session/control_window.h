@@ -1,0 +1,90 @@
+#pragma once
+
+#include <array>
+#include <functional>
+#include <string>
+
+#include "basics/runtime_error.h"
+#include "session/control_window_view.h"
+#include "session/program_exit.h"
+#include "session/prompts.h"
+#include "session/session.h"
+#include "session/time_source.h"
+
+namespace corvanel {
+
+/// The logic of the control window: what each box, switch and button does to the session.
+/// Entries are stored when they are finished; a wrong one is told in one message and the old value
+/// stays. Every handler reports unexpected errors under the name of the window.
+class ControlWindow {
+ public:
+  struct Parts {
+    Session& session;
+    ControlWindowView& view;
+    Prompts& prompts;
+    ErrorTrap& errors;
+    const TimeSource& time;
+    SessionClock& clock;
+    SessionKeeper& keeper;
+    Stage& stage;
+    ProgramExit& exit;
+  };
+  explicit ControlWindow(const Parts& parts) : parts_(parts) {}
+
+  /// Fills the whole window from the session and calculates once.
+  void Display();
+
+  /// The text of a box was edited, not yet finished.
+  void Change(Box box, const std::string& text);
+  /// The box that Enter leads to.
+  Box EnterLeadsTo(Box box) const;
+  /// The focus is about to leave the box for another control. False: the entry is wrong, the
+  /// director has been told, and the focus must stay.
+  bool Leave(Box box, const std::string& text);
+  /// The entry ends although the focus stays (a button pressed by its key). False: refused, the
+  /// box put back or kept.
+  bool Commit(Box box, const std::string& text);
+
+  void chkBreak_Click(bool ticked);
+  void chkMoveAfterBreak_Click(bool ticked);
+  void chkMonitor_Click(bool ticked);
+  void chkHeader_Click(bool ticked);
+  /// `index`: 0 to estimate the finish, 1 to meet a required one.
+  void optCalc_Click(int index);
+  void cmdStart_Click();
+  /// Shows the displays of the session under way again. The clock has not stopped meanwhile; a
+  /// paused one stays paused.
+  void cmdResume_Click();
+  void cmdStop_Click();
+
+  /// The clock moved on: shows round, start time and finish as they are now.
+  void ShowProgress();
+
+  /// Brings the derived times up to date: those of the plan, or of the session under way.
+  void DoCalc();
+
+ private:
+  bool Validate(Box box, const std::string& text);
+  bool Store(Box box, const std::string& text);
+  bool StoreEntry(Box box, const std::string& text);
+  void StoreNumberOfRounds(const std::string& text);
+  bool StoreMinutes(float& minutes, const std::string& text, float least);
+  bool StoreMinPerRound(const std::string& text);
+  bool StoreBreakRound(const std::string& text);
+  void StoreCurrentRound(const std::string& text);
+  std::string TextOf(Box box) const;
+  void Put(Box box);
+  void CaptionStart(const std::string& round);
+  void Calculate(const Progress& progress);
+  void ShowSchedule(const Schedule& schedule);
+  bool RefuseRoundLength();
+  void Handle(const std::function<void()>& step);
+  TimeForm Form() const { return parts_.session.options.Form(); }
+
+  Parts parts_;
+  bool started_ = false;
+  bool startHasSeconds_ = false;  // the start box shows "hh:mm:ss" from Start to the first move
+  std::array<std::string, kBoxes> shown_;  // what each box held when it was last in order
+};
+
+}  // namespace corvanel

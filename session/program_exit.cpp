@@ -1,0 +1,40 @@
+#include "session/program_exit.h"
+
+namespace corvanel {
+
+void ProgramExit::FromControlWindow(bool clockWasStarted) {
+  if (clockWasStarted) ending_.SaveDisplayGeometry();
+  End(AskShutdown());
+}
+
+void ProgramExit::FromDisplay() {
+  if (prompts_.AskYesNo("Do you want to exit the program?") != Answer::Yes) return;
+  const Way way = AskShutdown();
+  if (way == Way::Stay) return;
+  ending_.SaveDisplayGeometry();
+  End(way);
+}
+
+ProgramExit::Way ProgramExit::AskShutdown() {
+  if (session_.options.AutoShutdown == 0) return Way::End;
+  switch (
+      prompts_.AskYesNoCancel("Do you wish to shut down the computer?\n"
+                              "Click Yes to shut down\n"
+                              "Click No to do other work\n"
+                              "Click Cancel to continue with Corvanel")) {
+    case Answer::Yes:
+      return Way::EndAndShutDown;
+    case Answer::No:
+      return Way::End;
+    default:
+      return Way::Stay;
+  }
+}
+
+void ProgramExit::End(Way way) {
+  if (way == Way::Stay) return;
+  if (way == Way::EndAndShutDown) ending_.ShutDownComputer();
+  ending_.EndProgram();
+}
+
+}  // namespace corvanel

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+
+namespace corvanel {
+
+/// The button a person chose, by the runtime's numbers.
+enum class Answer { Ok = 1, Cancel = 2, Yes = 6, No = 7 };
+
+/// Message boxes. All stand in front of every window and are modal, but the clock goes on ticking
+/// behind them.
+class Prompts {
+ public:
+  virtual ~Prompts() = default;
+  virtual void Message(const std::string& text) = 0;
+  virtual Answer AskYesNo(const std::string& question) = 0;
+  virtual Answer AskYesNoCancel(const std::string& question) = 0;
+  /// The question of the error report, Yes or No. While it is open the clock's ticks are held; the
+  /// first one afterwards catches up.
+  virtual Answer AskToContinue(const std::string& question) = 0;
+};
+
+}  // namespace corvanel

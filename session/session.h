@@ -1,0 +1,101 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "basics/times.h"
+#include "session/cues.h"
+#include "session/display_elements.h"
+
+namespace corvanel {
+
+/// Which sound file each cue plays, and whether it plays. Indexed by Cue; a switch is -1 for on
+/// and 0 for off.
+struct SoundChoices {
+  std::array<std::string, kCues> files;
+  std::array<int16_t, kCues> play = {-1, -1, -1, -1, -1, -1, -1};
+  std::array<int16_t, kWarnings> playFinalRound = {0, 0};
+
+  bool operator==(const SoundChoices&) const = default;
+};
+
+/// The shape of one session as the director sets it. Times in minutes, fractions allowed.
+struct SessionSettings {
+  int16_t nRounds = 12;  // 1 or more
+  float MinPerRound = 15;
+  float MinBetweenRounds = 1;  // the move; never below kShortestMove
+  float MinWarning = 3;        // the later warning, before the end of the round; 0: none
+  float MinWarning1 = 7;       // the earlier warning
+  std::string Skip;            // the round (or comma list) after which tables skip
+  std::string Arrow;           // comma list of the rounds after which arrows are switched
+  bool optBreak = true;
+  int16_t BreakAfterRound = 6;
+  float TimeForBreak = 15;
+  bool MoveAfterBreak = true;
+  int16_t ExtraMonitor = 0;              // not 0: the second display is used
+  int16_t Calculate = 0;                 // 0: estimate the finish; 1: meet RequiredFinish
+  std::string RequiredFinish = "22:30";  // "hh:mm", empty when there is none
+  std::string Header;
+  SoundChoices sounds;
+
+  bool operator==(const SessionSettings&) const = default;
+};
+
+constexpr float kShortestMove = 0.1F;  // minutes
+constexpr float kLongestPhase = 600;   // minutes; the midnight rule holds for rounds up to this
+
+/// The program-wide options, by the names of their settings keys. Switches that are numbers hold
+/// 0 for off.
+struct Options {
+  int16_t AutoShutdown = 0;
+  bool AutoLaunch = false;
+  bool AutoUpdate = true;
+  bool OnTop = false;
+  bool ShowTitle = true;
+  int32_t ShowMessage = 0;
+  std::string BWSfolder;
+  std::string TableTopUnit = "Bridgemate";
+  bool BMSuggest = true;
+  bool BMUpdateSettings = true;
+  float BMMinPerBoard = 7;
+  int16_t BMBreak = 12;
+  bool BMOmitwarning1 = true;
+  bool BMOmitwarning2 = true;
+  bool BMSlowTables = true;
+  bool BMAutoMove = true;
+  bool BMAutoPause = true;
+  int16_t BMPauseTables = 2;
+  std::string BMPauseSound;
+  bool BMPausePlay = true;
+  int16_t DisplayState = 0;  // -1: a normal window; 0: full screen
+  int32_t FormX = 0;         // geometry of the room display, twips
+  int32_t FormY = 0;
+  int32_t FormSizeX = 15360;
+  int32_t FormSizeY = 11520;
+  std::array<int16_t, 5> Show = {1, 1, 1, 1, 1};  // elements 0 to 3; 4 is the title
+  int16_t BMShowInfo = 1;
+  int16_t BMShowProgress = 1;
+  int16_t BMShowTables = 1;
+  int16_t BMControl = 0;
+  int16_t LogFile = -1;
+  bool TimeAs24hour = true;
+  int16_t TimeChange = 1;
+
+  TimeForm Form() const { return TimeAs24hour ? TimeForm::Hours24 : TimeForm::Hours12; }
+};
+
+/// Index in Options::Show of the title's flag.
+constexpr size_t kShowTitle = 4;
+
+/// Everything that the evening's windows, clock and schedule share.
+struct Session {
+  SessionSettings settings;
+  Options options;
+  ElementStyles elements = DefaultElementStyles();
+  std::string ProgramFolder;  // without a trailing separator
+  ClockTime startTime;        // of the current round's schedule
+  int16_t currentRound = 1;   // 1 to nRounds
+};
+
+}  // namespace corvanel

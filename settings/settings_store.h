@@ -1,0 +1,34 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace corvanel {
+
+using KeysAndValues = std::vector<std::pair<std::string, std::string>>;
+
+/// The per-user store of the application: sections of keys, every value a text. Section and key
+/// names compare without case; the order in which keys were first written is kept.
+class SettingsStore {
+ public:
+  virtual ~SettingsStore() = default;
+
+  /// Nothing when the section has no such key.
+  virtual std::optional<std::string> GetSetting(std::string_view section,
+                                                std::string_view key) const = 0;
+  virtual KeysAndValues GetAllSettings(std::string_view section) const = 0;
+
+  /// Changes take effect in the store at once and last from the next Flush on.
+  virtual void SaveSetting(std::string_view section, std::string_view key,
+                           std::string_view value) = 0;
+  virtual void DeleteSection(std::string_view section) = 0;
+
+  /// Makes every change durable: after it the store holds all of them, or after a failure or a
+  /// power cut the state of the last Flush. Throws RuntimeError when it cannot write.
+  virtual void Flush() = 0;
+};
+
+}  // namespace corvanel

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <array>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "basics/runtime_error.h"
+#include "session/control_window_view.h"
+#include "session/session.h"
+#include "session/time_source.h"
+#include "settings/setting_keys.h"
+#include "settings/settings_store.h"
+
+namespace corvanel {
+
+constexpr int kFavourites = 20;
+
+/// The store's section of a set: "Timer" for 0, "Timer01" to "Timer20" for the favourites.
+std::string SectionOfSet(int entry);
+/// The store's section of a display element, by its number 0 to 9.
+std::string SectionOfElement(int element);
+
+/// The table of 21 settings sets (entry 0 the set in use, 1 to 20 the favourites; a favourite
+/// without a name is a free slot), and the way between store, table and live session.
+class SettingsTable : public SessionKeeper {
+ public:
+  SettingsTable(SettingsStore& store, Session& session, ErrorTrap& errors)
+      : store_(store), session_(session), errors_(errors) {}
+
+  /// Loads sets, options and display fonts, applies the set in use to the live session and
+  /// proposes the next quarter hour after `now` as its start. A value that does not convert takes
+  /// its default; all such values are told in one report.
+  void GetDefaults(ClockTime now);
+  /// Writes entry 0 and every favourite, then ShowTitle. Throws RuntimeError when the store
+  /// cannot be written; the table is unchanged.
+  void SaveDefaults();
+  /// Copies the live settings and the name of the favourite in use into an entry, 0 to 20.
+  void CaptureSettings(int entry);
+  /// Copies an entry, 0 to 20, into the live settings.
+  void ApplySettings(int entry);
+
+  void SaveSession() override;
+
+  /// Writes options by their key names. Throws RuntimeError when the store cannot be written.
+  void SaveOptions(std::initializer_list<std::string_view> keys);
+
+  const SettingsSet& Entry(int entry) const { return entries_[static_cast<size_t>(entry)]; }
+  /// The slot of the favourite in use, 1 to 20; 0 when there is none.
+  int FavouriteInUse() const { return favouriteInUse_; }
+  /// The names of the favourites in slot order.
+  std::vector<std::string> FavouriteNames() const;
+
+ private:
+  void LoadSet(int entry);
+  void FillInSounds(int entry);
+  void CheckTimes(SettingsSet& set, const std::string& section);
+  template <class Owner>
+  void Load(const std::string& section, std::span<const SettingKey<Owner>> keys, Owner& owner);
+  std::string Fallback(std::string_view fallback) const;
+  void ReportBadValues();
+
+  SettingsStore& store_;
+  Session& session_;
+  ErrorTrap& errors_;
+  std::array<SettingsSet, kFavourites + 1> entries_;
+  int favouriteInUse_ = 0;
+  std::vector<std::string> badValues_;
+};
+
+}  // namespace corvanel
