@@ -81,8 +81,8 @@ std::string ControlWindow::TextOf(Box box) const {
     case Box::CurrentRound:
       return std::to_string(session.currentRound);
     case Box::StartTime:
-      return startHasSeconds_ ? TimeTextWithSeconds(session.startTime, Form())
-                              : TimeText(session.startTime, Form());
+      return startedAt_ == session.startTime ? TimeTextWithSeconds(session.startTime, Form())
+                                             : TimeText(session.startTime, Form());
     case Box::Header:
       return s.Header;
   }
@@ -188,7 +188,7 @@ bool ControlWindow::StoreEntry(Box box, const std::string& text) {
       return true;
     case Box::StartTime:
       session.startTime = *ParseTime(TimeText(*ParseTime(text)));
-      startHasSeconds_ = false;
+      startedAt_.reset();
       return true;
   }
   return false;
@@ -330,7 +330,7 @@ void ControlWindow::cmdStart_Click() {
   });
   step([&] {
     session.startTime = parts_.time.TimeOfDay();
-    startHasSeconds_ = true;
+    startedAt_ = session.startTime;
     Put(Box::StartTime);
   });
   step([&] { Calculate(Progress{}); });
@@ -364,7 +364,6 @@ void ControlWindow::ShowProgress() {
   putIfChanged(Box::CurrentRound);
   CaptionStart(TextOf(Box::CurrentRound));
   const Progress progress = parts_.clock.CurrentProgress();
-  if (progress.phase == Phase::Move) startHasSeconds_ = false;
   putIfChanged(Box::StartTime);
   if (!progress.Running()) return;
   ShowSchedule(

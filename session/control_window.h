@@ -2,6 +2,7 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "basics/runtime_error.h"
@@ -83,7 +84,7 @@ class ControlWindow {
 
   Parts parts_;
   bool started_ = false;
-  bool startHasSeconds_ = false;  // the start box shows "hh:mm:ss" from Start to the first move
+  std::optional<ClockTime> startedAt_;     // shown to the second until the first move sets another
   std::array<std::string, kBoxes> shown_;  // what each box held when it was last in order
 };
 

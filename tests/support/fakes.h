@@ -1,0 +1,97 @@
+#pragma once
+
+#include <deque>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "basics/runtime_error.h"
+#include "clock/clock_view.h"
+#include "clock/round_clock.h"
+#include "clock/sound_player.h"
+#include "clock/virtual_time.h"
+#include "session/prompts.h"
+#include "settings/settings_store.h"
+
+namespace corvanel {
+
+/// Answers from a queue (Ok or No when it is empty) and remembers what was shown.
+class FakePrompts : public Prompts {
+ public:
+  void Message(const std::string& text) override { texts.push_back(text); }
+  Answer AskYesNo(const std::string& question) override { return Next(question); }
+  Answer AskYesNoCancel(const std::string& question) override { return Next(question); }
+  Answer AskToContinue(const std::string& question) override { return Next(question); }
+
+  std::deque<Answer> answers;
+  std::vector<std::string> texts;
+
+ private:
+  Answer Next(const std::string& question) {
+    texts.push_back(question);
+    if (answers.empty()) return Answer::No;
+    const Answer answer = answers.front();
+    answers.pop_front();
+    return answer;
+  }
+};
+
+/// Collects the reports as "number place line".
+class FakeErrors : public ErrorTrap {
+ public:
+  void ReportError(std::string_view place, const RuntimeError& error, int line) override {
+    reports.push_back(std::to_string(error.Number()) + ' ' + std::string(place) + ' ' +
+                      std::to_string(line));
+    descriptions.emplace_back(error.what());
+  }
+  std::vector<std::string> reports;
+  std::vector<std::string> descriptions;
+};
+
+/// A store in memory that can be told to fail.
+class FakeStore : public SettingsStore {
+ public:
+  std::optional<std::string> GetSetting(std::string_view section,
+                                        std::string_view key) const override;
+  KeysAndValues GetAllSettings(std::string_view section) const override;
+  void SaveSetting(std::string_view section, std::string_view key, std::string_view value) override;
+  void DeleteSection(std::string_view section) override;
+  void Flush() override;
+
+  bool full = false;
+  int flushes = 0;
+
+ private:
+  std::vector<std::pair<std::string, KeysAndValues>> sections_;
+};
+
+/// A round clock in virtual time that keeps what it shows, plays and tells.
+class ClockBench : public ClockView, public SoundPlayer, public ClockEvents {
+ public:
+  explicit ClockBench(ClockTime start = ClockTime::At(19, 30));
+
+  void ShowFace(const ClockFace& shown) override {
+    face = shown;
+    countdowns.push_back(shown.countdown);
+  }
+  void ShowTimeOfDay(const std::string& shown) override { timeOfDay = shown; }
+  void Play(const std::string& file) override { played.push_back(file); }
+  void Happened(EventKind kind, const std::string& text) override;
+
+  /// Lets `seconds` pass; the clock wakes up whenever it asked to.
+  void Pass(double seconds);
+  /// Runs until the session has ended. Returns its length in seconds.
+  double RunToEnd();
+
+  Session session;
+  FakeErrors errors;
+  VirtualTime time;
+  RoundClock clock;
+  ClockFace face;
+  std::string timeOfDay;
+  std::vector<std::string> countdowns;  // each as it was shown
+  std::vector<std::string> played;
+  std::vector<std::string> log;  // "hh:mm:ss kind text"
+};
+
+}  // namespace corvanel
