@@ -12,7 +12,8 @@ namespace corvanel {
 struct ClockFace {
   Phase phase = Phase::Idle;
   bool paused = false;
-  std::string countdown;                            // "12:47"
+  std::string countdown;  // "12:47"
+  double secondsLeft = 0;
   Element countdownStyle = Element::TimeRemaining;  // entry of the element table for it
   std::string caption;                              // round or break caption; empty during a move
   std::string message;                              // the move message; empty outside a move

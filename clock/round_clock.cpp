@@ -285,6 +285,7 @@ void RoundClock::Publish() {
   face_.phase = state_.phase;
   face_.paused = state_.paused;
   face_.countdownStyle = state_.style;
+  face_.secondsLeft = state_.secondsLeft;
   face_.countdown = MinutesAndSeconds(state_.secondsLeft);
   parts_.view.ShowFace(face_);
 }

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
+#include <tuple>
 
 #include "session/captions.h"
 
@@ -18,6 +20,29 @@ constexpr double kTagPoints = 22;           // at the reference height
 constexpr double kGap = 0.018;              // of the height, between rows
 constexpr double kPanelPadding = 0.03;      // of the panel's height, above and below the digits
 constexpr double kMoreLinesPay = 1.2;       // a further line must let the text grow by this
+
+/// Remembers what has been measured: placing everything asks for the same few texts again and
+/// again.
+class Remembering : public TextMeasure {
+ public:
+  explicit Remembering(const TextMeasure& measure) : measure_(measure) {}
+  Extent Line(const std::string& text, const ElementStyle& style, double points) const override {
+    const auto [entry, added] = lines_.try_emplace({&style, points, text});
+    if (added) entry->second = measure_.Line(text, style, points);
+    return entry->second;
+  }
+  Extent Digits(const std::string& text, const ElementStyle& style, double points) const override {
+    const auto [entry, added] = digits_.try_emplace({&style, points, text});
+    if (added) entry->second = measure_.Digits(text, style, points);
+    return entry->second;
+  }
+
+ private:
+  using Key = std::tuple<const ElementStyle*, double, std::string>;
+  const TextMeasure& measure_;
+  mutable std::map<Key, Extent> lines_;
+  mutable std::map<Key, Extent> digits_;
+};
 
 const ElementStyle& StyleOf(const ElementStyles& styles, Element element) {
   return styles[static_cast<size_t>(element)];
@@ -270,7 +295,8 @@ std::string Elided(std::string text, double width, const ElementStyle& style, do
 }  // namespace
 
 Layout LayOut(const LayoutInput& input, const ElementStyles& styles, const TextMeasure& measure) {
-  return Composer(input, styles, measure).Compose();
+  const Remembering remembering(measure);
+  return Composer(input, styles, remembering).Compose();
 }
 
 std::vector<std::string> BreakLines(const std::string& text, int lines, double width,
@@ -303,7 +329,9 @@ WidestTexts WidestTextsOf(const Session& session, double secondsLeft) {
   const double minutes =
       std::max({s.MinPerRound, s.MinBetweenRounds, s.optBreak ? s.TimeForBreak : 0.0F,
                 static_cast<float>(secondsLeft / 60)});
-  texts.countdown = fmt::format("{}:00", static_cast<long>(std::ceil(minutes)));
+  // All digits take the same room, so only their number counts.
+  texts.countdown =
+      std::string(std::to_string(std::lround(std::floor(minutes))).size(), '8') + ":00";
   const std::string digits(std::max<size_t>(std::to_string(s.nRounds).size(), 2), '2');
   texts.caption = fmt::format("Time remaining for Round {0} of {0}", digits);
   for (int round = 1; round < std::min<int>(s.nRounds, 100); ++round) {

@@ -83,6 +83,8 @@ struct LayoutInput {
   bool moving = false;  // the caption's place holds the move message
   WidestTexts texts;
   std::array<int16_t, 5> show = {1, 1, 1, 1, 1};  // as Options::Show
+
+  bool operator==(const LayoutInput&) const = default;
 };
 
 /// Places everything: the countdown as large as fits, every other text at the size chosen for it

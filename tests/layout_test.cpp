@@ -141,10 +141,10 @@ TEST(LayoutTest, TheWidestTextsComeFromTheSession) {
   session.settings.TimeForBreak = 20;
   session.settings.Arrow = "2";
   WidestTexts texts = WidestTextsOf(session, 0);
-  EXPECT_EQ(texts.countdown, "20:00");
+  EXPECT_EQ(texts.countdown, "88:00");
   EXPECT_EQ(texts.message, "ARROW - MOVE FOR ROUND 3");
   EXPECT_EQ(texts.caption, "Time remaining for Round 22 of 22");
-  EXPECT_EQ(WidestTextsOf(session, 100 * 60).countdown, "100:00");
+  EXPECT_EQ(WidestTextsOf(session, 100 * 60).countdown, "888:00");
 }
 
 TEST(LayoutTest, LinesBreakEvenlyAndShortTextsKeepToOne) {

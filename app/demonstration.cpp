@@ -1,0 +1,86 @@
+#include "app/demonstration.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QTimer>
+#include <cstdio>
+
+namespace corvanel {
+namespace {
+
+constexpr int kSettle = 350;  // milliseconds from an event to its picture
+
+const char* NameOf(EventKind kind) {
+  switch (kind) {
+    case EventKind::Round:
+      return "round";
+    case EventKind::Warning:
+      return "warning";
+    case EventKind::Sound:
+      return "sound";
+    case EventKind::Move:
+      return "move";
+    case EventKind::Break:
+      return "break";
+    case EventKind::Pause:
+      return "pause";
+    case EventKind::Resume:
+      return "resume";
+    case EventKind::End:
+      return "end";
+  }
+  return "";
+}
+
+}  // namespace
+
+Demonstration::Demonstration(Desktop& desktop, const QString& folder)
+    : desktop_(desktop), folder_(folder) {
+  QDir().mkpath(folder_);
+  Shape();
+  connect(&desktop_, &Desktop::SessionEvent, this,
+          [this](int kind, const QString& text) { Record(static_cast<EventKind>(kind), text); });
+  desktop_.MainWindow().show();
+  QTimer::singleShot(kSettle, this, [this] {
+    Picture(desktop_.MainWindow(), "control window");
+    desktop_.StartSession();
+  });
+}
+
+void Demonstration::Shape() {
+  SessionSettings& s = desktop_.TheSession().settings;
+  s.nRounds = 3;
+  s.MinPerRound = 0.15F;
+  s.MinBetweenRounds = 0.1F;
+  s.MinWarning = 0.05F;
+  s.MinWarning1 = 0.1F;
+  s.Skip = "1";
+  s.Arrow = "1";
+  s.optBreak = true;
+  s.BreakAfterRound = 2;
+  s.TimeForBreak = 0.1F;
+  s.MoveAfterBreak = true;
+  s.Header = "Friday Pairs";
+  desktop_.RefillControlWindow();
+}
+
+void Demonstration::Record(EventKind kind, const QString& text) {
+  std::printf("%s\t%s\n", NameOf(kind), qPrintable(text));
+  std::fflush(stdout);
+  if (kind == EventKind::Sound) return;
+  QTimer::singleShot(kSettle, this, [this, name = QString::fromUtf8(NameOf(kind)), kind] {
+    Picture(desktop_.Display(), name);
+    if (kind == EventKind::End) desktop_.EndProgram();
+  });
+}
+
+void Demonstration::Picture(QWidget& window, const QString& name) {
+  const QString file = QStringLiteral("%1/%2 %3.png")
+                           .arg(folder_)
+                           .arg(++pictures_, 2, 10, QLatin1Char('0'))
+                           .arg(name);
+  if (!window.grab().save(file))
+    std::fprintf(stderr, "corvanel: cannot write %s\n", qPrintable(file));
+}
+
+}  // namespace corvanel

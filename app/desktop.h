@@ -1,0 +1,84 @@
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+#include <filesystem>
+#include <memory>
+
+#include "clock/round_clock.h"
+#include "display/display_commands.h"
+#include "display/window/frm_display.h"
+#include "platform/json_store.h"
+#include "platform/qt_prompts.h"
+#include "platform/qt_sound_player.h"
+#include "platform/qt_tick_timer.h"
+#include "platform/system_time.h"
+#include "session/control_window.h"
+#include "session/window/frm_main.h"
+#include "settings/settings_table.h"
+#include "startup/mod_error.h"
+
+namespace corvanel {
+
+/// The desktop program: every object once, and the few things that concern several windows.
+class Desktop : public QObject,
+                public ClockView,
+                public ClockEvents,
+                public DisplayHost,
+                public Stage,
+                public ProgramEnding {
+  Q_OBJECT
+
+ public:
+  /// Builds the program on a settings file and loads the settings; shows nothing yet.
+  explicit Desktop(const std::filesystem::path& store);
+
+  /// Shows the control window, and tells about a damaged settings file.
+  void Open();
+
+  /// What the Start button does.
+  void StartSession() { control_.cmdStart_Click(); }
+  /// Shows the session's settings anew after they were changed from outside.
+  void RefillControlWindow() { control_.Display(); }
+
+  FrmMain& MainWindow() { return frmMain_; }
+  FrmDisplay& Display() { return frmDisplay_; }
+  Session& TheSession() { return session_; }
+
+  void ShowFace(const ClockFace& face) override;
+  void ShowTimeOfDay(const std::string& time) override;
+  void Happened(EventKind kind, const std::string& text) override;
+  void ShowControlWindow() override;
+  void ShowHelp() override;
+  double ScreenWidth() const override;
+  void ShowFullScreenPair(bool fullScreen) override;
+  void ShowDisplays() override;
+  void SaveDisplayGeometry() override;
+  void ShutDownComputer() override;
+  void EndProgram() override;
+
+ signals:
+  /// Something happened in the session; `kind` is an EventKind.
+  void SessionEvent(int kind, const QString& text);
+
+ private:
+  void ArmTimeOfDay();
+
+  SystemTime time_;
+  Session session_;
+  JsonStore store_;
+  QtTickTimer ticks_;
+  QtPrompts prompts_;
+  ErrorReport errors_;
+  SettingsTable settings_;
+  QtSoundPlayer sounds_;
+  ProgramExit exit_;
+  FrmMain frmMain_;
+  RoundClock clock_;
+  ControlWindow control_;
+  DisplayCommands commands_;
+  FrmDisplay frmDisplay_;
+  QTimer timerCurrentTime_;
+};
+
+}  // namespace corvanel

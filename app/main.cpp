@@ -1,0 +1,46 @@
+#include <QApplication>
+#include <QCommandLineParser>
+#include <cstdio>
+
+#include "app/demonstration.h"
+#include "app/desktop.h"
+#include "platform/folders.h"
+
+int main(int argc, char** argv) {
+  QApplication app(argc, argv);
+  QApplication::setApplicationName("Corvanel");
+  QApplication::setQuitOnLastWindowClosed(false);
+
+  QCommandLineParser parser;
+  parser.setApplicationDescription(
+      QApplication::tr("The round clock for a duplicate bridge session."));
+  parser.addHelpOption();
+  const QCommandLineOption store("store", QApplication::tr("Use this settings file."), "file");
+  const QCommandLineOption demonstration(
+      "demonstration",
+      QApplication::tr("Play a short session and save a picture of each phase in a folder."),
+      "folder");
+  parser.addOptions({store, demonstration});
+  if (!parser.parse(QApplication::arguments()) || !parser.positionalArguments().isEmpty()) {
+    const QString problem = parser.errorText().isEmpty()
+                                ? QApplication::tr("Only options are taken.")
+                                : parser.errorText();
+    std::fprintf(stderr, "corvanel: %s\n", qPrintable(problem));
+    return 2;
+  }
+  if (parser.isSet("help")) parser.showHelp();
+
+  std::filesystem::path file = corvanel::DefaultStoreFile();
+  // The demonstration saves its own session; it must not end up in the user's settings.
+  if (parser.isSet(demonstration)) {
+    file = (parser.value(demonstration) + "/settings.json").toStdString();
+  }
+  if (parser.isSet(store)) file = parser.value(store).toStdString();
+  corvanel::Desktop desktop(file);
+  if (parser.isSet(demonstration)) {
+    corvanel::Demonstration show(desktop, parser.value(demonstration));
+    return QApplication::exec();
+  }
+  desktop.Open();
+  return QApplication::exec();
+}

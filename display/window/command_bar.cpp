@@ -1,0 +1,113 @@
+#include "display/window/command_bar.h"
+
+#include <QHBoxLayout>
+#include <QScrollBar>
+#include <QStyle>
+#include <QToolButton>
+
+namespace corvanel {
+namespace {
+
+constexpr const char* kStyle = R"(
+  QFrame#fraCommand { background: #EEF2F9; border: 1px solid #9FB0CC; border-radius: 10px; }
+  QToolButton { color: #10203C; background: transparent; border: none; border-radius: 6px;
+                padding: 6px 8px; }
+  QToolButton:hover { background: #D3DDEE; }
+  QToolButton:pressed { background: #B4C4E0; }
+  QToolButton:disabled { color: #8A94A6; }
+)";
+
+}  // namespace
+
+CommandBar::CommandBar(QWidget* parent) : QFrame(parent) {
+  setObjectName("fraCommand");
+  setStyleSheet(QString::fromUtf8(kStyle));
+  setCursor(Qt::ArrowCursor);
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(10, 6, 10, 6);
+  row->setSpacing(2);
+
+  pause_ = Add("cmdPause", tr("Pause"), tr("Pause the clock (P)"), QStyle::SP_MediaPause);
+  resume_ = Add("cmdResume", tr("Resume"), tr("Let the clock go on (P)"), QStyle::SP_MediaPlay);
+  auto* next = Add("cmdNextRound", tr("Next round"), tr("End this round and start the next (N)"),
+                   QStyle::SP_MediaSkipForward);
+  auto* restart =
+      Add("cmdRestart", tr("Restart round"), tr("Start this round again from its full length (R)"),
+          QStyle::SP_BrowserReload);
+  auto* change = Add("cmdChange", tr("± 1 min"), tr("Add or take off a minute (+ and -)"), -1);
+  minutes_ = new QScrollBar(Qt::Vertical, this);
+  minutes_->setObjectName("vsbChange");
+  minutes_->setRange(-1, 1);
+  minutes_->setValue(0);
+  minutes_->setFixedHeight(40);
+  minutes_->setFocusPolicy(Qt::NoFocus);
+  minutes_->setAccessibleName(tr("Add or take off a minute"));
+  row->addWidget(minutes_);
+  full_ = Add("cmdFullScreen_0", tr("Full screen"), tr("Full screen (F)"),
+              QStyle::SP_TitleBarMaxButton);
+  normal_ = Add("cmdFullScreen_1", tr("Window"), tr("Back to a normal window (F)"),
+                QStyle::SP_TitleBarNormalButton);
+  auto* sound = Add("cmdSound", tr("Sounds"), tr("Choose the sounds"), QStyle::SP_MediaVolume);
+  auto* options =
+      Add("cmdOptions", tr("Display"), tr("Choose fonts and colours"), QStyle::SP_DesktopIcon);
+  // Their dialogs come later.
+  sound->setEnabled(false);
+  options->setEnabled(false);
+  auto* close = Add("cmdClose", tr("Main menu"), tr("Return to the control window (Esc)"),
+                    QStyle::SP_ArrowBack);
+
+  connect(pause_, &QToolButton::clicked, this, &CommandBar::PauseClicked);
+  connect(resume_, &QToolButton::clicked, this, &CommandBar::ResumeClicked);
+  connect(next, &QToolButton::clicked, this, &CommandBar::NextRoundClicked);
+  connect(restart, &QToolButton::clicked, this, &CommandBar::RestartClicked);
+  connect(change, &QToolButton::clicked, this, &CommandBar::ChangeClicked);
+  connect(full_, &QToolButton::clicked, this, [this] { emit FullScreenClicked(0); });
+  connect(normal_, &QToolButton::clicked, this, [this] { emit FullScreenClicked(1); });
+  connect(close, &QToolButton::clicked, this, &CommandBar::CloseClicked);
+  connect(minutes_, &QScrollBar::valueChanged, this, [this](int value) {
+    if (value == 0) return;
+    minutes_->setValue(0);
+    emit MinutesMoved(value);
+  });
+  ShowPaused(false);
+  ShowFullScreen(false);
+}
+
+QToolButton* CommandBar::Add(const char* name, const QString& text, const QString& hint, int icon) {
+  auto* button = new QToolButton(this);
+  button->setObjectName(name);
+  button->setText(text);
+  button->setToolTip(hint);
+  button->setFocusPolicy(Qt::NoFocus);
+  if (icon >= 0) button->setIcon(style()->standardIcon(static_cast<QStyle::StandardPixmap>(icon)));
+  layout()->addWidget(button);
+  buttons_.push_back(button);
+  return button;
+}
+
+void CommandBar::ShowPaused(bool paused) {
+  pause_->setVisible(!paused);
+  resume_->setVisible(paused);
+}
+
+void CommandBar::ShowFullScreen(bool fullScreen) {
+  full_->setVisible(!fullScreen);
+  normal_->setVisible(fullScreen);
+}
+
+void CommandBar::FitInto(const QSize& window) {
+  const int room = window.width() - 16;
+  for (const auto style : {Qt::ToolButtonTextUnderIcon, Qt::ToolButtonIconOnly}) {
+    for (QToolButton* button : buttons_) {
+      // The one without an icon keeps its text.
+      button->setToolButtonStyle(button->icon().isNull() ? Qt::ToolButtonTextOnly : style);
+    }
+    layout()->invalidate();
+    if (sizeHint().width() <= room) break;
+  }
+  const QSize size(std::min(sizeHint().width(), room), sizeHint().height());
+  setGeometry((window.width() - size.width()) / 2, window.height() - size.height() - 8,
+              size.width(), size.height());
+}
+
+}  // namespace corvanel

@@ -1,0 +1,100 @@
+#include "display/window/countdown_panel.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+#include <QPainterPath>
+
+#include "display/window/text_measure.h"
+#include "display/window/text_row.h"
+
+namespace corvanel {
+
+CountdownPanel::CountdownPanel(const QString& name, QWidget* parent) : QWidget(parent) {
+  setObjectName(name);
+  setAttribute(Qt::WA_TransparentForMouseEvents);
+}
+
+void CountdownPanel::SetTexts(const std::string& countdown, const std::string& stateWord) {
+  const bool onlyDigits = stateWord == stateWord_ && countdown.size() == countdown_.size();
+  const std::string before = countdown_;
+  countdown_ = countdown;
+  stateWord_ = stateWord;
+  if (onlyDigits) {
+    UpdateChangedCells(before);
+  } else {
+    setAccessibleName(QString::fromStdString(stateWord));
+    update();
+  }
+}
+
+void CountdownPanel::UpdateChangedCells(const std::string& before) {
+  for (size_t i = 0; i < countdown_.size(); ++i) {
+    if (countdown_[i] != before[i]) update(CellOf(i).toAlignedRect().adjusted(-1, -1, 1, 1));
+  }
+}
+
+void CountdownPanel::SetPlace(const Layout& layout) {
+  const QRect panel = Pixels(layout.panel);
+  setGeometry(panel);
+  place_ = layout.countdown;
+  tag_ = layout.tag;
+  for (TextPlace* inside : {&place_, &tag_}) {
+    inside->place.x -= panel.x();
+    inside->place.y -= panel.y();
+  }
+  SetStyle(style_, background_);
+}
+
+void CountdownPanel::SetStyle(const ElementStyle& style, int32_t background) {
+  style_ = style;
+  background_ = background;
+  font_ = FontOf(style, std::max(place_.points, 1.0));
+  digitCell_ = CellWidth(QLatin1Char('0'), font_);
+  digitHeight_ = DigitHeight(font_);
+  update();
+}
+
+double CountdownPanel::CountdownWidth(const std::string& text) const {
+  double width = 0;
+  for (const char c : text) {
+    width += c == ':' ? CellWidth(QLatin1Char(c), font_) : digitCell_;
+  }
+  return width;
+}
+
+QRectF CountdownPanel::CellOf(size_t index) const {
+  const double left = place_.place.x + (place_.place.width - CountdownWidth(countdown_)) / 2 +
+                      CountdownWidth(countdown_.substr(0, index));
+  const double top = place_.place.y + (place_.place.height - digitHeight_) / 2;
+  return {left, top, CountdownWidth(countdown_.substr(index, 1)), digitHeight_};
+}
+
+void CountdownPanel::paintEvent(QPaintEvent* event) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  if (style_.Backcolour != background_) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ColourOf(style_.Backcolour));
+    const double radius = height() * 0.04;
+    painter.drawRoundedRect(rect(), radius, radius);
+  }
+  painter.setPen(ColourOf(style_.Forecolour));
+  if (!stateWord_.empty() && event->rect().intersects(Pixels(tag_.place))) {
+    ElementStyle tagStyle = style_;
+    tagStyle.Bold = true;
+    painter.setFont(FontOf(tagStyle, tag_.points));
+    painter.drawText(QRectF(tag_.place.x, tag_.place.y, tag_.place.width, tag_.place.height),
+                     Qt::AlignLeft | Qt::AlignVCenter, QString::fromStdString(stateWord_));
+  }
+  painter.setFont(font_);
+  painter.setBrush(ColourOf(style_.Forecolour));
+  for (size_t i = 0; i < countdown_.size(); ++i) {
+    const QRectF cell = CellOf(i);
+    if (!event->rect().intersects(cell.toAlignedRect())) continue;
+    const QChar character = QLatin1Char(countdown_[i]);
+    const double inset = (cell.width() - QFontMetricsF(font_).horizontalAdvance(character)) / 2;
+    painter.drawText(QPointF(cell.left() + inset, cell.bottom()), character);
+  }
+}
+
+}  // namespace corvanel

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QWidget>
+
+#include "display/layout.h"
+
+namespace corvanel {
+
+/// The countdown on its field, with the word that names its state. Every digit stands in a cell of
+/// one width, so that nothing wobbles from second to second.
+class CountdownPanel : public QWidget {
+  Q_OBJECT
+
+ public:
+  CountdownPanel(const QString& name, QWidget* parent);
+  void SetTexts(const std::string& countdown, const std::string& stateWord);
+  /// Places in the window; the panel covers the layout's panel.
+  void SetPlace(const Layout& layout);
+  /// `background`: of the window; a countdown on the same colour needs no field.
+  void SetStyle(const ElementStyle& style, int32_t background);
+  const std::string& Countdown() const { return countdown_; }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QRectF CellOf(size_t index) const;
+  double CountdownWidth(const std::string& text) const;
+  void UpdateChangedCells(const std::string& before);
+
+  std::string countdown_;
+  std::string stateWord_;
+  TextPlace place_;  // of the digits, in this widget
+  TextPlace tag_;
+  ElementStyle style_;
+  QFont font_;
+  double digitCell_ = 0;
+  double digitHeight_ = 0;
+  int32_t background_ = 0;
+};
+
+}  // namespace corvanel

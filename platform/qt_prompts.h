@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QMessageBox>
+
+#include "platform/qt_tick_timer.h"
+#include "session/prompts.h"
+
+namespace corvanel {
+
+/// Message boxes over whatever window is active.
+class QtPrompts : public Prompts {
+ public:
+  explicit QtPrompts(QtTickTimer& ticks) : ticks_(ticks) {}
+  void Message(const std::string& text) override;
+  Answer AskYesNo(const std::string& question) override;
+  Answer AskYesNoCancel(const std::string& question) override;
+  Answer AskToContinue(const std::string& question) override;
+
+ private:
+  static Answer Ask(const std::string& text, QMessageBox::Icon icon,
+                    QMessageBox::StandardButtons buttons);
+  QtTickTimer& ticks_;
+};
+
+}  // namespace corvanel

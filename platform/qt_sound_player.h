@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QObject>
+#include <QThread>
+#include <string>
+
+#include "clock/sound_player.h"
+
+namespace corvanel {
+
+/// Plays on a thread of its own, so that neither opening a device nor reading a file ever holds
+/// the clock up.
+class QtSoundPlayer : public QObject, public SoundPlayer {
+  Q_OBJECT
+
+ public:
+  explicit QtSoundPlayer(std::string programFolder);
+  ~QtSoundPlayer() override;
+  void Play(const std::string& file) override;
+
+ signals:
+  void Wanted(const QString& file);
+
+ private:
+  std::string programFolder_;
+  QThread thread_;
+};
+
+}  // namespace corvanel

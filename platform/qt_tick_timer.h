@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QTimer>
+#include <functional>
+
+#include "clock/clock_view.h"
+
+namespace corvanel {
+
+/// The clock's wake-up on the window thread.
+class QtTickTimer : public QObject, public TickTimer {
+  Q_OBJECT
+
+ public:
+  /// `wakeUp` is called each time the timer fires.
+  explicit QtTickTimer(std::function<void()> wakeUp);
+
+  void Arm(double seconds) override;
+  void Disarm() override;
+
+  /// From Hold to Release no wake-up is given; one that falls due meanwhile comes at Release.
+  void Hold();
+  void Release();
+
+ private:
+  void Fire();
+
+  std::function<void()> wakeUp_;
+  QTimer timer_;
+  int holds_ = 0;
+  bool missed_ = false;
+};
+
+}  // namespace corvanel

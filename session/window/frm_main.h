@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QMainWindow>
+#include <array>
+#include <memory>
+
+#include "session/control_window.h"
+#include "session/control_window_view.h"
+
+class QAbstractButton;
+class QCheckBox;
+class QLabel;
+
+namespace Ui {
+class FrmMain;
+}
+
+namespace corvanel {
+
+class EntryBox;
+
+/// The control window. It reads its widgets, calls its logic, and shows what comes back.
+class FrmMain : public QMainWindow, public ControlWindowView {
+  Q_OBJECT
+
+ public:
+  explicit FrmMain(const Session& session, QWidget* parent = nullptr);
+  ~FrmMain() override;
+
+  /// Connects the widgets to their logic; to be called once, before the window is shown.
+  void SetLogic(ControlWindow& logic);
+
+  void SetText(Box box, const std::string& text) override;
+  void SetLabel(Label label, const std::string& text) override;
+  void SetTick(Tick tick, bool on) override;
+  void SetMode(int calculate) override;
+  void Focus(Box box) override;
+  bool CommitEditing() override;
+  void OfferFavouriteSave(bool offered) override;
+  void OfferResume() override;
+  void ShowTimetable(const std::vector<TimetableLine>& lines, ClockTime start) override;
+
+  /// Lists the favourites and names the one in use; the loader is hidden when there are none.
+  void ShowFavourites(const std::vector<std::string>& names, const std::string& inUse);
+
+ signals:
+  void ShortcutsWanted();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+
+ private:
+  EntryBox* BoxOf(Box box) const { return boxes_[static_cast<size_t>(box)]; }
+  QCheckBox* CheckOf(Tick tick) const;
+  void Leave(EntryBox* box);
+
+  const Session& session_;
+  std::unique_ptr<Ui::FrmMain> ui_;
+  std::array<EntryBox*, kBoxes> boxes_{};
+  ControlWindow* logic_ = nullptr;
+};
+
+}  // namespace corvanel
