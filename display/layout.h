@@ -98,6 +98,9 @@ std::vector<std::string> BreakLines(const std::string& text, int lines, double w
                                     const ElementStyle& style, double points,
                                     const TextMeasure& measure);
 
+/// The line of finish and break time, as the display shows it.
+std::string FinishAndBreak(const std::string& finish, const std::string& breakLine);
+
 /// The word that names the state of the clock beside its colour; empty for a round that simply
 /// runs.
 std::string StateWord(Phase phase, bool paused, Element countdownStyle);

@@ -142,10 +142,10 @@ void FrmDisplay::ShowTexts() {
   lblMin_->SetTexts(face_.countdown, StateWord(face_.phase, face_.paused, face_.countdownStyle));
   lblInfo_->SetText(face_.caption);
   lblMess_->SetText(face_.message);
-  lblEnd_->SetText(face_.breakLine.empty() ? face_.finish : face_.finish + "   " + face_.breakLine);
+  lblEnd_->SetText(FinishAndBreak(face_.finish, face_.breakLine));
 }
 
-void FrmDisplay::Restore() {
+QRect FrmDisplay::NormalPlace() const {
   const Options& options = session_.options;
   const auto pixels = [](int32_t twips) {
     return static_cast<int>(std::lround(twips / kTwipsPerPixel));
@@ -156,8 +156,12 @@ void FrmDisplay::Restore() {
   if (QGuiApplication::screenAt(place.center()) == nullptr) {
     place.moveTopLeft(QGuiApplication::primaryScreen()->availableGeometry().topLeft());
   }
-  setGeometry(place);
-  const bool fullScreen = options.DisplayState == 0;
+  return place;
+}
+
+void FrmDisplay::Restore() {
+  setGeometry(NormalPlace());
+  const bool fullScreen = session_.options.DisplayState == 0;
   SetFullScreen(fullScreen);
   ShowFullScreenPair(fullScreen);
 }
@@ -170,9 +174,14 @@ WindowPlace FrmDisplay::Place() const {
 
 void FrmDisplay::SetFullScreen(bool fullScreen) {
   const Qt::WindowStates others = windowState() & ~(Qt::WindowFullScreen | Qt::WindowMinimized);
-  setWindowState(fullScreen ? others | Qt::WindowFullScreen : others);
-  // Without a window manager nobody else would fit the window to the screen.
-  if (fullScreen && screen() != nullptr) setGeometry(screen()->geometry());
+  // Without a window manager nobody else would fit the window to the screen, or take it back.
+  if (fullScreen) {
+    setGeometry(screen()->geometry());
+    setWindowState(others | Qt::WindowFullScreen);
+  } else {
+    setWindowState(others);
+    setGeometry(NormalPlace());
+  }
 }
 
 void FrmDisplay::closeEvent(QCloseEvent* event) {

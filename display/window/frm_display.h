@@ -48,6 +48,8 @@ class FrmDisplay : public QWidget, public DisplayForm {
   void ShowCommandBar();
   void HideCommandBar();
   int32_t Background() const;
+  /// Where the window stands when it is not full screen, as the options remember it.
+  QRect NormalPlace() const;
 
   const Session& session_;
   DisplayCommands& commands_;
