@@ -9,6 +9,9 @@ Answer QtPrompts::Ask(const std::string& text, QMessageBox::Icon icon,
   QMessageBox box(icon, QStringLiteral("Corvanel"), QString::fromStdString(text).remove('\r'),
                   buttons, QApplication::activeWindow());
   box.setTextFormat(Qt::PlainText);
+  // An Enter that was not meant for the question must not throw anything away.
+  if (buttons & QMessageBox::No) box.setDefaultButton(QMessageBox::No);
+  if (buttons & QMessageBox::Cancel) box.setDefaultButton(QMessageBox::Cancel);
   // In front of a full-screen display and of windows that are always on top.
   box.setWindowFlag(Qt::WindowStaysOnTopHint);
   switch (box.exec()) {

@@ -361,8 +361,11 @@ void ControlWindow::ShowProgress() {
   const auto putIfChanged = [&](Box box) {
     if (TextOf(box) != shown_[static_cast<size_t>(box)]) Put(box);
   };
-  putIfChanged(Box::CurrentRound);
-  CaptionStart(TextOf(Box::CurrentRound));
+  if (TextOf(Box::CurrentRound) != shown_[static_cast<size_t>(Box::CurrentRound)]) {
+    Put(Box::CurrentRound);
+    CaptionStart(TextOf(Box::CurrentRound));
+    parts_.view.ShowTimetable(Timetable(session.settings, session.currentRound), session.startTime);
+  }
   const Progress progress = parts_.clock.CurrentProgress();
   putIfChanged(Box::StartTime);
   if (!progress.Running()) return;

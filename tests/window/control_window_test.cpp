@@ -10,6 +10,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QTest>
+#include <map>
 
 #include "session/window/frm_main.h"
 #include "settings/settings_table.h"
@@ -163,6 +164,26 @@ TEST_F(FrmMainTest, TheCloseBoxIsTheExit) {
   window.close();
   EXPECT_EQ(desk.done, "end ");
   EXPECT_TRUE(window.isVisible());
+}
+
+TEST_F(FrmMainTest, NoTwoControlsShareAMnemonic) {
+  std::map<QChar, std::string> owners;
+  const auto claim = [&](const QString& text, const QObject* owner) {
+    const qsizetype at = text.indexOf('&');
+    if (at < 0) return;
+    const std::string name = owner->objectName().toStdString();
+    const auto [entry, added] = owners.try_emplace(text[at + 1].toLower(), name);
+    EXPECT_TRUE(added) << name << " and " << entry->second;
+  };
+  for (const QLabel* label : window.findChildren<QLabel*>()) {
+    if (label->buddy() != nullptr) claim(label->text(), label);
+  }
+  for (const QAbstractButton* button : window.findChildren<QAbstractButton*>()) {
+    claim(button->text(), button);
+  }
+  for (const char* menu : {"mnuSettings", "mnuOptions", "mnuBridgemate", "mnuHelp"}) {
+    claim(Find<QMenu>(menu)->title(), Find<QMenu>(menu));
+  }
 }
 
 TEST_F(FrmMainTest, EveryBoxHasANameForAScreenReader) {
