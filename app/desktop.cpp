@@ -51,14 +51,16 @@ void Desktop::Open() {
   }
 }
 
-/// The time of day is shown to the minute, but the computer's clock may be set at any moment.
+/// The time of day is shown to the minute, and changes with it. That the computer's clock was set
+/// is noticed by the round clock's ticks.
 void Desktop::ArmTimeOfDay() {
-  const double second = time_.TimeOfDay().Seconds();
-  timerCurrentTime_.start(static_cast<int>(std::ceil((std::floor(second) + 1 - second) * 1000)));
+  const double intoMinute = std::fmod(time_.TimeOfDay().Seconds(), 60);
+  timerCurrentTime_.start(static_cast<int>(std::ceil((60 - intoMinute) * 1000)));
 }
 
 void Desktop::ShowFace(const ClockFace& face) {
   frmDisplay_.ShowFace(face);
+  clock_.TimerCurrentTime_Timer();
   control_.ShowProgress();
 }
 

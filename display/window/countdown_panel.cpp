@@ -12,6 +12,8 @@ namespace corvanel {
 CountdownPanel::CountdownPanel(const QString& name, QWidget* parent) : QWidget(parent) {
   setObjectName(name);
   setAttribute(Qt::WA_TransparentForMouseEvents);
+  // It paints every pixel of itself, so that a second costs no painting of what lies behind.
+  setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
 void CountdownPanel::SetTexts(const std::string& countdown, const std::string& stateWord) {
@@ -42,14 +44,20 @@ void CountdownPanel::SetPlace(const Layout& layout) {
     inside->place.x -= panel.x();
     inside->place.y -= panel.y();
   }
-  SetStyle(style_, background_);
+  TakeFont();
 }
 
 void CountdownPanel::SetStyle(const ElementStyle& style, int32_t background) {
+  if (style == style_ && background == background_) return;
   style_ = style;
   background_ = background;
-  font_ = FontOf(style, std::max(place_.points, 1.0));
+  TakeFont();
+}
+
+void CountdownPanel::TakeFont() {
+  font_ = FontOf(style_, std::max(place_.points, 1.0));
   digitCell_ = CellWidth(QLatin1Char('0'), font_);
+  colonCell_ = CellWidth(QLatin1Char(':'), font_);
   digitHeight_ = DigitHeight(font_);
   update();
 }
@@ -57,7 +65,7 @@ void CountdownPanel::SetStyle(const ElementStyle& style, int32_t background) {
 double CountdownPanel::CountdownWidth(const std::string& text) const {
   double width = 0;
   for (const char c : text) {
-    width += c == ':' ? CellWidth(QLatin1Char(c), font_) : digitCell_;
+    width += c == ':' ? colonCell_ : digitCell_;
   }
   return width;
 }
@@ -72,6 +80,7 @@ QRectF CountdownPanel::CellOf(size_t index) const {
 void CountdownPanel::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
+  painter.fillRect(event->rect(), ColourOf(background_));
   if (style_.Backcolour != background_) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(ColourOf(style_.Backcolour));

@@ -24,6 +24,7 @@ class CountdownPanel : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  void TakeFont();
   QRectF CellOf(size_t index) const;
   double CountdownWidth(const std::string& text) const;
   void UpdateChangedCells(const std::string& before);
@@ -34,7 +35,8 @@ class CountdownPanel : public QWidget {
   TextPlace tag_;
   ElementStyle style_;
   QFont font_;
-  double digitCell_ = 0;
+  double digitCell_ = 0;  // width of a digit's cell, and of the colon's
+  double colonCell_ = 0;
   double digitHeight_ = 0;
   int32_t background_ = 0;
 };
