@@ -8,6 +8,7 @@
 #include "display/window/frm_help.h"
 #include "platform/folders.h"
 #include "platform/shut_down.h"
+#include "startup/version.h"
 
 namespace corvanel {
 
@@ -26,6 +27,8 @@ Desktop::Desktop(const std::filesystem::path& store)
       frmDisplay_(session_, commands_) {
   session_.ProgramFolder = ProgramFolderPath();
   frmMain_.SetLogic(control_);
+  frmMain_.ShowVersion(QString::fromStdString(VersionText()));
+  frmDisplay_.setWindowTitle(frmMain_.windowTitle());
   timerCurrentTime_.setSingleShot(true);
   timerCurrentTime_.setTimerType(Qt::PreciseTimer);
   connect(&timerCurrentTime_, &QTimer::timeout, this, [this] {
@@ -101,8 +104,12 @@ void Desktop::ShowDisplays() {
 }
 
 void Desktop::SaveDisplayGeometry() {
-  commands_.CaptureGeometry(frmDisplay_);
-  settings_.SaveOptions({"DisplayState", "FormX", "FormY", "FormSizeX", "FormSizeY"});
+  // The program ends all the same when the store cannot be written.
+  HandlerSteps step(errors_, "modTimer");
+  step([&] { commands_.CaptureGeometry(frmDisplay_); });
+  step([&] {
+    settings_.SaveOptions({"DisplayState", "FormX", "FormY", "FormSizeX", "FormSizeY"});
+  });
 }
 
 void Desktop::ShutDownComputer() {

@@ -18,7 +18,7 @@ constexpr double kProbePoints = 100;        // sizes are measured at, and scaled
 constexpr double kMoveMessageShare = 0.34;  // of the height, for the big message
 constexpr double kTagPoints = 22;           // at the reference height
 constexpr double kGap = 0.018;              // of the height, between rows
-constexpr double kPanelPadding = 0.045;     // of the panel's height, above and below the digits
+constexpr double kPanelPadding = 0.055;     // of the panel's height, above and below the digits
 constexpr double kMoreLinesPay = 1.2;       // a further line must let the text grow by this
 
 /// Remembers what has been measured: placing everything asks for the same few texts again and

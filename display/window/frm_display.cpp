@@ -50,7 +50,6 @@ FrmDisplay::FrmDisplay(const Session& session, DisplayCommands& commands)
       lblBridgemate_(new TextRow("lblBridgemate", this)),
       fraCommand_(new CommandBar(this)) {
   setObjectName("frmDisplay");
-  setWindowTitle("Corvanel");
   setMouseTracking(true);
   setAutoFillBackground(true);
   setFocusPolicy(Qt::StrongFocus);

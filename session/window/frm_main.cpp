@@ -167,6 +167,11 @@ void FrmMain::ShowTimetable(const std::vector<TimetableLine>& lines, ClockTime s
   ui_->barTimetable->Show(lines, start, session_.options.Form());
 }
 
+void FrmMain::ShowVersion(const QString& version) {
+  setWindowTitle(QStringLiteral("Corvanel v") + version);
+  ui_->lblVersion->setText(tr("Version ") + version);
+}
+
 void FrmMain::ShowFavourites(const std::vector<std::string>& names, const std::string& inUse) {
   ui_->cboFavs->clear();
   for (const std::string& name : names) ui_->cboFavs->addItem(QString::fromStdString(name));

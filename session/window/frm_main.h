@@ -40,6 +40,8 @@ class FrmMain : public QMainWindow, public ControlWindowView {
   void OfferResume() override;
   void ShowTimetable(const std::vector<TimetableLine>& lines, ClockTime start) override;
 
+  /// Names the program's version, such as "1.4.02", in the caption and at the foot.
+  void ShowVersion(const QString& version);
   /// Lists the favourites and names the one in use; the loader is hidden when there are none.
   void ShowFavourites(const std::vector<std::string>& names, const std::string& inUse);
 
