@@ -5,13 +5,11 @@
 namespace corvanel {
 
 Answer QtPrompts::Ask(const std::string& text, QMessageBox::Icon icon,
-                      QMessageBox::StandardButtons buttons) {
+                      QMessageBox::StandardButtons buttons, QMessageBox::StandardButton onEnter) {
   QMessageBox box(icon, QStringLiteral("Corvanel"), QString::fromStdString(text).remove('\r'),
                   buttons, QApplication::activeWindow());
   box.setTextFormat(Qt::PlainText);
-  // An Enter that was not meant for the question must not throw anything away.
-  if (buttons & QMessageBox::No) box.setDefaultButton(QMessageBox::No);
-  if (buttons & QMessageBox::Cancel) box.setDefaultButton(QMessageBox::Cancel);
+  box.setDefaultButton(onEnter);
   // In front of a full-screen display and of windows that are always on top.
   box.setWindowFlag(Qt::WindowStaysOnTopHint);
   switch (box.exec()) {
@@ -27,21 +25,23 @@ Answer QtPrompts::Ask(const std::string& text, QMessageBox::Icon icon,
 }
 
 void QtPrompts::Message(const std::string& text) {
-  Ask(text, QMessageBox::Information, QMessageBox::Ok);
+  Ask(text, QMessageBox::Information, QMessageBox::Ok, QMessageBox::Ok);
 }
 
 Answer QtPrompts::AskYesNo(const std::string& question) {
-  return Ask(question, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No);
+  return Ask(question, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No,
+             QMessageBox::No);
 }
 
 Answer QtPrompts::AskYesNoCancel(const std::string& question) {
   return Ask(question, QMessageBox::Question,
-             QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+             QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Cancel);
 }
 
 Answer QtPrompts::AskToContinue(const std::string& question) {
   ticks_.Hold();
-  const Answer answer = Ask(question, QMessageBox::Critical, QMessageBox::Yes | QMessageBox::No);
+  const Answer answer = Ask(question, QMessageBox::Critical, QMessageBox::Yes | QMessageBox::No,
+                            QMessageBox::Yes);
   ticks_.Release();
   return answer;
 }

@@ -17,8 +17,9 @@ class QtPrompts : public Prompts {
   Answer AskToContinue(const std::string& question) override;
 
  private:
+  /// `onEnter` is the harmless answer: an Enter that was meant for something else gives it.
   static Answer Ask(const std::string& text, QMessageBox::Icon icon,
-                    QMessageBox::StandardButtons buttons);
+                    QMessageBox::StandardButtons buttons, QMessageBox::StandardButton onEnter);
   QtTickTimer& ticks_;
 };
 

@@ -1,6 +1,7 @@
 #include "session/control_window.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "basics/numbers.h"
 #include "session/captions.h"
@@ -304,7 +305,13 @@ void ControlWindow::Calculate(const Progress& progress) {
 }
 
 void ControlWindow::ShowSchedule(const Schedule& schedule) {
-  parts_.view.SetLabel(Label::lblFinishTime, TimeText(schedule.finish, Form()));
+  const SessionSettings& s = parts_.session.settings;
+  ClockTime finish = schedule.finish;
+  // Minutes of two decimals meet the required finish but for some seconds: then it is that time.
+  if (const auto required = ParseTime(s.RequiredFinish); s.Calculate == 1 && required) {
+    if (std::abs(required->Seconds() - finish.Seconds()) < 60) finish = *required;
+  }
+  parts_.view.SetLabel(Label::lblFinishTime, TimeText(finish, Form()));
   parts_.view.SetLabel(Label::lblBreakTime,
                        schedule.breakAt ? TimeText(*schedule.breakAt, Form()) : std::string());
 }

@@ -193,6 +193,7 @@ TEST_F(ControlWindowTest, TheRequiredFinishSetsTheMinutes) {
   EXPECT_EQ(view.labels[Label::lblFinish], "Required Finish Time");
   EXPECT_EQ(Value(Box::MinPerRound), "21.62");
   EXPECT_EQ(view.labels[Label::lblMinPerRound], "21.62");
+  EXPECT_EQ(view.labels[Label::lblFinishTime], "22:30");
   Enter(Box::FinishTime, "9:30pm");
   EXPECT_EQ(s.RequiredFinish, "21:30");
   EXPECT_EQ(Value(Box::FinishTime), "21:30");

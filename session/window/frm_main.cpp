@@ -1,6 +1,7 @@
 #include "session/window/frm_main.h"
 
 #include <QCloseEvent>
+#include <QScreen>
 #include <QShortcut>
 #include <QTimer>
 
@@ -189,6 +190,9 @@ void FrmMain::closeEvent(QCloseEvent* event) {
 void FrmMain::showEvent(QShowEvent* event) {
   QMainWindow::showEvent(event);
   if (focusWidget() == nullptr) ui_->txtnRounds->setFocus();
+  // On a small or strongly scaled screen the page scrolls rather than reach beyond the edge.
+  const QSize room = screen()->availableSize() - QSize(8, 40);  // less the window's frame
+  if (!isMaximized() && !isFullScreen()) resize(size().boundedTo(room));
 }
 
 }  // namespace corvanel
