@@ -5,7 +5,10 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "display/screen_plan.h"
+#include "display/window/frm_font.h"
 #include "display/window/frm_help.h"
+#include "display/window/text_row.h"
 #include "platform/folders.h"
 #include "platform/shut_down.h"
 #include "startup/version.h"
@@ -24,11 +27,12 @@ Desktop::Desktop(const std::filesystem::path& store)
       clock_({session_, time_, ticks_, *this, sounds_, *this, errors_}),
       control_({session_, frmMain_, prompts_, errors_, time_, clock_, settings_, *this, exit_}),
       commands_({clock_, session_, prompts_, errors_, *this, exit_}),
-      frmDisplay_(session_, commands_) {
+      frmDisplay_(session_, commands_),
+      frmDisplay2_(session_, commands_) {
   session_.ProgramFolder = ProgramFolderPath();
   frmMain_.SetLogic(control_);
   frmMain_.ShowVersion(QString::fromStdString(VersionText()));
-  frmDisplay_.setWindowTitle(frmMain_.windowTitle());
+  ConnectDisplays();
   timerCurrentTime_.setSingleShot(true);
   timerCurrentTime_.setTimerType(Qt::PreciseTimer);
   connect(&timerCurrentTime_, &QTimer::timeout, this, [this] {
@@ -43,6 +47,21 @@ Desktop::Desktop(const std::filesystem::path& store)
                             settings_.Entry(settings_.FavouriteInUse()).Name);
   });
   step([&] { control_.Display(); });
+}
+
+void Desktop::ConnectDisplays() {
+  for (DisplayWindow* display :
+       {static_cast<DisplayWindow*>(&frmDisplay_), static_cast<DisplayWindow*>(&frmDisplay2_)}) {
+    display->setWindowTitle(frmMain_.windowTitle());
+    connect(display, &DisplayWindow::OptionsWanted, this, &Desktop::ShowDisplayOptions);
+  }
+  connect(&frmMain_, &FrmMain::DisplayOptionsWanted, this, &Desktop::ShowDisplayOptions);
+  const auto later = [this] {
+    // The window system is still moving windows about.
+    QTimer::singleShot(300, this, &Desktop::ScreensChanged);
+  };
+  connect(qApp, &QGuiApplication::screenAdded, this, later);
+  connect(qApp, &QGuiApplication::screenRemoved, this, later);
 }
 
 void Desktop::Open() {
@@ -63,15 +82,19 @@ void Desktop::ArmTimeOfDay() {
 
 void Desktop::ShowFace(const ClockFace& face) {
   frmDisplay_.ShowFace(face);
+  if (UsesTwin()) frmDisplay2_.ShowFace(face);
   clock_.TimerCurrentTime_Timer();
   control_.ShowProgress();
 }
 
 void Desktop::ShowTimeOfDay(const std::string& time) {
   frmDisplay_.ShowTimeOfDay(time);
+  if (UsesTwin()) frmDisplay2_.ShowTimeOfDay(time);
 }
 
 void Desktop::Happened(EventKind kind, const std::string& text) {
+  if (kind == EventKind::Round) awake_.Hold();
+  if (kind == EventKind::End) awake_.Release();
   emit SessionEvent(static_cast<int>(kind), QString::fromStdString(text));
 }
 
@@ -92,15 +115,90 @@ double Desktop::ScreenWidth() const {
 
 void Desktop::ShowFullScreenPair(bool fullScreen) {
   frmDisplay_.ShowFullScreenPair(fullScreen);
+  frmDisplay2_.ShowFullScreenPair(fullScreen);
+}
+
+void Desktop::ShowMonitorPairs() {
+  frmDisplay2_.ShowRoomDisplay(frmDisplay_.isVisible(), frmDisplay_.isFullScreen());
+}
+
+void Desktop::RearrangeDisplays() {
+  frmDisplay_.Rearrange();
+  if (UsesTwin()) frmDisplay2_.Rearrange();
+}
+
+void Desktop::RewriteTimes() {
+  control_.RewriteTimes();
+  clock_.RefreshSchedule();
+  clock_.TimerCurrentTime_Timer();
+}
+
+void Desktop::ShowDisplayOptions() {
+  DisplayOptions options(session_, settings_, *this, errors_);
+  FrmFont(options, QApplication::activeWindow()).exec();
 }
 
 void Desktop::ShowDisplays() {
-  if (!frmDisplay_.isVisible()) frmDisplay_.Restore();
+  if (UsesTwin()) {
+    if (!frmDisplay_.isVisible() && !frmDisplay2_.isVisible()) PlaceBothDisplays();
+    frmDisplay2_.ShowFace(clock_.Face());
+    frmDisplay2_.show();
+  } else {
+    frmDisplay2_.hide();
+    if (!frmDisplay_.isVisible()) PlaceRoomDisplay();
+  }
   frmDisplay_.show();
-  frmDisplay_.activateWindow();
-  frmDisplay_.setFocus();
+  ShowMonitorPairs();
+  // The director's keys go to the director's window.
+  DisplayWindow& directors = UsesTwin() ? static_cast<DisplayWindow&>(frmDisplay2_) : frmDisplay_;
+  directors.activateWindow();
+  directors.setFocus();
   ArmTimeOfDay();
   frmMain_.hide();
+}
+
+/// Where the room display stood when the program was last used.
+void Desktop::PlaceRoomDisplay() {
+  const Options& options = session_.options;
+  const auto pixels = [](int32_t twips) {
+    return static_cast<int>(std::lround(twips / kTwipsPerPixel));
+  };
+  QRect place(pixels(options.FormX), pixels(options.FormY), pixels(options.FormSizeX),
+              pixels(options.FormSizeY));
+  // A window that would stand on a screen that is no longer there comes to the first one.
+  if (QGuiApplication::screenAt(place.center()) == nullptr) {
+    place.moveTopLeft(QGuiApplication::primaryScreen()->availableGeometry().topLeft());
+  }
+  const bool fullScreen = options.DisplayState == 0;
+  frmDisplay_.PlaceAt(place, fullScreen);
+  ShowFullScreenPair(fullScreen);
+}
+
+void Desktop::PlaceBothDisplays() {
+  std::vector<corvanel::Place> areas;
+  size_t control = 0;
+  const QList<QScreen*> screens = QGuiApplication::screens();
+  for (const QScreen* screen : screens) {
+    if (screen == frmMain_.screen()) control = areas.size();
+    const QRect area = screen->availableGeometry();
+    areas.push_back({static_cast<double>(area.x()), static_cast<double>(area.y()),
+                     static_cast<double>(area.width()), static_cast<double>(area.height())});
+  }
+  const ScreenPlan plan = PlanScreens(areas, control);
+  const bool fullScreen = !plan.sideBySide && session_.options.DisplayState == 0;
+  frmDisplay_.PlaceAt(Pixels(plan.room), fullScreen);
+  frmDisplay2_.PlaceAt(Pixels(plan.twin), false);
+  ShowFullScreenPair(fullScreen);
+  ShowMonitorPairs();
+}
+
+/// A screen went or came: no window is lost, and the room display comes back to its screen.
+void Desktop::ScreensChanged() {
+  if (UsesTwin() && (frmDisplay_.isVisible() || frmDisplay2_.isVisible())) {
+    PlaceBothDisplays();
+  } else if (frmDisplay_.isVisible() && frmDisplay_.isFullScreen()) {
+    PlaceRoomDisplay();
+  }
 }
 
 void Desktop::SaveDisplayGeometry() {

@@ -7,11 +7,14 @@
 
 #include "clock/round_clock.h"
 #include "display/display_commands.h"
+#include "display/display_options.h"
 #include "display/window/frm_display.h"
+#include "display/window/frm_display2.h"
 #include "platform/json_store.h"
 #include "platform/qt_prompts.h"
 #include "platform/qt_sound_player.h"
 #include "platform/qt_tick_timer.h"
+#include "platform/stay_awake.h"
 #include "platform/system_time.h"
 #include "session/control_window.h"
 #include "session/window/frm_main.h"
@@ -25,6 +28,7 @@ class Desktop : public QObject,
                 public ClockView,
                 public ClockEvents,
                 public DisplayHost,
+                public DisplayOptionsHost,
                 public Stage,
                 public ProgramEnding {
   Q_OBJECT
@@ -43,6 +47,7 @@ class Desktop : public QObject,
 
   FrmMain& MainWindow() { return frmMain_; }
   FrmDisplay& Display() { return frmDisplay_; }
+  FrmDisplay2& TwinWindow() { return frmDisplay2_; }
   Session& TheSession() { return session_; }
 
   void ShowFace(const ClockFace& face) override;
@@ -52,6 +57,11 @@ class Desktop : public QObject,
   void ShowHelp() override;
   double ScreenWidth() const override;
   void ShowFullScreenPair(bool fullScreen) override;
+  void ShowMonitorPairs() override;
+  DisplayForm& RoomDisplay() override { return frmDisplay_; }
+  DisplayForm& Twin() override { return frmDisplay2_; }
+  void RearrangeDisplays() override;
+  void RewriteTimes() override;
   void ShowDisplays() override;
   void SaveDisplayGeometry() override;
   void ShutDownComputer() override;
@@ -62,7 +72,13 @@ class Desktop : public QObject,
   void SessionEvent(int kind, const QString& text);
 
  private:
+  void ConnectDisplays();
   void ArmTimeOfDay();
+  void ShowDisplayOptions();
+  bool UsesTwin() const { return session_.settings.ExtraMonitor != 0; }
+  void PlaceRoomDisplay();
+  void PlaceBothDisplays();
+  void ScreensChanged();
 
   SystemTime time_;
   Session session_;
@@ -78,6 +94,8 @@ class Desktop : public QObject,
   ControlWindow control_;
   DisplayCommands commands_;
   FrmDisplay frmDisplay_;
+  FrmDisplay2 frmDisplay2_;
+  StayAwake awake_;
   QTimer timerCurrentTime_;
 };
 

@@ -4,6 +4,7 @@
 
 #include "app/demonstration.h"
 #include "app/desktop.h"
+#include "app/gallery.h"
 #include "platform/folders.h"
 
 int main(int argc, char** argv) {
@@ -20,7 +21,10 @@ int main(int argc, char** argv) {
       "demonstration",
       QApplication::tr("Play a short session and save a picture of each phase in a folder."),
       "folder");
-  parser.addOptions({store, demonstration});
+  const QCommandLineOption gallery(
+      "gallery", QApplication::tr("Save a picture of both displays in every state in a folder."),
+      "folder");
+  parser.addOptions({store, demonstration, gallery});
   if (!parser.parse(QApplication::arguments()) || !parser.positionalArguments().isEmpty()) {
     const QString problem = parser.errorText().isEmpty()
                                 ? QApplication::tr("Only options are taken.")
@@ -35,11 +39,15 @@ int main(int argc, char** argv) {
   if (parser.isSet(demonstration)) {
     file = (parser.value(demonstration) + "/settings.json").toStdString();
   }
+  if (parser.isSet(gallery)) file = "/nonexistent/settings.json";
   if (parser.isSet(store)) file = parser.value(store).toStdString();
   corvanel::Desktop desktop(file);
   if (parser.isSet(demonstration)) {
     corvanel::Demonstration show(desktop, parser.value(demonstration));
     return QApplication::exec();
+  }
+  if (parser.isSet(gallery)) {
+    return corvanel::RenderGallery(desktop, parser.value(gallery)) ? 0 : 2;
   }
   desktop.Open();
   return QApplication::exec();

@@ -32,6 +32,17 @@ double SecondsRemaining(double endMark, double counter) {
   return left <= 0.5 ? 0 : left;
 }
 
+int CountdownStep(int timeChange) {
+  return *std::min_element(kCountdownSteps.begin(), kCountdownSteps.end(), [&](int a, int b) {
+    return std::abs(a - timeChange) < std::abs(b - timeChange);
+  });
+}
+
+double ShownSeconds(double secondsLeft, int step) {
+  const double whole = std::floor(secondsLeft + 0.5);
+  return whole <= step ? whole : std::ceil(whole / step) * step;
+}
+
 double RoundClock::EndMark() const {
   return state_.phase == Phase::Move ? state_.moveEnd : state_.roundEnd;
 }
@@ -286,7 +297,8 @@ void RoundClock::Publish() {
   face_.paused = state_.paused;
   face_.countdownStyle = state_.style;
   face_.secondsLeft = state_.secondsLeft;
-  face_.countdown = MinutesAndSeconds(state_.secondsLeft);
+  face_.countdown = MinutesAndSeconds(
+      ShownSeconds(state_.secondsLeft, CountdownStep(session_.options.TimeChange)));
   parts_.view.ShowFace(face_);
 }
 

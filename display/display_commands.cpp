@@ -6,6 +6,13 @@ namespace corvanel {
 namespace {
 
 constexpr std::string_view kPlace = "modTimer";
+constexpr std::string_view kTwinPlace = "frmDisplay2";
+
+const std::string kUnlessOnSecondMonitor =
+    "You can't use full screen when you have set\r\n"
+    "the option for Corvanel to be always on top\r\n"
+    "unless Corvanel is on the second monitor.\r\n"
+    "You can change the setting from the options menu";
 
 int32_t WholeTwips(double twips) {
   return static_cast<int32_t>(std::lround(twips));
@@ -14,7 +21,7 @@ int32_t WholeTwips(double twips) {
 }  // namespace
 
 void DisplayCommands::Form_KeyDown(int virtualKey, DisplayForm& form) {
-  const auto command = CommandOfKey(virtualKey);
+  const auto command = CommandOfKey(virtualKey, form.Kind());
   if (!command) return;
   HandlerSteps(parts_.errors, kPlace)([&] { Run(*command, form); });
 }
@@ -50,7 +57,13 @@ void DisplayCommands::Run(DisplayCommand command, DisplayForm& form) {
       parts_.host.ShowHelp();
       break;
     case DisplayCommand::Exit:
-      parts_.exit.FromDisplay();
+      Exit();
+      break;
+    case DisplayCommand::ToggleHidden:
+      cmdHide_Click(parts_.host.RoomDisplay().Visible() ? 0 : 1);
+      break;
+    case DisplayCommand::ToggleMonitorFullScreen:
+      cmdMonitorFullScreen_Click(parts_.host.RoomDisplay().Place().normal ? 0 : 1);
       break;
   }
 }
@@ -74,7 +87,17 @@ void DisplayCommands::cmdRestart_Click() {
 void DisplayCommands::cmdClose_Click(DisplayForm& form) {
   HandlerSteps step(parts_.errors, kPlace);
   step([&] { parts_.host.ShowControlWindow(); });
-  step([&] { form.Hide(); });
+  step([&] { form.SetVisible(false); });
+  step([&] { parts_.host.ShowMonitorPairs(); });
+}
+
+/// The twin makes way for the question, and is back when the director stays.
+void DisplayCommands::Exit() {
+  DisplayForm& twin = parts_.host.Twin();
+  const bool twinMakesWay = parts_.session.settings.ExtraMonitor != 0 && twin.Visible();
+  if (twinMakesWay) twin.SetVisible(false);
+  const bool ends = parts_.exit.FromDisplay();
+  if (twinMakesWay && !ends) twin.SetVisible(true);
 }
 
 bool DisplayCommands::RefuseFullScreen(const DisplayForm& form) {
@@ -89,11 +112,7 @@ bool DisplayCommands::RefuseFullScreen(const DisplayForm& form) {
   const double left = form.Place().left;
   // Meant so: joined by "or" one of the two always holds, and the refusal always comes.
   if (left < parts_.host.ScreenWidth() - 500 || left > -200) {
-    parts_.prompts.Message(
-        "You can't use full screen when you have set\r\n"
-        "the option for Corvanel to be always on top\r\n"
-        "unless Corvanel is on the second monitor.\r\n"
-        "You can change the setting from the options menu");
+    parts_.prompts.Message(kUnlessOnSecondMonitor);
     return true;
   }
   return false;
@@ -106,10 +125,42 @@ void DisplayCommands::cmdFullScreen_Click(int index, DisplayForm& form) {
   step([&] { refused = fullScreen && RefuseFullScreen(form); });
   if (refused) return;
   step([&] {
-    if (fullScreen) RememberPlace(form.Place());
+    if (fullScreen && form.Kind() == DisplayKind::Room) RememberPlace(form.Place());
   });
   step([&] { form.SetFullScreen(fullScreen); });
   step([&] { parts_.host.ShowFullScreenPair(fullScreen); });
+  step([&] { parts_.host.ShowMonitorPairs(); });
+}
+
+void DisplayCommands::cmdHide_Click(int index) {
+  HandlerSteps step(parts_.errors, kTwinPlace);
+  step([&] { parts_.host.RoomDisplay().SetVisible(index > 0); });
+  step([&] { parts_.host.ShowMonitorPairs(); });
+}
+
+bool DisplayCommands::RefuseMonitorFullScreen(const DisplayForm& room) {
+  if (!parts_.session.options.OnTop || parts_.session.settings.ExtraMonitor == 0) return false;
+  // Unlike the room display's own full-screen rule this one lets through what stands elsewhere.
+  const double left = room.Place().left;
+  if (left > parts_.host.ScreenWidth() - 500 || left < -200) return false;
+  parts_.prompts.Message(kUnlessOnSecondMonitor);
+  return true;
+}
+
+void DisplayCommands::cmdMonitorFullScreen_Click(int index) {
+  HandlerSteps step(parts_.errors, kTwinPlace);
+  DisplayForm& room = parts_.host.RoomDisplay();
+  step([&] {
+    if (index != 0) {
+      room.SetFullScreen(false);
+      return;
+    }
+    if (!room.Place().normal) room.SetFullScreen(false);
+    if (RefuseMonitorFullScreen(room)) return;
+    RememberPlace(room.Place());
+    room.SetFullScreen(true);
+  });
+  step([&] { parts_.host.ShowMonitorPairs(); });
 }
 
 void DisplayCommands::cmdChange_Click() {

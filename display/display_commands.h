@@ -24,9 +24,11 @@ class DisplayForm {
  public:
   virtual ~DisplayForm() = default;
   virtual WindowPlace Place() const = 0;
+  virtual DisplayKind Kind() const = 0;
   /// Full screen, or back to a normal window.
   virtual void SetFullScreen(bool fullScreen) = 0;
-  virtual void Hide() = 0;
+  virtual bool Visible() const = 0;
+  virtual void SetVisible(bool visible) = 0;
 };
 
 /// What the shared commands need of the program around them.
@@ -40,6 +42,10 @@ class DisplayHost {
   virtual double ScreenWidth() const = 0;
   /// Both windows' full-screen button pairs follow the invoking window.
   virtual void ShowFullScreenPair(bool fullScreen) = 0;
+  /// The twin's own button pairs follow the room display.
+  virtual void ShowMonitorPairs() = 0;
+  virtual DisplayForm& RoomDisplay() = 0;
+  virtual DisplayForm& Twin() = 0;
 };
 
 /// The commands that both display windows share: a button or key on either acts on the session.
@@ -65,6 +71,10 @@ class DisplayCommands {
   void cmdClose_Click(DisplayForm& form);
   /// `index`: 0 for full screen, 1 for a normal window.
   void cmdFullScreen_Click(int index, DisplayForm& form);
+  /// The twin's buttons for the room display. `index`: 0 to hide it, 1 to show it again.
+  void cmdHide_Click(int index);
+  /// `index`: 0 for full screen, 1 for a normal window.
+  void cmdMonitorFullScreen_Click(int index);
   void cmdChange_Click();
   /// The minute adjuster moved: one step up (-1) adds a minute, one down (1) takes one off.
   void vsbChange_Change(int value);
@@ -75,7 +85,9 @@ class DisplayCommands {
 
  private:
   void Run(DisplayCommand command, DisplayForm& form);
+  void Exit();
   bool RefuseFullScreen(const DisplayForm& form);
+  bool RefuseMonitorFullScreen(const DisplayForm& room);
   void RememberPlace(const WindowPlace& place);
 
   Parts parts_;

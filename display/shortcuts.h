@@ -16,8 +16,13 @@ enum class DisplayCommand {
   Restart,
   Close,
   Exit,
+  ToggleHidden,
+  ToggleMonitorFullScreen,
   Help
 };
+
+/// Which display a key was pressed on: the one for the room, or its twin on the director's screen.
+enum class DisplayKind { Room, Twin };
 
 /// Virtual-key codes of the keys that are not letters; a letter's code is its capital.
 namespace key {
@@ -30,12 +35,13 @@ constexpr int kMinus = 189;  // the - _ key
 }  // namespace key
 
 /// One shortcut: its keys by virtual-key code (0: no second one), how the help window lists it
-/// (empty: not listed), and what it does.
+/// (empty: not listed), what it does, and whether only the twin knows it.
 struct Shortcut {
   std::array<int, 2> keys;
   std::string_view listed;
   std::string_view action;
   DisplayCommand command;
+  bool twinOnly = false;
 };
 
 /// All shortcuts, in the order of the help window's list.
@@ -51,12 +57,19 @@ inline constexpr std::array kShortcuts = std::to_array<Shortcut>({
     {{'R', 0}, "r", "restart the current round", DisplayCommand::Restart},
     {{key::kEscape, 0}, "esc", "return to main menu", DisplayCommand::Close},
     {{'E', 0}, "e", "end the program", DisplayCommand::Exit},
+    {{'H', 0}, "h", "hide/unhide the monitor display", DisplayCommand::ToggleHidden, true},
+    {{'M', 0},
+     "m",
+     "maximise/restore monitor display",
+     DisplayCommand::ToggleMonitorFullScreen,
+     true},
     {{key::kF1, 0}, "", "", DisplayCommand::Help},
 });
 
 /// The command of a virtual key, with or without Shift; nothing for a key without one.
-constexpr std::optional<DisplayCommand> CommandOfKey(int virtualKey) {
+constexpr std::optional<DisplayCommand> CommandOfKey(int virtualKey, DisplayKind kind) {
   for (const Shortcut& shortcut : kShortcuts) {
+    if (shortcut.twinOnly && kind != DisplayKind::Twin) continue;
     if (shortcut.keys[0] == virtualKey || shortcut.keys[1] == virtualKey) return shortcut.command;
   }
   return std::nullopt;

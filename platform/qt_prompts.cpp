@@ -29,8 +29,7 @@ void QtPrompts::Message(const std::string& text) {
 }
 
 Answer QtPrompts::AskYesNo(const std::string& question) {
-  return Ask(question, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No,
-             QMessageBox::No);
+  return Ask(question, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
 }
 
 Answer QtPrompts::AskYesNoCancel(const std::string& question) {
@@ -40,8 +39,8 @@ Answer QtPrompts::AskYesNoCancel(const std::string& question) {
 
 Answer QtPrompts::AskToContinue(const std::string& question) {
   ticks_.Hold();
-  const Answer answer = Ask(question, QMessageBox::Critical, QMessageBox::Yes | QMessageBox::No,
-                            QMessageBox::Yes);
+  const Answer answer =
+      Ask(question, QMessageBox::Critical, QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes);
   ticks_.Release();
   return answer;
 }

@@ -276,6 +276,21 @@ void ControlWindow::optCalc_Click(int index) {
   step([&] { Put(Box::MinPerRound); });
 }
 
+void ControlWindow::RewriteTimes() {
+  HandlerSteps step(parts_.errors, kPlace);
+  step([&] {
+    Put(Box::StartTime);
+    Put(Box::FinishTime);
+  });
+  step([&] {
+    if (parts_.clock.CurrentProgress().Running()) {
+      ShowProgress();
+    } else {
+      DoCalc();
+    }
+  });
+}
+
 void ControlWindow::DoCalc() {
   Calculate(parts_.clock.CurrentProgress());
 }

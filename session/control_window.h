@@ -61,6 +61,9 @@ class ControlWindow {
   /// The clock moved on: shows round, start time and finish as they are now.
   void ShowProgress();
 
+  /// Writes every time of day anew, after the form of times has changed.
+  void RewriteTimes();
+
   /// Brings the derived times up to date: those of the plan, or of the session under way.
   void DoCalc();
 

@@ -50,6 +50,8 @@ class SessionKeeper {
   virtual ~SessionKeeper() = default;
   /// Copies the live settings into the set in use and writes the store.
   virtual void SaveSession() = 0;
+  /// Writes fonts and colours of all ten display elements and the options of the displays.
+  virtual void SaveDisplayOptions() = 0;
 };
 
 /// Switches between the control window and the displays.

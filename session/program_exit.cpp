@@ -7,12 +7,13 @@ void ProgramExit::FromControlWindow(bool clockWasStarted) {
   End(AskShutdown());
 }
 
-void ProgramExit::FromDisplay() {
-  if (prompts_.AskYesNo("Do you want to exit the program?") != Answer::Yes) return;
+bool ProgramExit::FromDisplay() {
+  if (prompts_.AskYesNo("Do you want to exit the program?") != Answer::Yes) return false;
   const Way way = AskShutdown();
-  if (way == Way::Stay) return;
+  if (way == Way::Stay) return false;
   ending_.SaveDisplayGeometry();
   End(way);
+  return true;
 }
 
 ProgramExit::Way ProgramExit::AskShutdown() {

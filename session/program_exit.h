@@ -26,8 +26,8 @@ class ProgramExit {
   void FromControlWindow(bool clockWasStarted);
 
   /// From a display: asks whether to exit, then the shutdown question, then saves the geometry and
-  /// ends. Returns when the director stays.
-  void FromDisplay();
+  /// ends. Returns false when the director stays.
+  bool FromDisplay();
 
  private:
   enum class Way { Stay, End, EndAndShutDown };

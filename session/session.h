@@ -85,6 +85,9 @@ struct Options {
   TimeForm Form() const { return TimeAs24hour ? TimeForm::Hours24 : TimeForm::Hours12; }
 };
 
+/// The steps in seconds that the shown countdown can move in.
+constexpr std::array<int, 7> kCountdownSteps = {1, 5, 10, 15, 20, 30, 60};
+
 /// Index in Options::Show of the title's flag.
 constexpr size_t kShowTitle = 4;
 

@@ -157,6 +157,17 @@ void SettingsTable::SaveSession() {
   SaveDefaults();
 }
 
+void SettingsTable::SaveDisplayOptions() {
+  for (int element = 0; element < kElements; ++element) {
+    ElementStyle& style = session_.elements[static_cast<size_t>(element)];
+    for (const auto& key : ElementKeys()) {
+      store_.SaveSetting(SectionOfElement(element), key.key, FieldText(key.field(style)));
+    }
+  }
+  SaveOptions({"Show0", "Show1", "Show2", "Show3", "Show8", "BMShowInfo", "BMShowProgress",
+               "BMShowTables", "BMControl", "LogFile", "TimeAs24hour", "TimeChange"});
+}
+
 std::vector<std::string> SettingsTable::FavouriteNames() const {
   std::vector<std::string> names;
   for (const SettingsSet& set : entries_) {

@@ -42,6 +42,7 @@ class SettingsTable : public SessionKeeper {
   void ApplySettings(int entry);
 
   void SaveSession() override;
+  void SaveDisplayOptions() override;
 
   /// Writes options by their key names. Throws RuntimeError when the store cannot be written.
   void SaveOptions(std::initializer_list<std::string_view> keys);

@@ -13,7 +13,10 @@ class FakeForm : public DisplayForm {
  public:
   WindowPlace Place() const override { return place; }
   void SetFullScreen(bool fullScreen) override { place.normal = !fullScreen; }
-  void Hide() override { hidden = true; }
+  DisplayKind Kind() const override { return kind; }
+  bool Visible() const override { return !hidden; }
+  void SetVisible(bool visible) override { hidden = !visible; }
+  DisplayKind kind = DisplayKind::Room;
   WindowPlace place{100.4, 200, 9000, 6000.6, true};
   bool hidden = false;
 };
@@ -24,9 +27,14 @@ class Desk : public DisplayHost, public ProgramEnding {
   void ShowHelp() override { done += "help "; }
   double ScreenWidth() const override { return 1920 * 15; }
   void ShowFullScreenPair(bool fullScreen) override { done += fullScreen ? "full " : "normal "; }
+  void ShowMonitorPairs() override {}
+  DisplayForm& RoomDisplay() override { return room; }
+  DisplayForm& Twin() override { return twin; }
   void SaveDisplayGeometry() override { done += "geometry "; }
   void ShutDownComputer() override { done += "shutdown "; }
   void EndProgram() override { done += "end "; }
+  FakeForm room;
+  FakeForm twin;
   std::string done;
 };
 
@@ -42,7 +50,7 @@ class DisplayCommandsTest : public testing::Test {
   FakePrompts prompts;
   FakeErrors errors;
   Desk desk;
-  FakeForm form;
+  FakeForm& form = desk.room;
   ProgramExit exit{bench.session, prompts, desk};
   DisplayCommands commands{{bench.clock, bench.session, prompts, errors, desk, exit}};
 };

@@ -50,9 +50,7 @@ CommandBar::CommandBar(QWidget* parent) : QFrame(parent) {
   auto* sound = Add("cmdSound", tr("Sounds"), tr("Choose the sounds"), QStyle::SP_MediaVolume);
   auto* options =
       Add("cmdOptions", tr("Display"), tr("Choose fonts and colours"), QStyle::SP_DesktopIcon);
-  // Their dialogs come later.
-  sound->setEnabled(false);
-  options->setEnabled(false);
+  sound->setEnabled(false);  // its dialog comes later
   auto* close = Add("cmdClose", tr("Main menu"), tr("Return to the control window (Esc)"),
                     QStyle::SP_ArrowBack);
 
@@ -63,6 +61,8 @@ CommandBar::CommandBar(QWidget* parent) : QFrame(parent) {
   connect(change, &QToolButton::clicked, this, &CommandBar::ChangeClicked);
   connect(full_, &QToolButton::clicked, this, [this] { emit FullScreenClicked(0); });
   connect(normal_, &QToolButton::clicked, this, [this] { emit FullScreenClicked(1); });
+  connect(sound, &QToolButton::clicked, this, &CommandBar::SoundsClicked);
+  connect(options, &QToolButton::clicked, this, &CommandBar::OptionsClicked);
   connect(close, &QToolButton::clicked, this, &CommandBar::CloseClicked);
   connect(minutes_, &QScrollBar::valueChanged, this, [this](int value) {
     if (value == 0) return;

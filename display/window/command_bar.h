@@ -28,6 +28,8 @@ class CommandBar : public QFrame {
   void RestartClicked();
   void FullScreenClicked(int index);
   void CloseClicked();
+  void SoundsClicked();
+  void OptionsClicked();
   void ChangeClicked();
   void MinutesMoved(int value);
 

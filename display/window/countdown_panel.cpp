@@ -30,8 +30,12 @@ void CountdownPanel::SetTexts(const std::string& countdown, const std::string& s
 }
 
 void CountdownPanel::UpdateChangedCells(const std::string& before) {
+  // Round digits reach a little beyond the flat ones, above and below.
+  const double beyond = 1 + digitHeight_ * 0.04;
   for (size_t i = 0; i < countdown_.size(); ++i) {
-    if (countdown_[i] != before[i]) update(CellOf(i).toAlignedRect().adjusted(-1, -1, 1, 1));
+    if (countdown_[i] != before[i]) {
+      update(CellOf(i).adjusted(-beyond, -beyond, beyond, beyond).toAlignedRect());
+    }
   }
 }
 

@@ -99,6 +99,7 @@ void FrmMain::SetLogic(ControlWindow& logic) {
   connect(ui_->cmdResume, &QPushButton::clicked, this, [this] { logic_->cmdResume_Click(); });
   connect(ui_->cmdStop, &QPushButton::clicked, this, [this] { logic_->cmdStop_Click(); });
   connect(ui_->mnuShortcuts, &QAction::triggered, this, &FrmMain::ShortcutsWanted);
+  connect(ui_->mnuOptionsDisplay, &QAction::triggered, this, &FrmMain::DisplayOptionsWanted);
   auto* start = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this);
   connect(start, &QShortcut::activated, this, [this] { logic_->cmdStart_Click(); });
   ui_->cmdStart->setToolTip(tr("Ctrl+Enter"));

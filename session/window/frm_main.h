@@ -47,6 +47,7 @@ class FrmMain : public QMainWindow, public ControlWindowView {
 
  signals:
   void ShortcutsWanted();
+  void DisplayOptionsWanted();
 
  protected:
   void closeEvent(QCloseEvent* event) override;

@@ -7,6 +7,7 @@
 
 #include "display/window/countdown_panel.h"
 #include "display/window/frm_display.h"
+#include "display/window/frm_display2.h"
 #include "display/window/frm_help.h"
 #include "display/window/text_measure.h"
 #include "display/window/text_row.h"
@@ -37,6 +38,11 @@ class FrmDisplayTest : public testing::Test,
   void ShowHelp() override { done += "help "; }
   double ScreenWidth() const override { return 1920 * kTwipsPerPixel; }
   void ShowFullScreenPair(bool fullScreen) override { window.ShowFullScreenPair(fullScreen); }
+  void ShowMonitorPairs() override {
+    twin.ShowRoomDisplay(window.isVisible(), window.isFullScreen());
+  }
+  DisplayForm& RoomDisplay() override { return window; }
+  DisplayForm& Twin() override { return twin; }
   void SaveDisplayGeometry() override { done += "geometry "; }
   void ShutDownComputer() override {}
   void EndProgram() override { done += "end "; }
@@ -72,6 +78,7 @@ class FrmDisplayTest : public testing::Test,
   ProgramExit exit{session, prompts, *this};
   DisplayCommands commands{{clock, session, prompts, errors, *this, exit}};
   FrmDisplay window{session, commands};
+  FrmDisplay2 twin{session, commands};
 };
 
 TEST_F(FrmDisplayTest, ShowsTheClock) {
@@ -153,16 +160,6 @@ TEST_F(FrmDisplayTest, TheCloseBoxLeavesTheDisplayOpen) {
   window.close();
   EXPECT_TRUE(window.isVisible());
   EXPECT_EQ(window.minimumWidth(), 267);  // 4000 twips
-}
-
-TEST_F(FrmDisplayTest, APlaceOnAScreenThatIsGoneComesToTheFirstScreen) {
-  session.options.FormX = 900000;
-  session.options.FormY = -900000;
-  session.options.FormSizeX = 9000;
-  session.options.FormSizeY = 6000;
-  session.options.DisplayState = -1;
-  window.Restore();
-  EXPECT_EQ(window.geometry(), QRect(0, 0, 600, 400));
 }
 
 // Real fonts: every text within its row, every row within the window, nothing over another.

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <vector>
+
+#include "display/layout.h"
+
+namespace corvanel {
+
+/// Where the two displays go when both are used. Pixels of the desktop.
+struct ScreenPlan {
+  size_t roomScreen = 0;  // index of the screen that the room display takes
+  size_t twinScreen = 0;
+  bool sideBySide = false;  // one screen for both: each takes a half, and neither is full screen
+  Place room;               // a normal window's place
+  Place twin;
+};
+
+/// With a second screen the room display goes to the one that does not hold the control window,
+/// and the twin stays with the director. With one screen they share it without covering each
+/// other. `screens`: the usable area of each, at least one; `controlScreen`: index of the
+/// director's.
+ScreenPlan PlanScreens(const std::vector<Place>& screens, size_t controlScreen);
+
+}  // namespace corvanel

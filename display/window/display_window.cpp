@@ -1,0 +1,209 @@
+#include "display/window/display_window.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QScreen>
+#include <cmath>
+
+#include "display/window/command_bar.h"
+#include "display/window/countdown_panel.h"
+#include "display/window/text_measure.h"
+#include "display/window/text_row.h"
+
+namespace corvanel {
+namespace {
+
+constexpr int kResizeSettles = 60;  // milliseconds
+
+/// The virtual-key code of a key event; letters and the escape key have the same in both worlds.
+int VirtualKey(const QKeyEvent& event) {
+  const bool pad = event.modifiers() & Qt::KeypadModifier;
+  switch (event.key()) {
+    case Qt::Key_Escape:
+      return key::kEscape;
+    case Qt::Key_F1:
+      return key::kF1;
+    case Qt::Key_Plus:
+      return pad ? key::kAdd : key::kPlus;
+    case Qt::Key_Equal:
+      return key::kPlus;
+    case Qt::Key_Minus:
+      return pad ? key::kSubtract : key::kMinus;
+    case Qt::Key_Underscore:
+      return key::kMinus;
+    default:
+      return event.key() >= Qt::Key_A && event.key() <= Qt::Key_Z ? event.key() : 0;
+  }
+}
+
+}  // namespace
+
+DisplayWindow::DisplayWindow(const Session& session, DisplayCommands& commands)
+    : session_(session),
+      commands_(commands),
+      lblHeader_(new TextRow("lblHeader", this)),
+      lblNow_(new TextRow("lblNow", this)),
+      lblMin_(new CountdownPanel("lblMin", this)),
+      lblInfo_(new TextRow("lblInfo", this)),
+      moveLine_(lblInfo_),
+      lblEnd_(new TextRow("lblEnd", this)),
+      lblBridgemate_(new TextRow("lblBridgemate", this)),
+      fraCommand_(new CommandBar(this)) {
+  setMouseTracking(true);
+  setAutoFillBackground(true);
+  setFocusPolicy(Qt::StrongFocus);
+  setMinimumSize(static_cast<int>(std::ceil(kLeastWindow)),
+                 static_cast<int>(std::ceil(kLeastWindow)));
+  timResize_.setSingleShot(true);
+  timResize_.setInterval(kResizeSettles);
+  connect(&timResize_, &QTimer::timeout, this, &DisplayWindow::Rearrange);
+  timCommand_.setSingleShot(true);
+  timCommand_.setInterval(kCommandBarMilliseconds);
+  connect(&timCommand_, &QTimer::timeout, this, &DisplayWindow::HideCommandBar);
+  connect(fraCommand_, &CommandBar::PauseClicked, this, [this] { commands_.cmdPause_Click(); });
+  connect(fraCommand_, &CommandBar::ResumeClicked, this, [this] { commands_.cmdResume_Click(); });
+  connect(fraCommand_, &CommandBar::NextRoundClicked, this,
+          [this] { commands_.cmdNextRound_Click(); });
+  connect(fraCommand_, &CommandBar::RestartClicked, this, [this] { commands_.cmdRestart_Click(); });
+  connect(fraCommand_, &CommandBar::FullScreenClicked, this,
+          [this](int index) { commands_.cmdFullScreen_Click(index, *this); });
+  connect(fraCommand_, &CommandBar::CloseClicked, this,
+          [this] { commands_.cmdClose_Click(*this); });
+  connect(fraCommand_, &CommandBar::ChangeClicked, this, [this] { commands_.cmdChange_Click(); });
+  connect(fraCommand_, &CommandBar::SoundsClicked, this, &DisplayWindow::SoundsWanted);
+  connect(fraCommand_, &CommandBar::OptionsClicked, this, &DisplayWindow::OptionsWanted);
+  connect(fraCommand_, &CommandBar::MinutesMoved, this,
+          [this](int value) { commands_.vsbChange_Change(value); });
+  HideCommandBar();
+}
+
+int32_t DisplayWindow::Background() const {
+  return session_.elements[static_cast<size_t>(Element::ScreenBackground)].Backcolour;
+}
+
+LayoutInput DisplayWindow::Input() const {
+  LayoutInput input;
+  input.width = width();
+  input.height = height() - FootHeight();
+  input.moving = face_.phase == Phase::Move;
+  input.texts = WidestTextsOf(session_, static_cast<double>(face_.secondsLeft));
+  input.show = session_.options.Show;
+  return input;
+}
+
+void DisplayWindow::ShowFace(const ClockFace& face) {
+  face_ = face;
+  fraCommand_->ShowPaused(face.paused);
+  if (!isVisible()) return;
+  if (!timResize_.isActive() && Input() != placed_) PlaceElements();
+  ShowTexts();
+}
+
+void DisplayWindow::ShowTimeOfDay(const std::string& time) {
+  lblNow_->SetText(time);
+}
+
+void DisplayWindow::ShowFullScreenPair(bool fullScreen) {
+  fraCommand_->ShowFullScreen(fullScreen);
+}
+
+void DisplayWindow::Rearrange() {
+  timResize_.stop();
+  PlaceElements();
+  ShowTexts();
+}
+
+void DisplayWindow::PlaceElements() {
+  placed_ = Input();
+  const ElementStyles& styles = session_.elements;
+  const Layout layout = LayOut(placed_, styles, QtTextMeasure());
+  const auto style = [&](Element element) { return styles[static_cast<size_t>(element)]; };
+  QPalette colours = palette();
+  colours.setColor(QPalette::Window, ColourOf(Background()));
+  setPalette(colours);
+  lblHeader_->SetPlace(layout.header, style(Element::Title), Background());
+  lblNow_->SetPlace(layout.now, style(Element::CurrentTime), Background());
+  lblMin_->SetPlace(layout);
+  lblMin_->setVisible(placed_.show[3] != 0);
+  TextRow* line = placed_.moving ? moveLine_ : lblInfo_;
+  for (TextRow* row : {lblInfo_, moveLine_}) {
+    row->SetPlace(row == line ? layout.caption : TextPlace{}, style(Element::RoundInformation),
+                  Background());
+  }
+  lblEnd_->SetPlace(layout.finish, style(Element::FinishTime), Background());
+  lblBridgemate_->SetPlace(layout.unit, style(Element::UnitInfo), Background());
+  fraCommand_->FitInto(size() - QSize(0, FootHeight()));
+  fraCommand_->raise();
+}
+
+void DisplayWindow::ShowTexts() {
+  lblHeader_->SetText(session_.settings.Header);
+  lblMin_->SetStyle(session_.elements[static_cast<size_t>(face_.countdownStyle)], Background());
+  lblMin_->SetTexts(face_.countdown, StateWord(face_.phase, face_.paused, face_.countdownStyle));
+  lblInfo_->SetText(face_.caption);
+  if (face_.phase == Phase::Move) moveLine_->SetText(face_.message);
+  lblEnd_->SetText(FinishAndBreak(face_.finish, face_.breakLine));
+}
+
+void DisplayWindow::PlaceAt(const QRect& place, bool fullScreen) {
+  if (isFullScreen()) setWindowState(windowState() & ~Qt::WindowFullScreen);
+  setGeometry(place);
+  if (fullScreen) SetFullScreen(true);
+}
+
+WindowPlace DisplayWindow::Place() const {
+  const QRect place = geometry();
+  return {place.x() * kTwipsPerPixel, place.y() * kTwipsPerPixel, place.width() * kTwipsPerPixel,
+          place.height() * kTwipsPerPixel, !isFullScreen() && !isMinimized()};
+}
+
+void DisplayWindow::SetFullScreen(bool fullScreen) {
+  const Qt::WindowStates others = windowState() & ~(Qt::WindowFullScreen | Qt::WindowMinimized);
+  // Without a window manager nobody else would fit the window to the screen, or take it back.
+  if (fullScreen) {
+    if (!isFullScreen()) normalPlace_ = geometry();
+    setGeometry(screen()->geometry());
+    setWindowState(others | Qt::WindowFullScreen);
+  } else {
+    setWindowState(others);
+    if (normalPlace_.isValid()) setGeometry(normalPlace_);
+  }
+}
+
+void DisplayWindow::closeEvent(QCloseEvent* event) {
+  event->ignore();
+}
+
+void DisplayWindow::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  if (!isMinimized()) timResize_.start();
+}
+
+void DisplayWindow::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  Rearrange();
+}
+
+void DisplayWindow::mouseMoveEvent(QMouseEvent* event) {
+  const QPoint place = event->globalPosition().toPoint();
+  if (pointer_.Moved(place.x(), place.y())) ShowCommandBar();
+}
+
+void DisplayWindow::ShowCommandBar() {
+  timCommand_.start();
+  if (fraCommand_->isVisible()) return;
+  fraCommand_->show();
+  setCursor(Qt::ArrowCursor);
+}
+
+void DisplayWindow::HideCommandBar() {
+  fraCommand_->hide();
+  // A thin sign, far less visible in the room than the arrow.
+  setCursor(Qt::IBeamCursor);
+}
+
+void DisplayWindow::keyPressEvent(QKeyEvent* event) {
+  commands_.Form_KeyDown(VirtualKey(*event), *this);
+}
+
+}  // namespace corvanel

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <QTimer>
+#include <QWidget>
+
+#include "clock/clock_view.h"
+#include "display/display_commands.h"
+#include "display/layout.h"
+#include "display/pointer_watch.h"
+
+namespace corvanel {
+
+class CommandBar;
+class CountdownPanel;
+class TextRow;
+
+/// What both displays have in common: they show the clock's face as large as the window allows,
+/// have a command bar and keys, and are never closed, only shown and hidden.
+class DisplayWindow : public QWidget, public DisplayForm {
+  Q_OBJECT
+
+ public:
+  DisplayWindow(const Session& session, DisplayCommands& commands);
+
+  void ShowFace(const ClockFace& face);
+  void ShowTimeOfDay(const std::string& time);
+  void ShowFullScreenPair(bool fullScreen);
+  /// Takes over fonts, colours and shown elements from the session and places everything anew.
+  void Rearrange();
+  /// Puts the window at a place, or full screen on the screen of that place.
+  void PlaceAt(const QRect& place, bool fullScreen);
+
+  WindowPlace Place() const override;
+  void SetFullScreen(bool fullScreen) override;
+  bool Visible() const override { return isVisible(); }
+  void SetVisible(bool visible) override { setVisible(visible); }
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ signals:
+  void SoundsWanted();
+  void OptionsWanted();
+
+ protected:
+  /// Height in pixels that a window of this kind keeps for itself at the lower edge.
+  virtual int FootHeight() const { return 0; }
+  /// Where the move message stands: on the line of the caption, unless the window has one more.
+  void SetMoveLine(TextRow* line) { moveLine_ = line; }
+  int32_t Background() const;
+  DisplayCommands& Commands() { return commands_; }
+
+ private:
+  LayoutInput Input() const;
+  void PlaceElements();
+  void ShowTexts();
+  void ShowCommandBar();
+  void HideCommandBar();
+
+  const Session& session_;
+  DisplayCommands& commands_;
+  ClockFace face_;
+  LayoutInput placed_;  // what the present layout was made for
+  TextRow* lblHeader_;
+  TextRow* lblNow_;
+  CountdownPanel* lblMin_;
+  TextRow* lblInfo_;
+  TextRow* moveLine_;
+  TextRow* lblEnd_;
+  TextRow* lblBridgemate_;
+  CommandBar* fraCommand_;
+  QTimer timCommand_;
+  QTimer timResize_;
+  PointerWatch pointer_;
+  QRect normalPlace_;
+};
+
+}  // namespace corvanel

@@ -1,0 +1,79 @@
+#include "display/window/frm_display2.h"
+
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+
+#include "display/contrast.h"
+#include "display/window/text_measure.h"
+
+namespace corvanel {
+
+FrmDisplay2::FrmDisplay2(const Session& session, DisplayCommands& commands)
+    : DisplayWindow(session, commands), fraMonitor_(new QFrame(this)) {
+  setObjectName("frmDisplay2");
+  fraMonitor_->setObjectName("fraMonitor");
+  fraMonitor_->setAutoFillBackground(true);
+  fraMonitor_->setCursor(Qt::ArrowCursor);
+  auto* row = new QHBoxLayout(fraMonitor_);
+  row->setContentsMargins(16, 6, 16, 6);
+  row->addStretch();
+  row->addWidget(new QLabel(tr("Monitor display"), fraMonitor_));
+  cmdHide_ = AddPair("cmdHide", tr("Hide"), tr("Show"));
+  cmdMonitorFullScreen_ = AddPair("cmdMonitorFullScreen", tr("Maximise"), tr("Restore"));
+  row->addStretch();
+  for (int index : {0, 1}) {
+    const auto i = static_cast<size_t>(index);
+    connect(cmdHide_[i], &QPushButton::clicked, this,
+            [this, index] { Commands().cmdHide_Click(index); });
+    connect(cmdMonitorFullScreen_[i], &QPushButton::clicked, this,
+            [this, index] { Commands().cmdMonitorFullScreen_Click(index); });
+  }
+}
+
+FrmDisplay2::Pair FrmDisplay2::AddPair(const char* name, const QString& first,
+                                       const QString& second) {
+  Pair pair = {new QPushButton(first, fraMonitor_), new QPushButton(second, fraMonitor_)};
+  for (size_t i = 0; i < pair.size(); ++i) {
+    pair[i]->setObjectName(QString("%1_%2").arg(name).arg(i));
+    // The keys are the window's.
+    pair[i]->setFocusPolicy(Qt::NoFocus);
+    fraMonitor_->layout()->addWidget(pair[i]);
+  }
+  return pair;
+}
+
+void FrmDisplay2::ShowOne(const Pair& pair, size_t index) {
+  pair[index]->show();
+  pair[1 - index]->hide();
+}
+
+void FrmDisplay2::ShowRoomDisplay(bool visible, bool fullScreen) {
+  ShowOne(cmdHide_, visible ? 0 : 1);
+  ShowOne(cmdMonitorFullScreen_, fullScreen ? 1 : 0);
+}
+
+int FrmDisplay2::FootHeight() const {
+  return fraMonitor_->sizeHint().height();
+}
+
+void FrmDisplay2::PaintFrame() {
+  fraMonitor_->setGeometry(0, height() - FootHeight(), width(), FootHeight());
+  QPalette colours = palette();
+  colours.setColor(QPalette::Window, ColourOf(Background()));
+  colours.setColor(QPalette::WindowText, ColourOf(Contrast(Background())));
+  fraMonitor_->setPalette(colours);
+}
+
+void FrmDisplay2::resizeEvent(QResizeEvent* event) {
+  DisplayWindow::resizeEvent(event);
+  PaintFrame();
+}
+
+void FrmDisplay2::showEvent(QShowEvent* event) {
+  DisplayWindow::showEvent(event);
+  PaintFrame();
+}
+
+}  // namespace corvanel

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <array>
+
+#include "display/window/display_window.h"
+
+class QFrame;
+class QPushButton;
+
+namespace corvanel {
+
+/// The twin on the director's screen: the same clock, and at its foot the buttons for the room
+/// display.
+class FrmDisplay2 : public DisplayWindow {
+  Q_OBJECT
+
+ public:
+  FrmDisplay2(const Session& session, DisplayCommands& commands);
+  DisplayKind Kind() const override { return DisplayKind::Twin; }
+  /// Of each pair the button that makes sense for the room display's state is visible.
+  void ShowRoomDisplay(bool visible, bool fullScreen);
+
+ protected:
+  int FootHeight() const override;
+  void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+
+ private:
+  using Pair = std::array<QPushButton*, 2>;
+  Pair AddPair(const char* name, const QString& first, const QString& second);
+  static void ShowOne(const Pair& pair, size_t index);
+  void PaintFrame();
+
+  QFrame* fraMonitor_;
+  Pair cmdHide_;
+  Pair cmdMonitorFullScreen_;
+};
+
+}  // namespace corvanel
