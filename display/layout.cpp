@@ -17,8 +17,9 @@ constexpr double kReferenceHeight = 768;    // pixels; chosen sizes hold for it
 constexpr double kProbePoints = 100;        // sizes are measured at, and scaled from
 constexpr double kMoveMessageShare = 0.34;  // of the height, for the big message
 constexpr double kTagPoints = 22;           // at the reference height
-constexpr double kGap = 0.018;              // of the height, between rows
+constexpr double kGap = 0.014;              // of the height, between rows
 constexpr double kPanelPadding = 0.055;     // of the panel's height, above and below the digits
+constexpr int kMostLines = 3;               // of one text
 constexpr double kMoreLinesPay = 1.2;       // a further line must let the text grow by this
 
 /// Remembers what has been measured: placing everything asks for the same few texts again and
@@ -119,25 +120,30 @@ struct Room {
   double mostPoints = 0;
 };
 
-/// The largest size, down to the least one, at which the text fits the room in one to three lines.
+/// The largest size, down to the least one, at which the text fits the room in a few lines.
 Fitted Fit(const std::string& text, const ElementStyle& style, const Room& room,
            const TextMeasure& measure) {
   const std::vector<std::string> words = Words(text);
   if (words.empty()) return {};
-  const double lineHeight = measure.Line(text, style, kProbePoints).height / kProbePoints;
+  // A hair more for what line heights are rounded up by at other sizes.
+  const double lineHeight = 1.015 * measure.Line(text, style, kProbePoints).height / kProbePoints;
   Fitted best;
-  for (int count = 1; count <= 3; ++count) {
+  for (int count = 1; count <= kMostLines; ++count) {
     const auto lines = Balance(words, count, style, kProbePoints, measure);
     const double width = WidestLine(lines, style, kProbePoints, measure) / kProbePoints;
     // A hair less, since widths do not scale quite evenly.
     const double points =
         std::min({room.mostPoints, 0.985 * room.width / width,
                   room.height / (lineHeight * static_cast<double>(lines.size()))});
-    if (points > best.points * kMoreLinesPay) {
+    const bool stillTooSmall = best.points < kLeastTextPoints && points > best.points;
+    if (stillTooSmall || points > best.points * kMoreLinesPay) {
       best = {points, static_cast<int>(lines.size()), 0};
     }
   }
-  best.points = std::max(best.points, kLeastTextPoints);
+  if (best.points < kLeastTextPoints) {
+    const auto lines = Fill(words, room.width, style, kLeastTextPoints, measure);
+    best = {kLeastTextPoints, std::min(static_cast<int>(lines.size()), kMostLines), 0};
+  }
   best.height = best.points * lineHeight * best.lines;
   return best;
 }

@@ -112,6 +112,48 @@ TEST_F(DisplayCommandsTest, AlwaysOnTopRefusesFullScreen) {
   EXPECT_EQ(desk.done, "");
 }
 
+TEST_F(DisplayCommandsTest, TheTwinHidesAndMaximisesTheRoomDisplay) {
+  desk.twin.kind = DisplayKind::Twin;
+  commands.Form_KeyDown('H', form);  // the room display does not know these keys
+  commands.Form_KeyDown('M', form);
+  EXPECT_TRUE(form.Visible());
+  EXPECT_TRUE(form.place.normal);
+  commands.Form_KeyDown('H', desk.twin);
+  EXPECT_FALSE(form.Visible());
+  commands.Form_KeyDown('H', desk.twin);
+  EXPECT_TRUE(form.Visible());
+  commands.Form_KeyDown('M', desk.twin);
+  EXPECT_FALSE(form.place.normal);
+  EXPECT_TRUE(desk.twin.place.normal);
+  commands.Form_KeyDown('M', desk.twin);
+  EXPECT_TRUE(form.place.normal);
+}
+
+TEST_F(DisplayCommandsTest, AlwaysOnTopLetsOnlyAnotherScreenBeMaximised) {
+  bench.session.options.OnTop = true;
+  bench.session.settings.ExtraMonitor = -1;
+  const std::pair<double, bool> rows[] = {
+      {0, false}, {1920 * 15 - 500, false}, {1920 * 15 + 100, true}, {-200, false}, {-201, true}};
+  for (const auto& [left, allowed] : rows) {
+    prompts.texts.clear();
+    form.place.left = left;
+    form.place.normal = true;
+    commands.cmdMonitorFullScreen_Click(0);
+    EXPECT_EQ(!form.place.normal, allowed) << left;
+    EXPECT_EQ(prompts.texts.empty(), allowed) << left;
+  }
+}
+
+TEST_F(DisplayCommandsTest, TheTwinMakesWayForTheExitQuestion) {
+  bench.session.settings.ExtraMonitor = -1;
+  prompts.answers = {Answer::No};
+  commands.Form_KeyDown('E', form);
+  EXPECT_TRUE(desk.twin.Visible());
+  prompts.answers = {Answer::Yes};
+  commands.Form_KeyDown('E', form);
+  EXPECT_FALSE(desk.twin.Visible());
+}
+
 TEST_F(DisplayCommandsTest, LeavingTheProgramAsksFirst) {
   struct Row {
     const char* name;

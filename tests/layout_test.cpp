@@ -99,7 +99,7 @@ TEST(LayoutTest, EverythingFitsAtEverySize) {
   const std::pair<double, double> sizes[] = {{kLeastWindow, kLeastWindow},
                                              {kLeastWindow, 2000},
                                              {2000, kLeastWindow},
-                                             {320, 240},
+                                             {320, 280},
                                              {640, 480},
                                              {800, 600},
                                              {1024, 768},

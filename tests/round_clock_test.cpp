@@ -318,6 +318,28 @@ TEST(RoundClockTest, NoNumberOfAddedMinutesEndsTheRound) {
   EXPECT_EQ(bench.face.countdown, "600:00");
 }
 
+TEST(RoundClockTest, TheCountdownMovesInStepsAndEndsInSeconds) {
+  EXPECT_EQ(CountdownStep(1), 1);
+  EXPECT_EQ(CountdownStep(7), 5);
+  EXPECT_EQ(CountdownStep(-4), 1);
+  EXPECT_EQ(CountdownStep(99), 60);
+  const std::tuple<double, int, double> rows[] = {{600, 60, 600}, {599, 60, 600}, {541, 60, 600},
+                                                  {540, 60, 540}, {61, 60, 120},  {60, 60, 60},
+                                                  {59, 60, 59},   {0, 60, 0},     {43, 15, 45}};
+  for (const auto& [left, step, shown] : rows) EXPECT_EQ(ShownSeconds(left, step), shown) << left;
+  ClockBench bench;
+  SetShape(bench, 1, 10, 1);
+  bench.session.options.TimeChange = 30;
+  bench.clock.Start();
+  bench.Pass(3 * 60);  // the second warning's moment
+  EXPECT_EQ(bench.face.countdown, "7:00");
+  EXPECT_EQ(bench.face.countdownStyle, Element::BetweenWarnings);
+  bench.Pass(1);
+  EXPECT_EQ(bench.face.countdown, "7:00");
+  EXPECT_EQ(bench.RunToEnd(), 600);
+  EXPECT_EQ(bench.face.countdown, "0:00");
+}
+
 TEST(RoundClockTest, ASessionMadeShorterEndsAfterTheRoundInPlay) {
   ClockBench bench;
   SetShape(bench, 5, 10, 1);

@@ -43,6 +43,17 @@ void TextRow::Break() {
   update();
 }
 
+bool TextRow::Fits() const {
+  const QFontMetricsF metrics(FontOf(style_, place_.points));
+  std::string whole;
+  for (const std::string& line : lines_) {
+    if (metrics.horizontalAdvance(QString::fromStdString(line)) > width() + 0.5) return false;
+    whole += line;
+  }
+  return metrics.height() * static_cast<double>(lines_.size()) <= height() + 0.5 &&
+         (whole.find("…") == std::string::npos || text_.find("…") != std::string::npos);
+}
+
 void TextRow::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setFont(FontOf(style_, place_.points));

@@ -18,6 +18,8 @@ class TextRow : public QWidget {
   /// Takes its place, font and colours; hidden when the place has no size. `background`: of the
   /// window, on which a text of the same back colour needs no field of its own.
   void SetPlace(const TextPlace& place, const ElementStyle& style, int32_t background);
+  /// Whether the present text stands within the row whole.
+  bool Fits() const;
 
  protected:
   void paintEvent(QPaintEvent* event) override;

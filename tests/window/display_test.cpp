@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
 #include <QToolButton>
@@ -162,32 +163,86 @@ TEST_F(FrmDisplayTest, TheCloseBoxLeavesTheDisplayOpen) {
   EXPECT_EQ(window.minimumWidth(), 267);  // 4000 twips
 }
 
-// Real fonts: every text within its row, every row within the window, nothing over another.
+TEST_F(FrmDisplayTest, TheTwinShowsTheSameAndItsPairsFollowTheRoomDisplay) {
+  twin.ShowFace(clock.Face());
+  twin.ShowRoomDisplay(true, false);
+  twin.resize(1024, 768);
+  twin.show();
+  const auto hidden = [&](const char* name) { return twin.findChild<QWidget*>(name)->isHidden(); };
+  EXPECT_EQ(twin.findChild<QWidget*>("lblMess"), nullptr);
+  EXPECT_FALSE(hidden("cmdHide_0"));
+  EXPECT_TRUE(hidden("cmdHide_1"));
+  QTest::keyClick(&twin, Qt::Key_H);
+  EXPECT_FALSE(window.isVisible());
+  EXPECT_TRUE(hidden("cmdHide_0"));
+  EXPECT_FALSE(hidden("cmdHide_1"));
+  QTest::keyClick(&twin, Qt::Key_H);
+  EXPECT_TRUE(window.isVisible());
+  QTest::mouseClick(twin.findChild<QPushButton*>("cmdMonitorFullScreen_0"), Qt::LeftButton);
+  EXPECT_TRUE(window.isFullScreen());
+  EXPECT_TRUE(hidden("cmdMonitorFullScreen_0"));
+  QTest::keyClick(&twin, Qt::Key_M);
+  EXPECT_FALSE(window.isFullScreen());
+  QTest::keyClick(&twin, Qt::Key_P);
+  EXPECT_TRUE(clock.State().paused);
+  clock.Resume();
+  Pass(600);
+  twin.ShowFace(clock.Face());
+  EXPECT_EQ(twin.findChild<TextRow*>("lblInfo")->Text(), "MOVE FOR ROUND 2");
+}
+
+/// Asserts that every element lies within its window, none over another, and that the countdown
+/// dominates.
+void CheckElements(DisplayWindow& display, const std::string& where) {
+  auto* panel = display.findChild<CountdownPanel*>("lblMin");
+  std::vector<QRect> places = {panel->geometry()};
+  for (const TextRow* row : display.findChildren<TextRow*>()) {
+    if (!row->isVisible()) continue;
+    places.push_back(row->geometry().adjusted(0, 1, 0, -1));
+    EXPECT_TRUE(row->Fits()) << row->objectName().toStdString() << ' ' << where;
+  }
+  if (const auto* foot = display.findChild<QWidget*>("fraMonitor"))
+    places.push_back(foot->geometry());
+  for (size_t i = 0; i < places.size(); ++i) {
+    EXPECT_TRUE(display.rect().contains(places[i])) << i << ' ' << where;
+    for (size_t j = 0; j < i; ++j) EXPECT_FALSE(places[i].intersects(places[j])) << where;
+  }
+  const QSizeF digits = panel->DigitsSize();
+  EXPECT_TRUE(panel->rect().contains(QRect(QPoint(0, 0), digits.toSize()))) << where;
+  if (display.width() >= 1024) {
+    EXPECT_TRUE(digits.width() >= 0.45 * display.width() ||
+                digits.height() >= 0.45 * display.height())
+        << where;
+  }
+}
+
+// Real fonts, both windows, every state, many sizes.
 TEST_F(FrmDisplayTest, NothingIsClippedAtAnySizeInAnyState) {
   session.settings.Header = "The Grand Autumn Congress of All Clubs, Second Session";
   session.settings.Skip = "2";
   session.settings.Arrow = "2";
-  session.currentRound = 2;
+  session.settings.BreakAfterRound = 1;
+  session.settings.optBreak = true;
+  session.settings.ExtraMonitor = -1;
   const std::pair<int, int> sizes[] = {{267, 267},   {640, 480},   {1024, 768}, {1280, 720},
                                        {1920, 1080}, {3840, 2160}, {1080, 1920}};
-  for (const double seconds : {0.0, 600.0}) {
-    clock.Start();
-    Pass(seconds);
+  twin.show();
+  clock.Start();
+  // Round, both warnings, break and its end, the moves, the final round, the end.
+  for (const double at : {0, 190, 430, 601, 1350, 1501, 1561, 2170, 2250, 2900}) {
+    Pass(at - time.Elapsed());
+    twin.ShowFace(clock.Face());
     for (const auto& [width, height] : sizes) {
-      window.resize(width, height);
-      window.Rearrange();
-      std::vector<QRect> places = {Find<CountdownPanel>("lblMin")->geometry()};
-      for (const TextRow* row : window.findChildren<TextRow*>()) {
-        if (row->isVisible()) places.push_back(row->geometry().adjusted(0, 1, 0, -1));
-      }
-      for (size_t i = 0; i < places.size(); ++i) {
-        EXPECT_TRUE(window.rect().contains(places[i])) << width << 'x' << height;
-        for (size_t j = 0; j < i; ++j) {
-          EXPECT_FALSE(places[i].intersects(places[j])) << width << 'x' << height;
-        }
+      for (DisplayWindow* display :
+           {static_cast<DisplayWindow*>(&window), static_cast<DisplayWindow*>(&twin)}) {
+        display->resize(width, height);
+        display->Rearrange();
+        CheckElements(*display, display->objectName().toStdString() + ' ' + std::to_string(width) +
+                                    'x' + std::to_string(height) + " at " + std::to_string(at));
       }
     }
   }
+  EXPECT_EQ(clock.State().phase, Phase::Ended);
 }
 
 TEST(TextMeasureTest, DigitsTakeCellsOfOneWidth) {
