@@ -196,6 +196,7 @@ void Desktop::PlaceBothDisplays() {
 void Desktop::ScreensChanged() {
   if (UsesTwin() && (frmDisplay_.isVisible() || frmDisplay2_.isVisible())) {
     PlaceBothDisplays();
+    frmDisplay2_.activateWindow();
   } else if (frmDisplay_.isVisible() && frmDisplay_.isFullScreen()) {
     PlaceRoomDisplay();
   }

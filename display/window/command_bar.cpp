@@ -88,14 +88,17 @@ QToolButton* CommandBar::Add(const char* name, const QString& text, const QStrin
 void CommandBar::ShowPaused(bool paused) {
   pause_->setVisible(!paused);
   resume_->setVisible(paused);
+  FitInto(window_);
 }
 
 void CommandBar::ShowFullScreen(bool fullScreen) {
   full_->setVisible(!fullScreen);
   normal_->setVisible(fullScreen);
+  FitInto(window_);
 }
 
 void CommandBar::FitInto(const QSize& window) {
+  window_ = window;
   const int room = window.width() - 16;
   for (const auto style : {Qt::ToolButtonTextUnderIcon, Qt::ToolButtonIconOnly}) {
     for (QToolButton* button : buttons_) {

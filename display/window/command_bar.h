@@ -42,6 +42,7 @@ class CommandBar : public QFrame {
   QToolButton* normal_;
   QScrollBar* minutes_;
   std::vector<QToolButton*> buttons_;
+  QSize window_;  // that the bar was last fitted into
 };
 
 }  // namespace corvanel

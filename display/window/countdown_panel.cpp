@@ -83,8 +83,9 @@ QRectF CountdownPanel::CellOf(size_t index) const {
 
 void CountdownPanel::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
+  // Before antialiasing, which would leave a faint edge where scaled pixels are not whole.
   painter.fillRect(event->rect(), ColourOf(background_));
+  painter.setRenderHint(QPainter::Antialiasing);
   if (style_.Backcolour != background_) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(ColourOf(style_.Backcolour));
