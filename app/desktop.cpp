@@ -26,6 +26,7 @@ Desktop::Desktop(const std::filesystem::path& store)
       frmMain_(session_),
       clock_({session_, time_, ticks_, *this, sounds_, *this, errors_}),
       control_({session_, frmMain_, prompts_, errors_, time_, clock_, settings_, *this, exit_}),
+      favourites_({settings_, session_, frmMain_, control_, prompts_, errors_, time_, clock_}),
       commands_({clock_, session_, prompts_, errors_, *this, exit_}),
       frmDisplay_(session_, commands_),
       frmDisplay2_(session_, commands_) {
@@ -40,12 +41,17 @@ Desktop::Desktop(const std::filesystem::path& store)
     ArmTimeOfDay();
   });
   connect(&frmMain_, &FrmMain::ShortcutsWanted, this, [this] { ShowHelp(); });
+  connect(&frmMain_, &FrmMain::SaveAsNew, this,
+          [this](const std::string& name) { favourites_.cmdSaveDefault_Click(name); });
+  connect(&frmMain_, &FrmMain::FavouriteChosen, this,
+          [this](const std::string& name) { favourites_.cboFavs_Click(name); });
+  connect(&frmMain_, &FrmMain::FavouriteSaveWanted, this,
+          [this](const std::string& name) { favourites_.cmdFavSave_Click(name); });
+  connect(&frmMain_, &FrmMain::FavouriteDeleteWanted, this,
+          [this](const std::string& name) { favourites_.cmdFavDelete_Click(name); });
   HandlerSteps step(errors_, "frmMain");
   step([&] { settings_.GetDefaults(time_.TimeOfDay()); });
-  step([&] {
-    frmMain_.ShowFavourites(settings_.FavouriteNames(),
-                            settings_.Entry(settings_.FavouriteInUse()).Name);
-  });
+  step([&] { favourites_.Fill(); });
   step([&] { control_.Display(); });
 }
 

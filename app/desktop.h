@@ -18,6 +18,7 @@
 #include "platform/system_time.h"
 #include "session/control_window.h"
 #include "session/window/frm_main.h"
+#include "settings/favourites.h"
 #include "settings/settings_table.h"
 #include "startup/mod_error.h"
 
@@ -92,6 +93,7 @@ class Desktop : public QObject,
   FrmMain frmMain_;
   RoundClock clock_;
   ControlWindow control_;
+  Favourites favourites_;
   DisplayCommands commands_;
   FrmDisplay frmDisplay_;
   FrmDisplay2 frmDisplay2_;

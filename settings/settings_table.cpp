@@ -60,6 +60,7 @@ void SettingsTable::GetDefaults(ClockTime now) {
     if (!Entry(entry).Name.empty() && Entry(entry).Name == Entry(0).Name) favouriteInUse_ = entry;
   }
   // The favourite's own section counts, even where section "Timer" holds other values.
+  currentName_ = favouriteInUse_ == 0 ? std::string() : Entry(favouriteInUse_).Name;
   ApplySettings(favouriteInUse_);
 
   Options& options = session_.options;
@@ -143,8 +144,26 @@ void SettingsTable::SaveOptions(std::initializer_list<std::string_view> keys) {
 }
 
 void SettingsTable::CaptureSettings(int entry) {
-  const std::string name = favouriteInUse_ == 0 ? std::string() : Entry(favouriteInUse_).Name;
-  entries_[static_cast<size_t>(entry)] = {name, session_.settings};
+  entries_[static_cast<size_t>(entry)] = {currentName_, session_.settings};
+}
+
+void SettingsTable::UseFavourite(int slot, const std::string& name) {
+  favouriteInUse_ = slot;
+  currentName_ = name;
+  entries_[0].Name = name;
+}
+
+int SettingsTable::FreeSlot() const {
+  for (int slot = 1; slot <= kFavourites; ++slot) {
+    if (Entry(slot).Name.empty()) return slot;
+  }
+  return 0;
+}
+
+void SettingsTable::DeleteFavourite(int slot) {
+  entries_[static_cast<size_t>(slot)].Name.clear();
+  UseFavourite(0, "");
+  store_.DeleteSection(SectionOfSet(slot));
 }
 
 void SettingsTable::ApplySettings(int entry) {

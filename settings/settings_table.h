@@ -50,6 +50,15 @@ class SettingsTable : public SessionKeeper {
   const SettingsSet& Entry(int entry) const { return entries_[static_cast<size_t>(entry)]; }
   /// The slot of the favourite in use, 1 to 20; 0 when there is none.
   int FavouriteInUse() const { return favouriteInUse_; }
+  /// The name of the favourite in use; empty when there is none.
+  const std::string& CurrentName() const { return currentName_; }
+  /// Makes a slot (0: none) and a name the favourite in use; the set in use takes the name.
+  void UseFavourite(int slot, const std::string& name);
+  /// The first slot without a name; 0 when all are taken.
+  int FreeSlot() const;
+  /// Frees a slot and deletes its section from the store, to last from the next Flush on. No
+  /// favourite is in use afterwards.
+  void DeleteFavourite(int slot);
   /// The names of the favourites in slot order.
   std::vector<std::string> FavouriteNames() const;
 
@@ -67,6 +76,7 @@ class SettingsTable : public SessionKeeper {
   ErrorTrap& errors_;
   std::array<SettingsSet, kFavourites + 1> entries_;
   int favouriteInUse_ = 0;
+  std::string currentName_;
   std::vector<std::string> badValues_;
 };
 

@@ -2,48 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
 #include <random>
 
 #include "settings/settings_table.h"
+#include "tests/support/fake_control_window.h"
 #include "tests/support/fakes.h"
 
 namespace corvanel {
 namespace {
-
-/// The control window without a window: remembers what was written into it.
-class FakeControlWindow : public ControlWindowView, public Stage, public ProgramEnding {
- public:
-  void SetText(Box box, const std::string& text) override { texts[box] = text; }
-  void SetLabel(Label label, const std::string& text) override { labels[label] = text; }
-  void SetTick(Tick tick, bool on) override { ticks[tick] = on; }
-  void SetMode(int calculate) override { mode = calculate; }
-  void Focus(Box box) override { focus = box; }
-  bool CommitEditing() override { return commit(); }
-  void OfferFavouriteSave(bool offered) override { favouriteOffered = offered; }
-  void OfferResume() override { resumeOffered = true; }
-  void ShowTimetable(const std::vector<TimetableLine>& shown, ClockTime /*start*/) override {
-    lines = shown.size();
-    ++calculations;
-  }
-  void ShowDisplays() override { displaysShown = true; }
-  void SaveDisplayGeometry() override { done += "geometry "; }
-  void ShutDownComputer() override { done += "shutdown "; }
-  void EndProgram() override { done += "end "; }
-
-  std::map<Box, std::string> texts;
-  std::map<Label, std::string> labels;
-  std::map<Tick, bool> ticks;
-  std::function<bool()> commit = [] { return true; };
-  std::optional<Box> focus;
-  int mode = -1;
-  size_t lines = 0;
-  int calculations = 0;
-  bool favouriteOffered = false;
-  bool resumeOffered = false;
-  bool displaysShown = false;
-  std::string done;
-};
 
 class ControlWindowTest : public testing::Test {
  protected:

@@ -98,6 +98,16 @@ void FrmMain::SetLogic(ControlWindow& logic) {
   connect(ui_->cmdStart, &QPushButton::clicked, this, [this] { logic_->cmdStart_Click(); });
   connect(ui_->cmdResume, &QPushButton::clicked, this, [this] { logic_->cmdResume_Click(); });
   connect(ui_->cmdStop, &QPushButton::clicked, this, [this] { logic_->cmdStop_Click(); });
+  const auto listed = [this] { return ui_->cboFavs->currentText().toStdString(); };
+  connect(ui_->cmdSaveDefault, &QPushButton::clicked, this,
+          [this] { emit SaveAsNew(ui_->txtDefault->text().trimmed().toStdString()); });
+  connect(ui_->txtDefault, &QLineEdit::returnPressed, ui_->cmdSaveDefault, &QPushButton::click);
+  connect(ui_->cboFavs, &QComboBox::activated, this,
+          [this, listed] { emit FavouriteChosen(listed()); });
+  connect(ui_->cmdFavSave, &QPushButton::clicked, this,
+          [this, listed] { emit FavouriteSaveWanted(listed()); });
+  connect(ui_->cmdFavDelete, &QPushButton::clicked, this,
+          [this, listed] { emit FavouriteDeleteWanted(listed()); });
   connect(ui_->mnuShortcuts, &QAction::triggered, this, &FrmMain::ShortcutsWanted);
   connect(ui_->mnuOptionsDisplay, &QAction::triggered, this, &FrmMain::DisplayOptionsWanted);
   auto* start = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this);
@@ -159,7 +169,9 @@ bool FrmMain::CommitEditing() {
   return box == nullptr || logic_->Commit(box->WhichBox(), box->text().toStdString());
 }
 
-void FrmMain::OfferFavouriteSave(bool /*offered*/) {}
+void FrmMain::OfferFavouriteSave(bool offered) {
+  ui_->cmdFavSave->setEnabled(offered);
+}
 
 void FrmMain::OfferResume() {
   ui_->cmdResume->setEnabled(true);
@@ -174,12 +186,19 @@ void FrmMain::ShowVersion(const QString& version) {
   ui_->lblVersion->setText(tr("Version ") + version);
 }
 
-void FrmMain::ShowFavourites(const std::vector<std::string>& names, const std::string& inUse) {
+void FrmMain::ShowFavourites(const std::vector<std::string>& names, const std::string& text) {
   ui_->cboFavs->clear();
   for (const std::string& name : names) ui_->cboFavs->addItem(QString::fromStdString(name));
-  ui_->cboFavs->setCurrentText(QString::fromStdString(inUse));
-  ui_->lblFavInUse->setText(QString::fromStdString(inUse));
+  ui_->cboFavs->setCurrentText(QString::fromStdString(text));
   ui_->fraLoad->setVisible(!names.empty());
+}
+
+void FrmMain::ShowInUse(const std::string& name) {
+  ui_->lblFavInUse->setText(QString::fromStdString(name));
+}
+
+void FrmMain::ClearNewName() {
+  ui_->txtDefault->clear();
 }
 
 void FrmMain::closeEvent(QCloseEvent* event) {

@@ -6,6 +6,7 @@
 
 #include "session/control_window.h"
 #include "session/control_window_view.h"
+#include "session/favourites_view.h"
 
 class QAbstractButton;
 class QCheckBox;
@@ -20,7 +21,7 @@ namespace corvanel {
 class EntryBox;
 
 /// The control window. It reads its widgets, calls its logic, and shows what comes back.
-class FrmMain : public QMainWindow, public ControlWindowView {
+class FrmMain : public QMainWindow, public ControlWindowView, public FavouritesView {
   Q_OBJECT
 
  public:
@@ -42,10 +43,16 @@ class FrmMain : public QMainWindow, public ControlWindowView {
 
   /// Names the program's version, such as "1.4.02", in the caption and at the foot.
   void ShowVersion(const QString& version);
-  /// Lists the favourites and names the one in use; the loader is hidden when there are none.
-  void ShowFavourites(const std::vector<std::string>& names, const std::string& inUse);
+  void ShowFavourites(const std::vector<std::string>& names, const std::string& text) override;
+  void ShowInUse(const std::string& name) override;
+  void ClearNewName() override;
 
  signals:
+  /// The favourites' buttons and list, each with the name it is about.
+  void SaveAsNew(const std::string& name);
+  void FavouriteChosen(const std::string& name);
+  void FavouriteSaveWanted(const std::string& name);
+  void FavouriteDeleteWanted(const std::string& name);
   void ShortcutsWanted();
   void DisplayOptionsWanted();
 
