@@ -27,6 +27,7 @@ Desktop::Desktop(const std::filesystem::path& store)
       clock_({session_, time_, ticks_, *this, sounds_, *this, errors_}),
       control_({session_, frmMain_, prompts_, errors_, time_, clock_, settings_, *this, exit_}),
       favourites_({settings_, session_, frmMain_, control_, prompts_, errors_, time_, clock_}),
+      settingsMenu_({store_, session_, disk_, favourites_, prompts_, errors_}),
       commands_({clock_, session_, prompts_, errors_, *this, exit_}),
       frmDisplay_(session_, commands_),
       frmDisplay2_(session_, commands_) {
@@ -41,6 +42,12 @@ Desktop::Desktop(const std::filesystem::path& store)
     ArmTimeOfDay();
   });
   connect(&frmMain_, &FrmMain::ShortcutsWanted, this, [this] { ShowHelp(); });
+  connect(&frmMain_, &FrmMain::ExportWanted, this,
+          [this] { settingsMenu_.mnuSettingsExport_Click(); });
+  connect(&frmMain_, &FrmMain::ImportWanted, this,
+          [this] { settingsMenu_.mnuSettingsImport_Click(); });
+  connect(&frmMain_, &FrmMain::UndoImportWanted, this,
+          [this] { settingsMenu_.mnuSettingsUndoImport_Click(); });
   connect(&frmMain_, &FrmMain::SaveAsNew, this,
           [this](const std::string& name) { favourites_.cmdSaveDefault_Click(name); });
   connect(&frmMain_, &FrmMain::FavouriteChosen, this,

@@ -10,6 +10,7 @@
 #include "display/display_options.h"
 #include "display/window/frm_display.h"
 #include "display/window/frm_display2.h"
+#include "platform/disk.h"
 #include "platform/json_store.h"
 #include "platform/qt_prompts.h"
 #include "platform/qt_sound_player.h"
@@ -94,6 +95,8 @@ class Desktop : public QObject,
   RoundClock clock_;
   ControlWindow control_;
   Favourites favourites_;
+  Disk disk_;
+  SettingsMenu settingsMenu_;
   DisplayCommands commands_;
   FrmDisplay frmDisplay_;
   FrmDisplay2 frmDisplay2_;

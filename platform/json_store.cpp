@@ -1,12 +1,14 @@
 #include "platform/json_store.h"
 
 #include <fcntl.h>
+#include <fmt/chrono.h>
 #include <fmt/format.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <ctime>
 #include <fstream>
 #include <iterator>
 #include <nlohmann/json.hpp>
@@ -20,6 +22,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
+constexpr const char* kCopyMark = ".copy-";
 constexpr const char* kApplication = "Olvendra";
 constexpr std::uintmax_t kLargestStore = 64U << 20U;  // bytes; real ones have a few thousand
 
@@ -204,6 +207,45 @@ void JsonStore::Flush() {
     throw WriteError(file_, failure);
   }
   SyncFolder(folder);
+}
+
+std::string JsonStore::KeepCopy() {
+  const std::time_t now = std::time(nullptr);
+  std::tm local{};
+  localtime_r(&now, &local);
+  fs::path copy;
+  int number = 0;
+  // Several within a second get a number each; names sort by age.
+  do {
+    copy = file_;
+    copy += fmt::format("{}{:%Y-%m-%d-%H%M%S}-{:02}", kCopyMark, local, number++);
+  } while (fs::exists(copy));
+  std::error_code error;
+  fs::create_directories(fs::absolute(file_, error).parent_path(), error);
+  WriteDurably(copy, Text());
+  return copy.string();
+}
+
+fs::path JsonStore::NewestCopy() const {
+  std::error_code error;
+  const std::string mark = file_.filename().string() + kCopyMark;
+  fs::path newest;
+  for (const auto& entry :
+       fs::directory_iterator(fs::absolute(file_, error).parent_path(), error)) {
+    const fs::path& path = entry.path();
+    if (path.filename().string().starts_with(mark) && path.filename() > newest.filename())
+      newest = path;
+  }
+  return newest;
+}
+
+bool JsonStore::RestoreCopy() {
+  const fs::path copy = NewestCopy();
+  if (copy.empty()) return false;
+  JsonStore kept(copy);
+  sections_ = kept.sections_;
+  Flush();
+  return true;
 }
 
 void JsonStore::KeepDamagedFile() {

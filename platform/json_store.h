@@ -27,6 +27,8 @@ class JsonStore : public SettingsStore {
   void SaveSetting(std::string_view section, std::string_view key, std::string_view value) override;
   void DeleteSection(std::string_view section) override;
   void Flush() override;
+  std::string KeepCopy() override;
+  bool RestoreCopy() override;
 
  private:
   struct Section {
@@ -36,6 +38,7 @@ class JsonStore : public SettingsStore {
   friend class StoreReader;
 
   void Read();
+  std::filesystem::path NewestCopy() const;
   void KeepDamagedFile();
   std::string Text() const;
   const Section* Find(std::string_view section) const;

@@ -1,6 +1,8 @@
 #include "platform/qt_prompts.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFileDialog>
 
 namespace corvanel {
 
@@ -43,6 +45,40 @@ Answer QtPrompts::AskToContinue(const std::string& question) {
       Ask(question, QMessageBox::Critical, QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes);
   ticks_.Release();
   return answer;
+}
+
+namespace {
+
+/// "Settings (*.txt)|*.txt" as Qt writes it: "Settings (*.txt)".
+QString QtFilter(const std::string& filter) {
+  const QString name = QString::fromStdString(filter).section('|', 0, 0);
+  const QString pattern = QString::fromStdString(filter).section('|', 1, 1);
+  return name.contains('(') ? name : QString("%1 (%2)").arg(name, pattern);
+}
+
+std::optional<std::string> Chosen(const QString& file) {
+  return file.isEmpty() ? std::nullopt : std::optional(file.toStdString());
+}
+
+}  // namespace
+
+std::optional<std::string> QtPrompts::ChooseFileToSave(const std::string& name,
+                                                       const std::string& filter) {
+  QFileDialog dialog(QApplication::activeWindow());
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setNameFilter(QtFilter(filter));
+  dialog.setDefaultSuffix("txt");
+  dialog.selectFile(QDir::home().filePath(QString::fromStdString(name)));
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return Chosen(dialog.selectedFiles().value(0));
+}
+
+std::optional<std::string> QtPrompts::ChooseFileToOpen(const std::string& title,
+                                                       const std::string& folder,
+                                                       const std::string& filter) {
+  return Chosen(QFileDialog::getOpenFileName(QApplication::activeWindow(),
+                                             QString::fromStdString(title),
+                                             QString::fromStdString(folder), QtFilter(filter)));
 }
 
 }  // namespace corvanel

@@ -15,6 +15,10 @@ class QtPrompts : public Prompts {
   Answer AskYesNo(const std::string& question) override;
   Answer AskYesNoCancel(const std::string& question) override;
   Answer AskToContinue(const std::string& question) override;
+  std::optional<std::string> ChooseFileToSave(const std::string& name,
+                                              const std::string& filter) override;
+  std::optional<std::string> ChooseFileToOpen(const std::string& title, const std::string& folder,
+                                              const std::string& filter) override;
 
  private:
   /// `onEnter` is the harmless answer: an Enter that was meant for something else gives it.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace corvanel {
@@ -18,6 +19,13 @@ class Prompts {
   /// The question of the error report, Yes or No. While it is open the clock's ticks are held; the
   /// first one afterwards catches up.
   virtual Answer AskToContinue(const std::string& question) = 0;
+
+  /// File choosers; nothing when the director cancels. Filters read "Name (*.txt)|*.txt".
+  virtual std::optional<std::string> ChooseFileToSave(const std::string& name,
+                                                      const std::string& filter) = 0;
+  virtual std::optional<std::string> ChooseFileToOpen(const std::string& title,
+                                                      const std::string& folder,
+                                                      const std::string& filter) = 0;
 };
 
 }  // namespace corvanel

@@ -29,6 +29,12 @@ class SettingsStore {
   /// Makes every change durable: after it the store holds all of them, or after a failure or a
   /// power cut the state of the last Flush. Throws RuntimeError when it cannot write.
   virtual void Flush() = 0;
+
+  /// Keeps a dated copy of the store as it is, beside it. Returns where, for people to read.
+  /// Throws RuntimeError when it cannot.
+  virtual std::string KeepCopy() = 0;
+  /// Brings back the copy that was kept last, durably. False when there is none.
+  virtual bool RestoreCopy() = 0;
 };
 
 }  // namespace corvanel

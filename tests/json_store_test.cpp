@@ -90,6 +90,20 @@ TEST_F(JsonStoreTest, AStoreThatCannotBeWrittenThrowsAndLeavesTheOldOne) {
   EXPECT_EQ(Read(file), R"({"Olvendra": {}})");
 }
 
+TEST_F(JsonStoreTest, TheNewestCopyComesBack) {
+  JsonStore store(file);
+  EXPECT_FALSE(store.RestoreCopy());
+  for (const char* rounds : {"5", "6"}) {
+    store.SaveSetting("Timer", "nRounds", rounds);
+    EXPECT_TRUE(fs::exists(store.KeepCopy()));
+  }
+  store.SaveSetting("Timer", "nRounds", "9");
+  store.Flush();
+  EXPECT_TRUE(store.RestoreCopy());
+  EXPECT_EQ(store.GetSetting("Timer", "nRounds"), "6");
+  EXPECT_EQ(JsonStore(file).GetSetting("Timer", "nRounds"), "6");
+}
+
 TEST_F(JsonStoreTest, MissingFoldersAreMade) {
   JsonStore store(folder / "new" / "deep" / "settings.json");
   store.SaveSetting("Timer", "nRounds", "7");

@@ -109,6 +109,9 @@ void FrmMain::SetLogic(ControlWindow& logic) {
   connect(ui_->cmdFavDelete, &QPushButton::clicked, this,
           [this, listed] { emit FavouriteDeleteWanted(listed()); });
   connect(ui_->mnuShortcuts, &QAction::triggered, this, &FrmMain::ShortcutsWanted);
+  connect(ui_->mnuSettingsExport, &QAction::triggered, this, &FrmMain::ExportWanted);
+  connect(ui_->mnuSettingsImport, &QAction::triggered, this, &FrmMain::ImportWanted);
+  connect(ui_->mnuSettingsUndoImport, &QAction::triggered, this, &FrmMain::UndoImportWanted);
   connect(ui_->mnuOptionsDisplay, &QAction::triggered, this, &FrmMain::DisplayOptionsWanted);
   auto* start = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this);
   connect(start, &QShortcut::activated, this, [this] { logic_->cmdStart_Click(); });

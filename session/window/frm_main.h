@@ -53,6 +53,9 @@ class FrmMain : public QMainWindow, public ControlWindowView, public FavouritesV
   void FavouriteChosen(const std::string& name);
   void FavouriteSaveWanted(const std::string& name);
   void FavouriteDeleteWanted(const std::string& name);
+  void ExportWanted();
+  void ImportWanted();
+  void UndoImportWanted();
   void ShortcutsWanted();
   void DisplayOptionsWanted();
 

@@ -22,6 +22,19 @@ class FakePrompts : public Prompts {
   Answer AskYesNo(const std::string& question) override { return Next(question); }
   Answer AskYesNoCancel(const std::string& question) override { return Next(question); }
   Answer AskToContinue(const std::string& question) override { return Next(question); }
+  std::optional<std::string> ChooseFileToSave(const std::string& name,
+                                              const std::string& /*filter*/) override {
+    texts.push_back(name);
+    return file;
+  }
+  std::optional<std::string> ChooseFileToOpen(const std::string& title,
+                                              const std::string& /*folder*/,
+                                              const std::string& /*filter*/) override {
+    texts.push_back(title);
+    return file;
+  }
+
+  std::optional<std::string> file;  // what the choosers answer
 
   std::deque<Answer> answers;
   std::vector<std::string> texts;
@@ -57,12 +70,22 @@ class FakeStore : public SettingsStore {
   void SaveSetting(std::string_view section, std::string_view key, std::string_view value) override;
   void DeleteSection(std::string_view section) override;
   void Flush() override;
+  std::string KeepCopy() override {
+    copy_ = sections_;
+    return "the copy";
+  }
+  bool RestoreCopy() override {
+    if (!copy_) return false;
+    sections_ = *copy_;
+    return true;
+  }
 
   bool full = false;
   int flushes = 0;
 
  private:
   std::vector<std::pair<std::string, KeysAndValues>> sections_;
+  std::optional<std::vector<std::pair<std::string, KeysAndValues>>> copy_;
 };
 
 /// A round clock in virtual time that keeps what it shows, plays and tells.

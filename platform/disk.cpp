@@ -1,0 +1,39 @@
+#include "platform/disk.h"
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace corvanel {
+namespace {
+
+constexpr std::uintmax_t kLargestFile = 64U << 20U;
+
+Error LastError(const std::string& path) {
+  return {errno == ENOENT ? 53 : 75, path + ": " + std::strerror(errno)};
+}
+
+}  // namespace
+
+Result<std::string> Disk::ReadFile(const std::string& path) {
+  std::error_code error;
+  if (std::filesystem::file_size(path, error) > kLargestFile && !error) {
+    return Error{7, path + ": the file is far too large"};
+  }
+  std::ifstream file(path, std::ios::binary);
+  std::string bytes{std::istreambuf_iterator<char>(file), {}};
+  if (!file.is_open() || file.bad()) return LastError(path);
+  return bytes;
+}
+
+Result<bool> Disk::WriteFile(const std::string& path, const std::string& bytes) {
+  std::ofstream file(path, std::ios::binary | std::ios::trunc);
+  file << bytes;
+  file.close();
+  if (!file) return LastError(path);
+  return true;
+}
+
+}  // namespace corvanel
