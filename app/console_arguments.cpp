@@ -94,6 +94,7 @@ constexpr std::array kCommands = std::to_array<Command>({
 
 ConsoleArguments ReadArguments(const std::vector<std::string>& arguments) {
   ConsoleArguments result;
+  std::vector<const Option*> used;
   for (size_t i = 0; i < arguments.size(); ++i) {
     const std::string& word = arguments[i];
     if (word == "--help" || word == "-h") {
@@ -108,12 +109,17 @@ ConsoleArguments ReadArguments(const std::vector<std::string>& arguments) {
       result.command = word;
       continue;
     }
-    const auto option = std::find_if(kOptions.begin(), kOptions.end(), [&](const Option& o) {
-      return o.name == word && (o.onlyFor.empty() || o.onlyFor == result.command);
-    });
+    const auto option = std::find_if(kOptions.begin(), kOptions.end(),
+                                     [&](const Option& o) { return o.name == word; });
     if (option == kOptions.end()) throw UsageError(fmt::format("unknown option \"{}\"", word));
     if (++i == arguments.size()) throw UsageError(fmt::format("{} needs a value", word));
     option->read(result, arguments[i]);
+    used.push_back(&*option);
+  }
+  for (const Option* option : used) {
+    if (!option->onlyFor.empty() && option->onlyFor != result.command) {
+      throw UsageError(fmt::format("{} goes with {}", option->name, option->onlyFor));
+    }
   }
   if (result.command.empty() && !result.help) {
     throw UsageError("a command is missing; see corvanel-console --help");

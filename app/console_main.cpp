@@ -20,7 +20,9 @@ int main(int argc, char** argv) {
     }
     return std::fflush(stdout) == 0 ? 0 : 2;
   } catch (const std::exception& error) {
-    fmt::print(stderr, "corvanel-console: {}\n", error.what());
+    std::string line = error.what();
+    for (char& c : line) c = c == '\r' || c == '\n' ? ' ' : c;
+    fmt::print(stderr, "corvanel-console: {}\n", line);
     return 2;
   }
 }

@@ -66,6 +66,10 @@ void Desktop::ConnectDisplays() {
   for (DisplayWindow* display :
        {static_cast<DisplayWindow*>(&frmDisplay_), static_cast<DisplayWindow*>(&frmDisplay2_)}) {
     display->setWindowTitle(frmMain_.windowTitle());
+    connect(display, &DisplayWindow::StateChanged, this, [this, display] {
+      ShowFullScreenPair(!display->Place().normal);
+      ShowMonitorPairs();
+    });
     connect(display, &DisplayWindow::OptionsWanted, this, &Desktop::ShowDisplayOptions);
   }
   connect(&frmMain_, &FrmMain::DisplayOptionsWanted, this, &Desktop::ShowDisplayOptions);
@@ -95,14 +99,14 @@ void Desktop::ArmTimeOfDay() {
 
 void Desktop::ShowFace(const ClockFace& face) {
   frmDisplay_.ShowFace(face);
-  if (UsesTwin()) frmDisplay2_.ShowFace(face);
+  if (UsesTwin() || frmDisplay2_.isVisible()) frmDisplay2_.ShowFace(face);
   clock_.TimerCurrentTime_Timer();
   control_.ShowProgress();
 }
 
 void Desktop::ShowTimeOfDay(const std::string& time) {
   frmDisplay_.ShowTimeOfDay(time);
-  if (UsesTwin()) frmDisplay2_.ShowTimeOfDay(time);
+  if (UsesTwin() || frmDisplay2_.isVisible()) frmDisplay2_.ShowTimeOfDay(time);
 }
 
 void Desktop::Happened(EventKind kind, const std::string& text) {
@@ -132,12 +136,15 @@ void Desktop::ShowFullScreenPair(bool fullScreen) {
 }
 
 void Desktop::ShowMonitorPairs() {
-  frmDisplay2_.ShowRoomDisplay(frmDisplay_.isVisible(), frmDisplay_.isFullScreen());
+  frmDisplay2_.ShowRoomDisplay(frmDisplay_.isVisible(), !frmDisplay_.Place().normal);
+  // Where both displays share one screen neither is full screen; that is not remembered.
+  if (QGuiApplication::screens().size() > 1) roomFullScreen_ = frmDisplay_.isFullScreen();
 }
 
 void Desktop::RearrangeDisplays() {
   frmDisplay_.Rearrange();
   if (UsesTwin()) frmDisplay2_.Rearrange();
+  control_.ShowTitleTick();
 }
 
 void Desktop::RewriteTimes() {
@@ -153,12 +160,12 @@ void Desktop::ShowDisplayOptions() {
 
 void Desktop::ShowDisplays() {
   if (UsesTwin()) {
-    if (!frmDisplay_.isVisible() && !frmDisplay2_.isVisible()) PlaceBothDisplays();
+    if (placedFor_ != Placed::Both) PlaceBothDisplays();
     frmDisplay2_.ShowFace(clock_.Face());
     frmDisplay2_.show();
   } else {
     frmDisplay2_.hide();
-    if (!frmDisplay_.isVisible()) PlaceRoomDisplay();
+    if (placedFor_ != Placed::Room) PlaceRoomDisplay();
   }
   frmDisplay_.show();
   ShowMonitorPairs();
@@ -172,6 +179,7 @@ void Desktop::ShowDisplays() {
 
 /// Where the room display stood when the program was last used.
 void Desktop::PlaceRoomDisplay() {
+  placedFor_ = Placed::Room;
   const Options& options = session_.options;
   const auto pixels = [](int32_t twips) {
     return static_cast<int>(std::lround(twips / kTwipsPerPixel));
@@ -188,6 +196,7 @@ void Desktop::PlaceRoomDisplay() {
 }
 
 void Desktop::PlaceBothDisplays() {
+  placedFor_ = Placed::Both;
   std::vector<corvanel::Place> areas;
   size_t control = 0;
   const QList<QScreen*> screens = QGuiApplication::screens();
@@ -198,7 +207,8 @@ void Desktop::PlaceBothDisplays() {
                      static_cast<double>(area.width()), static_cast<double>(area.height())});
   }
   const ScreenPlan plan = PlanScreens(areas, control);
-  const bool fullScreen = !plan.sideBySide && session_.options.DisplayState == 0;
+  const bool wanted = roomFullScreen_.value_or(session_.options.DisplayState == 0);
+  const bool fullScreen = !plan.sideBySide && wanted;
   frmDisplay_.PlaceAt(Pixels(plan.room), fullScreen);
   frmDisplay2_.PlaceAt(Pixels(plan.twin), false);
   ShowFullScreenPair(fullScreen);

@@ -3,7 +3,7 @@
 #include <QObject>
 #include <QTimer>
 #include <filesystem>
-#include <memory>
+#include <optional>
 
 #include "clock/round_clock.h"
 #include "display/display_commands.h"
@@ -101,6 +101,9 @@ class Desktop : public QObject,
   FrmDisplay frmDisplay_;
   FrmDisplay2 frmDisplay2_;
   StayAwake awake_;
+  enum class Placed { Nothing, Room, Both };
+  Placed placedFor_ = Placed::Nothing;  // what the displays were last placed for, in this run
+  std::optional<bool> roomFullScreen_;  // as it was before a screen went
   QTimer timerCurrentTime_;
 };
 

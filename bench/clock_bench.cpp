@@ -14,7 +14,7 @@ void Tick(benchmark::State& state) {
   ClockBench bench;
   bench.session.settings.MinPerRound = 600;
   bench.clock.Start();
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     bench.clock.Tick();
     bench.countdowns.clear();
   }
@@ -24,7 +24,7 @@ BENCHMARK(Tick);
 /// The same second as a bare count-down would do it: a difference and its text.
 void BareCountdown(benchmark::State& state) {
   VirtualTime time(ClockTime::At(19, 30));
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     benchmark::DoNotOptimize(MinutesAndSeconds(SecondsRemaining(80000, time.Counter())));
   }
 }
@@ -32,7 +32,7 @@ BENCHMARK(BareCountdown);
 
 /// A whole evening of twelve rounds with its break.
 void Evening(benchmark::State& state) {
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     ClockBench bench;
     bench.session.settings.optBreak = true;
     bench.clock.Start();
@@ -71,7 +71,7 @@ class FullStore : public benchmark::Fixture {
 };
 
 BENCHMARK_F(FullStore, Load)(benchmark::State& state) {
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     JsonStore store(file);
     Session session;
     FakeErrors errors;
@@ -88,7 +88,7 @@ BENCHMARK_F(FullStore, Save)(benchmark::State& state) {
   FakeErrors errors;
   SettingsTable table(store, session, errors);
   table.GetDefaults(ClockTime());
-  for (auto _ : state) table.SaveDefaults();
+  while (state.KeepRunning()) table.SaveDefaults();
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ void FullLayout(benchmark::State& state) {
   input.height = static_cast<double>(state.range(1));
   input.moving = state.range(2) != 0;
   const QtTextMeasure measure;
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     input.texts = WidestTextsOf(session, 0);
     benchmark::DoNotOptimize(LayOut(input, session.elements, measure));
   }

@@ -282,13 +282,15 @@ void RoundClock::RefreshSchedule() {
 }
 
 void RoundClock::WriteSchedule(const Progress& progress) {
-  if (!progress.Running()) return;
+  // After the end the last one stands, in whatever form times are written now.
+  if (progress.Running()) {
+    schedule_ =
+        CalcFinish(session_.settings, session_.currentRound, progress, parts_.time.TimeOfDay());
+  }
   const TimeForm form = session_.options.Form();
-  const Schedule schedule =
-      CalcFinish(session_.settings, session_.currentRound, progress, parts_.time.TimeOfDay());
-  face_.finish = FinishLine(schedule.finish, form);
+  face_.finish = FinishLine(schedule_.finish, form);
   face_.breakLine =
-      schedule.breakAt ? BreakLine(*schedule.breakAt, *schedule.breakEnd, form) : std::string();
+      schedule_.breakAt ? BreakLine(*schedule_.breakAt, *schedule_.breakEnd, form) : std::string();
 }
 
 void RoundClock::Publish() {

@@ -100,6 +100,7 @@ class RoundClock : public SessionClock {
   Session& session_ = parts_.session;
   ClockState state_;
   ClockFace face_;
+  Schedule schedule_;   // as it was last worked out
   double counter_ = 0;  // the one reading of the counter that serves the whole tick
 };
 

@@ -160,6 +160,7 @@ void DisplayCommands::cmdMonitorFullScreen_Click(int index) {
     RememberPlace(room.Place());
     room.SetFullScreen(true);
   });
+  step([&] { parts_.host.ShowFullScreenPair(!room.Place().normal); });
   step([&] { parts_.host.ShowMonitorPairs(); });
 }
 

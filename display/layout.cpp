@@ -7,6 +7,7 @@
 #include <map>
 #include <tuple>
 
+#include "clock/round_clock.h"
 #include "session/captions.h"
 
 namespace corvanel {
@@ -19,6 +20,7 @@ constexpr double kMoveMessageShare = 0.34;  // of the height, for the big messag
 constexpr double kTagPoints = 22;           // at the reference height
 constexpr double kGap = 0.014;              // of the height, between rows
 constexpr double kPanelPadding = 0.055;     // of the panel's height, above and below the digits
+constexpr int kAttempts = 24;               // at ever smaller texts around the countdown
 constexpr int kMostLines = 3;               // of one text
 constexpr double kMoreLinesPay = 1.2;       // a further line must let the text grow by this
 
@@ -186,7 +188,8 @@ class Composer {
   Layout Compose() const {
     Rows rows;
     double points = 0;
-    for (double scale = 1; scale > 0.05; scale *= 0.88) {
+    double scale = 1;
+    for (int attempt = 0; attempt < kAttempts; ++attempt, scale *= 0.88) {
       rows = RowsAt(scale);
       points = DigitPoints(rows);
       if (points >= kLeastCountdownPoints && rows.panel >= 0.4 * area_.height) break;
@@ -332,12 +335,12 @@ WidestTexts WidestTextsOf(const Session& session, double secondsLeft) {
   WidestTexts texts;
   if (session.options.Show[kShowTitle] != 0) texts.header = s.Header;
   texts.now = TimeText(widestTime, form);
-  const double minutes =
-      std::max({s.MinPerRound, s.MinBetweenRounds, s.optBreak ? s.TimeForBreak : 0.0F,
-                static_cast<float>(secondsLeft / 60)});
+  const double longest = std::max({s.MinPerRound * 60.0, s.MinBetweenRounds * 60.0,
+                                   s.optBreak ? s.TimeForBreak * 60.0 : 0.0, secondsLeft});
+  const double shown = ShownSeconds(longest, CountdownStep(session.options.TimeChange));
   // All digits take the same room, so only their number counts.
   texts.countdown =
-      std::string(std::to_string(std::lround(std::floor(minutes))).size(), '8') + ":00";
+      std::string(std::to_string(std::lround(std::floor(shown / 60))).size(), '8') + ":00";
   const std::string digits(std::max<size_t>(std::to_string(s.nRounds).size(), 2), '2');
   texts.caption = fmt::format("Time remaining for Round {0} of {0}", digits);
   for (int round = 1; round < std::min<int>(s.nRounds, 100); ++round) {

@@ -209,6 +209,11 @@ void JsonStore::Flush() {
   SyncFolder(folder);
 }
 
+void JsonStore::KeepAsDamaged() {
+  std::error_code error;
+  damagedFileInPlace_ = fs::is_regular_file(file_, error);
+}
+
 std::string JsonStore::KeepCopy() {
   const std::time_t now = std::time(nullptr);
   std::tm local{};

@@ -27,6 +27,7 @@ class JsonStore : public SettingsStore {
   void SaveSetting(std::string_view section, std::string_view key, std::string_view value) override;
   void DeleteSection(std::string_view section) override;
   void Flush() override;
+  void KeepAsDamaged() override;
   std::string KeepCopy() override;
   bool RestoreCopy() override;
 

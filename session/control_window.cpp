@@ -46,7 +46,7 @@ void ControlWindow::Display() {
     parts_.view.SetTick(Tick::chkBreak, s.optBreak);
     parts_.view.SetTick(Tick::chkMoveAfterBreak, s.MoveAfterBreak);
     parts_.view.SetTick(Tick::chkMonitor, s.ExtraMonitor != 0);
-    parts_.view.SetTick(Tick::chkHeader, o.Show[kShowTitle] != 0 && !s.Header.empty());
+    ShowTitleTick();
     parts_.view.SetMode(s.Calculate);
     parts_.view.OfferFavouriteSave(false);
   });
@@ -283,11 +283,13 @@ void ControlWindow::RewriteTimes() {
     Put(Box::FinishTime);
   });
   step([&] {
-    if (parts_.clock.CurrentProgress().Running()) {
-      ShowProgress();
-    } else {
+    const Session& session = parts_.session;
+    if (!parts_.clock.CurrentProgress().Running()) {
       DoCalc();
+      return;
     }
+    ShowProgress();
+    parts_.view.ShowTimetable(Timetable(session.settings, session.currentRound), session.startTime);
   });
 }
 
@@ -312,21 +314,27 @@ void ControlWindow::Calculate(const Progress& progress) {
     Put(Box::MinPerRound);
     parts_.view.SetLabel(Label::lblMinPerRound, TwoDecimals(s.MinPerRound));
   }
-  ShowSchedule(progress.Running()
-                   ? CalcFinish(s, session.currentRound, progress, now)
-                   : CalcFinishTime(s, session.currentRound, session.startTime, progress.inBreak));
+  Schedule schedule = progress.Running() ? CalcFinish(s, session.currentRound, progress, now)
+                                         : CalcFinishTime(s, session.currentRound,
+                                                          session.startTime, progress.inBreak);
+  if (s.Calculate == 1 && !progress.Running()) MeetRequiredFinish(schedule.finish);
+  ShowSchedule(schedule);
   parts_.view.ShowTimetable(Timetable(s, session.currentRound), session.startTime);
   parts_.clock.RefreshSchedule();
 }
 
+/// Minutes of two decimals meet the required finish but for some seconds: then it is that time.
+void ControlWindow::MeetRequiredFinish(ClockTime& finish) const {
+  const Session& session = parts_.session;
+  const auto required = ParseTime(session.settings.RequiredFinish);
+  if (!required) return;
+  const double off = required->PlusSeconds(60 - finish.Seconds()).Seconds() - 60;
+  const double rounding = 0.005 * 60 * (session.settings.nRounds - session.currentRound + 1);
+  if (std::abs(off) <= rounding) finish = *required;
+}
+
 void ControlWindow::ShowSchedule(const Schedule& schedule) {
-  const SessionSettings& s = parts_.session.settings;
-  ClockTime finish = schedule.finish;
-  // Minutes of two decimals meet the required finish but for some seconds: then it is that time.
-  if (const auto required = ParseTime(s.RequiredFinish); s.Calculate == 1 && required) {
-    if (std::abs(required->Seconds() - finish.Seconds()) < 60) finish = *required;
-  }
-  parts_.view.SetLabel(Label::lblFinishTime, TimeText(finish, Form()));
+  parts_.view.SetLabel(Label::lblFinishTime, TimeText(schedule.finish, Form()));
   parts_.view.SetLabel(Label::lblBreakTime,
                        schedule.breakAt ? TimeText(*schedule.breakAt, Form()) : std::string());
 }
@@ -339,15 +347,20 @@ bool ControlWindow::RefuseRoundLength() {
   return true;
 }
 
+bool ControlWindow::TitleTicked() const {
+  return parts_.session.options.Show[kShowTitle] != 0 && !parts_.session.settings.Header.empty();
+}
+
+void ControlWindow::ShowTitleTick() {
+  parts_.view.SetTick(Tick::chkHeader, TitleTicked());
+}
+
 void ControlWindow::cmdStart_Click() {
   Session& session = parts_.session;
   if (!parts_.view.CommitEditing() || RefuseRoundLength()) return;
   HandlerSteps step(parts_.errors, kPlace);
   step([&] {
-    // Without a title there is nothing that the director could have switched off.
-    if (!session.settings.Header.empty()) {
-      session.options.ShowTitle = session.options.Show[kShowTitle] != 0;
-    }
+    session.options.ShowTitle = TitleTicked();
     parts_.keeper.SaveSession();
   });
   step([&] {

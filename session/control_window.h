@@ -61,6 +61,8 @@ class ControlWindow {
   /// The clock moved on: shows round, start time and finish as they are now.
   void ShowProgress();
 
+  /// Ticks or clears the title's box as its show flag now is.
+  void ShowTitleTick();
   /// Writes every time of day anew, after the form of times has changed.
   void RewriteTimes();
 
@@ -80,7 +82,9 @@ class ControlWindow {
   void Put(Box box);
   void CaptionStart(const std::string& round);
   void Calculate(const Progress& progress);
+  void MeetRequiredFinish(ClockTime& finish) const;
   void ShowSchedule(const Schedule& schedule);
+  bool TitleTicked() const;
   bool RefuseRoundLength();
   void Handle(const std::function<void()>& step);
   TimeForm Form() const { return parts_.session.options.Form(); }

@@ -61,10 +61,13 @@ Schedule CalcFinishTime(const SessionSettings& s, int currentRound, ClockTime st
     // Meant so: when the break round itself is the current one, the move that the break replaces
     // is not taken off.
     if (currentRound < s.BreakAfterRound) total -= between;
-    const int k = s.BreakAfterRound - currentRound + 1;
-    const double untilBreak = std::max(k * perRound + (k - 1) * between, 0.0);
-    schedule.breakAt = start.PlusMinutes(untilBreak);
-    schedule.breakEnd = schedule.breakAt->PlusMinutes(s.TimeForBreak);
+    // The sum counts it all the same, but a break after the last round never comes.
+    if (s.BreakAfterRound < s.nRounds) {
+      const int k = s.BreakAfterRound - currentRound + 1;
+      const double untilBreak = std::max(k * perRound + (k - 1) * between, 0.0);
+      schedule.breakAt = start.PlusMinutes(untilBreak);
+      schedule.breakEnd = schedule.breakAt->PlusMinutes(s.TimeForBreak);
+    }
   }
   schedule.finish = start.PlusMinutes(total);
   return schedule;
@@ -106,7 +109,7 @@ std::optional<float> CalcRoundTimeLive(const Session& session, const Progress& p
   if (ahead.rounds == 0 || toFinish > kMinutesPerDay / 2) return std::nullopt;
   const double available = toFinish - progress.secondsLeft / 60 - ahead.Minutes(fixed);
   const auto perRound = static_cast<float>(RoundTo2Decimals(available / ahead.rounds));
-  if (perRound <= 0) return std::nullopt;
+  if (perRound <= 0 || perRound > kLongestPhase) return std::nullopt;
   return perRound;
 }
 

@@ -30,6 +30,10 @@ class SettingsStore {
   /// power cut the state of the last Flush. Throws RuntimeError when it cannot write.
   virtual void Flush() = 0;
 
+  /// The store held values that cannot be used: the next Flush keeps it as it was, beside the new
+  /// one.
+  virtual void KeepAsDamaged() = 0;
+
   /// Keeps a dated copy of the store as it is, beside it. Returns where, for people to read.
   /// Throws RuntimeError when it cannot.
   virtual std::string KeepCopy() = 0;

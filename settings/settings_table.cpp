@@ -42,8 +42,7 @@ void SettingsTable::Load(const std::string& section, std::span<const SettingKey<
         ReadField(field, *stored, key.least, key.greatest);
         continue;
       } catch (const RuntimeError& error) {
-        badValues_.push_back(fmt::format("{}: {} \"{:.40}\" in section {}", error.what(), key.key,
-                                         *stored, section));
+        NoteBadValue(error, section, key.key, *stored);
       }
     }
     if (isText || !fallback.empty()) ReadField(field, fallback, key.least, key.greatest);
@@ -94,8 +93,7 @@ void SettingsTable::CheckTimes(SettingsSet& set, const std::string& section) {
     s.RequiredFinish = TimeText(*time);
     return;
   }
-  badValues_.push_back(fmt::format("Type mismatch: RequiredFinish \"{:.40}\" in section {}",
-                                   s.RequiredFinish, section));
+  NoteBadValue(RuntimeError::TypeMismatch(), section, "RequiredFinish", s.RequiredFinish);
   s.RequiredFinish = SessionSettings{}.RequiredFinish;
 }
 
@@ -117,11 +115,24 @@ void SettingsTable::FillInSounds(int entry) {
   }
 }
 
+void SettingsTable::NoteBadValue(const RuntimeError& error, const std::string& section,
+                                 std::string_view key, const std::string& value) {
+  if (badValues_.empty()) firstBadNumber_ = error.Number();
+  badValues_.push_back(
+      fmt::format("{}: {} \"{:.40}\" in section {}", error.what(), key, value, section));
+}
+
 void SettingsTable::ReportBadValues() {
   if (badValues_.empty()) return;
-  std::string text = badValues_.front();
-  if (badValues_.size() > 1) text += fmt::format(" (and {} more)", badValues_.size() - 1);
-  errors_.ReportError(kPlace, RuntimeError(13, text + ". The default is used."), 0);
+  constexpr size_t kMostNamed = 12;
+  std::string text;
+  for (size_t i = 0; i < std::min(badValues_.size(), kMostNamed); ++i)
+    text += badValues_[i] + "\r\n";
+  if (badValues_.size() > kMostNamed) {
+    text += fmt::format("and {} more\r\n", badValues_.size() - kMostNamed);
+  }
+  store_.KeepAsDamaged();
+  errors_.ReportError(kPlace, RuntimeError(firstBadNumber_, text + "The defaults are used."), 0);
 }
 
 void SettingsTable::SaveDefaults() {

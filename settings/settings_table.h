@@ -69,6 +69,8 @@ class SettingsTable : public SessionKeeper {
   template <class Owner>
   void Load(const std::string& section, std::span<const SettingKey<Owner>> keys, Owner& owner);
   std::string Fallback(std::string_view fallback) const;
+  void NoteBadValue(const RuntimeError& error, const std::string& section, std::string_view key,
+                    const std::string& value);
   void ReportBadValues();
 
   SettingsStore& store_;
@@ -77,6 +79,8 @@ class SettingsTable : public SessionKeeper {
   std::array<SettingsSet, kFavourites + 1> entries_;
   int favouriteInUse_ = 0;
   std::string currentName_;
+  // Values that did not convert: the error number of the first, and all of them for people.
+  int firstBadNumber_ = 0;
   std::vector<std::string> badValues_;
 };
 

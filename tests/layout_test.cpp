@@ -145,6 +145,12 @@ TEST(LayoutTest, TheWidestTextsComeFromTheSession) {
   EXPECT_EQ(texts.message, "ARROW - MOVE FOR ROUND 3");
   EXPECT_EQ(texts.caption, "Time remaining for Round 22 of 22");
   EXPECT_EQ(WidestTextsOf(session, 100 * 60).countdown, "888:00");
+  session.settings.optBreak = false;
+  session.settings.MinPerRound = 9.5F;
+  EXPECT_EQ(WidestTextsOf(session, 0).countdown, "8:00");
+  EXPECT_EQ(WidestTextsOf(session, 9 * 60 + 59.7).countdown, "88:00");  // shown as 10:00
+  session.options.TimeChange = 60;
+  EXPECT_EQ(WidestTextsOf(session, 0).countdown, "88:00");
 }
 
 TEST(LayoutTest, LinesBreakEvenlyAndShortTextsKeepToOne) {

@@ -30,6 +30,7 @@ TEST(CalcFinishTimeTest, CountsRoundsMovesAndBreak) {
     bool inBreak;
     const char* finish;
     const char* breakAt;
+    int16_t breakAfter = 4;
   };
   const Row rows[] = {
       {"no break", false, false, 1, false, "22:17", ""},
@@ -40,11 +41,13 @@ TEST(CalcFinishTimeTest, CountsRoundsMovesAndBreak) {
       {"after the break round", true, false, 5, false, "20:53", ""},
       {"in the break", true, false, 4, true, "21:14", ""},
       {"last round", true, false, 8, false, "19:50", ""},
+      {"break beyond the session", true, false, 1, false, "22:31", "", 8},
   };
   for (const Row& row : rows) {
     SessionSettings s = EightRounds();
     s.optBreak = row.optBreak;
     s.MoveAfterBreak = row.moveAfterBreak;
+    s.BreakAfterRound = row.breakAfter;
     const Schedule schedule = CalcFinishTime(s, row.currentRound, kStart, row.inBreak);
     EXPECT_EQ(TimeText(schedule.finish), row.finish) << row.name;
     EXPECT_EQ(schedule.breakAt ? TimeText(*schedule.breakAt) : "", row.breakAt) << row.name;
@@ -95,6 +98,9 @@ TEST(CalcRoundTimeLiveTest, SpreadsTheTimeOverTheRoundsReallyLeft) {
   EXPECT_FLOAT_EQ(*CalcRoundTimeLive(session, {Phase::Move, 60, false}, ClockTime::At(21, 30)), 29);
   EXPECT_FALSE(CalcRoundTimeLive(session, {Phase::Round, 600, false}, ClockTime::At(22, 31)));
   EXPECT_FALSE(CalcRoundTimeLive(session, {Phase::Round, 600, false}, ClockTime::At(22, 25)));
+  session.settings.RequiredFinish = "08:45";  // 11 hours for one round
+  session.currentRound = 7;
+  EXPECT_FALSE(CalcRoundTimeLive(session, {Phase::Round, 60, false}, ClockTime::At(21, 0)));
   session.currentRound = 8;
   EXPECT_FALSE(CalcRoundTimeLive(session, {Phase::Round, 600, false}, ClockTime::At(21, 30)));
 }

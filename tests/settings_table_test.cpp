@@ -109,8 +109,11 @@ TEST_F(SettingsTableTest, ValuesThatDoNotConvertTakeTheirDefaultInOneReport) {
   EXPECT_EQ(session.settings.BreakAfterRound, 4);
   EXPECT_TRUE(session.settings.optBreak);
   EXPECT_EQ(session.elements[3], DefaultElementStyles()[3]);
-  ASSERT_EQ(errors.reports, std::vector<std::string>{"13 frmMain 0"});
-  EXPECT_NE(errors.descriptions[0].find("(and 4 more)"), std::string::npos);
+  ASSERT_EQ(errors.reports, std::vector<std::string>{"6 frmMain 0"});
+  EXPECT_NE(errors.descriptions[0].find("Overflow: nRounds \"99999\" in section Timer"),
+            std::string::npos);
+  EXPECT_NE(errors.descriptions[0].find("Forecolour"), std::string::npos);
+  EXPECT_TRUE(store.keptAsDamaged);
 }
 
 TEST_F(SettingsTableTest, OtherSpellingsAreRead) {

@@ -15,8 +15,32 @@ namespace {
 
 constexpr int kResizeSettles = 60;  // milliseconds
 
+/// The command letters by the place of their key, for keyboards that write other letters there.
+int LetterByPlace(quint32 scanCode) {
+  switch (scanCode) {
+    case 26:
+      return 'E';
+    case 27:
+      return 'R';
+    case 33:
+      return 'P';
+    case 41:
+      return 'F';
+    case 43:
+      return 'H';
+    case 57:
+      return 'N';
+    case 58:
+      return 'M';
+    default:
+      return 0;
+  }
+}
+
 /// The virtual-key code of a key event; letters and the escape key have the same in both worlds.
+/// 0 for a key that means nothing here, and for a command of the desktop's.
 int VirtualKey(const QKeyEvent& event) {
+  if (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) return 0;
   const bool pad = event.modifiers() & Qt::KeypadModifier;
   switch (event.key()) {
     case Qt::Key_Escape:
@@ -32,8 +56,11 @@ int VirtualKey(const QKeyEvent& event) {
     case Qt::Key_Underscore:
       return key::kMinus;
     default:
-      return event.key() >= Qt::Key_A && event.key() <= Qt::Key_Z ? event.key() : 0;
+      break;
   }
+  if (event.key() >= Qt::Key_A && event.key() <= Qt::Key_Z) return event.key();
+  const bool otherLetter = !event.text().isEmpty() && event.text()[0].isLetter();
+  return otherLetter ? LetterByPlace(event.nativeScanCode()) : 0;
 }
 
 }  // namespace
@@ -134,6 +161,7 @@ void DisplayWindow::PlaceElements() {
   lblBridgemate_->SetPlace(layout.unit, style(Element::UnitInfo), Background());
   fraCommand_->FitInto(size() - QSize(0, FootHeight()));
   fraCommand_->raise();
+  PlaceFoot();
 }
 
 void DisplayWindow::ShowTexts() {
@@ -154,20 +182,27 @@ void DisplayWindow::PlaceAt(const QRect& place, bool fullScreen) {
 WindowPlace DisplayWindow::Place() const {
   const QRect place = geometry();
   return {place.x() * kTwipsPerPixel, place.y() * kTwipsPerPixel, place.width() * kTwipsPerPixel,
-          place.height() * kTwipsPerPixel, !isFullScreen() && !isMinimized()};
+          place.height() * kTwipsPerPixel, !isFullScreen() && !isMaximized() && !isMinimized()};
 }
 
 void DisplayWindow::SetFullScreen(bool fullScreen) {
-  const Qt::WindowStates others = windowState() & ~(Qt::WindowFullScreen | Qt::WindowMinimized);
+  const bool was = isFullScreen();
+  const Qt::WindowStates others =
+      windowState() & ~(Qt::WindowFullScreen | Qt::WindowMaximized | Qt::WindowMinimized);
   // Without a window manager nobody else would fit the window to the screen, or take it back.
   if (fullScreen) {
-    if (!isFullScreen()) normalPlace_ = geometry();
+    if (!was) normalPlace_ = geometry();
     setGeometry(screen()->geometry());
     setWindowState(others | Qt::WindowFullScreen);
   } else {
     setWindowState(others);
-    if (normalPlace_.isValid()) setGeometry(normalPlace_);
+    if (was && normalPlace_.isValid()) setGeometry(normalPlace_);
   }
+}
+
+void DisplayWindow::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::WindowStateChange) emit StateChanged();
 }
 
 void DisplayWindow::closeEvent(QCloseEvent* event) {

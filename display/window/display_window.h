@@ -36,6 +36,7 @@ class DisplayWindow : public QWidget, public DisplayForm {
   void SetVisible(bool visible) override { setVisible(visible); }
 
  protected:
+  void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void showEvent(QShowEvent* event) override;
@@ -43,12 +44,16 @@ class DisplayWindow : public QWidget, public DisplayForm {
   void keyPressEvent(QKeyEvent* event) override;
 
  signals:
+  /// The window became full screen, maximised or normal, by whatever hand.
+  void StateChanged();
   void SoundsWanted();
   void OptionsWanted();
 
  protected:
   /// Height in pixels that a window of this kind keeps for itself at the lower edge.
   virtual int FootHeight() const { return 0; }
+  /// Places and colours what stands there; part of every new arrangement.
+  virtual void PlaceFoot() {}
   /// Where the move message stands: on the line of the caption, unless the window has one more.
   void SetMoveLine(TextRow* line) { moveLine_ = line; }
   int32_t Background() const;

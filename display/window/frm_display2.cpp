@@ -58,22 +58,12 @@ int FrmDisplay2::FootHeight() const {
   return fraMonitor_->sizeHint().height();
 }
 
-void FrmDisplay2::PaintFrame() {
+void FrmDisplay2::PlaceFoot() {
   fraMonitor_->setGeometry(0, height() - FootHeight(), width(), FootHeight());
   QPalette colours = palette();
   colours.setColor(QPalette::Window, ColourOf(Background()));
   colours.setColor(QPalette::WindowText, ColourOf(Contrast(Background())));
   fraMonitor_->setPalette(colours);
-}
-
-void FrmDisplay2::resizeEvent(QResizeEvent* event) {
-  DisplayWindow::resizeEvent(event);
-  PaintFrame();
-}
-
-void FrmDisplay2::showEvent(QShowEvent* event) {
-  DisplayWindow::showEvent(event);
-  PaintFrame();
 }
 
 }  // namespace corvanel

@@ -22,14 +22,12 @@ class FrmDisplay2 : public DisplayWindow {
 
  protected:
   int FootHeight() const override;
-  void resizeEvent(QResizeEvent* event) override;
-  void showEvent(QShowEvent* event) override;
+  void PlaceFoot() override;
 
  private:
   using Pair = std::array<QPushButton*, 2>;
   Pair AddPair(const char* name, const QString& first, const QString& second);
   static void ShowOne(const Pair& pair, size_t index);
-  void PaintFrame();
 
   QFrame* fraMonitor_;
   Pair cmdHide_;

@@ -70,6 +70,7 @@ class FakeStore : public SettingsStore {
   void SaveSetting(std::string_view section, std::string_view key, std::string_view value) override;
   void DeleteSection(std::string_view section) override;
   void Flush() override;
+  void KeepAsDamaged() override { keptAsDamaged = true; }
   std::string KeepCopy() override {
     copy_ = sections_;
     return "the copy";
@@ -81,6 +82,7 @@ class FakeStore : public SettingsStore {
   }
 
   bool full = false;
+  bool keptAsDamaged = false;
   int flushes = 0;
 
  private:
