@@ -14,6 +14,11 @@
 #include "startup/version.h"
 
 namespace corvanel {
+namespace {
+
+constexpr int kWindowsSettle = 300;  // milliseconds that the window system moves windows about
+
+}  // namespace
 
 Desktop::Desktop(const std::filesystem::path& store)
     : store_(store),
@@ -69,13 +74,18 @@ void Desktop::ConnectDisplays() {
     connect(display, &DisplayWindow::StateChanged, this, [this, display] {
       ShowFullScreenPair(!display->Place().normal);
       ShowMonitorPairs();
+      // A room display that comes to the front must not take the director's keys with it.
+      if (frmDisplay2_.isVisible() && display == &frmDisplay_) {
+        QTimer::singleShot(kWindowsSettle, &frmDisplay2_,
+                           [this] { frmDisplay2_.activateWindow(); });
+      }
     });
     connect(display, &DisplayWindow::OptionsWanted, this, &Desktop::ShowDisplayOptions);
   }
   connect(&frmMain_, &FrmMain::DisplayOptionsWanted, this, &Desktop::ShowDisplayOptions);
   const auto later = [this] {
     // The window system is still moving windows about.
-    QTimer::singleShot(300, this, &Desktop::ScreensChanged);
+    QTimer::singleShot(kWindowsSettle, this, &Desktop::ScreensChanged);
   };
   connect(qApp, &QGuiApplication::screenAdded, this, later);
   connect(qApp, &QGuiApplication::screenRemoved, this, later);

@@ -15,11 +15,8 @@ class RuntimeError : public std::runtime_error {
       : std::runtime_error(description), number_(number) {}
   int Number() const { return number_; }
 
-  static RuntimeError InvalidValue() { return {5, "Invalid procedure call or argument"}; }
   static RuntimeError Overflow() { return {6, "Overflow"}; }
   static RuntimeError TypeMismatch() { return {13, "Type mismatch"}; }
-  static RuntimeError FileNotFound() { return {53, "File not found"}; }
-  static RuntimeError PathAccess() { return {75, "Path/File access error"}; }
 
  private:
   int number_;
