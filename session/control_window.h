@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "basics/runtime_error.h"
 #include "session/control_window_view.h"
@@ -70,6 +71,9 @@ class ControlWindow {
   void DoCalc();
 
  private:
+  static constexpr std::string_view kPlace = "frmMain";
+  static constexpr std::string_view kMinutesWanted = "The minutes per round must be greater than 0";
+
   bool Validate(Box box, const std::string& text);
   bool Store(Box box, const std::string& text);
   bool StoreEntry(Box box, const std::string& text);

@@ -35,6 +35,16 @@ int Favourites::Find(const std::string& name) const {
   return 0;
 }
 
+/// The slot of a favourite of the list; 0, and a message, when there is none of that name.
+int Favourites::FindOrTell(const std::string& name) const {
+  const int slot = Find(name);
+  if (slot == 0) {
+    parts_.prompts.Message(name.empty() ? "Please provide a name for the favourite"
+                                        : "Favourite " + name + " not found");
+  }
+  return slot;
+}
+
 void Favourites::Fill() {
   list_ = parts_.table.FavouriteNames();
   parts_.view.ShowFavourites(list_, parts_.table.CurrentName());
@@ -96,15 +106,8 @@ void Favourites::cboFavs_Click(const std::string& name) {
 }
 
 void Favourites::Choose(const std::string& name) {
-  if (name.empty()) {
-    parts_.prompts.Message("Please provide a name for the favourite");
-    return;
-  }
-  const int slot = Find(name);
-  if (slot == 0) {
-    parts_.prompts.Message("Favourite " + name + " not found");
-    return;
-  }
+  const int slot = FindOrTell(name);
+  if (slot == 0) return;
   const int16_t round = parts_.session.currentRound;
   parts_.table.UseFavourite(slot, parts_.table.Entry(slot).Name);
   parts_.table.ApplySettings(slot);
@@ -141,15 +144,8 @@ void Favourites::cmdFavSave_Click(const std::string& name) {
 }
 
 void Favourites::cmdFavDelete_Click(const std::string& name) {
-  if (name.empty()) {
-    parts_.prompts.Message("Please provide a name for the favourite");
-    return;
-  }
-  const int slot = Find(name);
-  if (slot == 0) {
-    parts_.prompts.Message("Favourite " + name + " not found");
-    return;
-  }
+  const int slot = FindOrTell(name);
+  if (slot == 0) return;
   const Answer answer =
       parts_.prompts.AskYesNo("Do you want to delete the favourite - \r\n\r\n" + name);
   if (answer == Answer::Yes) HandlerSteps(parts_.errors, kPlace)([&] { Delete(slot, name); });

@@ -49,6 +49,7 @@ class Favourites {
   void Delete(int slot, const std::string& name);
   void KeepRoundInSession();
   int Find(const std::string& name) const;
+  int FindOrTell(const std::string& name) const;
   void Refresh();
 
   Parts parts_;
