@@ -11,6 +11,7 @@
 #include "display/window/text_row.h"
 #include "platform/folders.h"
 #include "platform/shut_down.h"
+#include "settings/window/frm_options.h"
 #include "startup/version.h"
 
 namespace corvanel {
@@ -65,6 +66,7 @@ Desktop::Desktop(const std::filesystem::path& store)
   step([&] { settings_.GetDefaults(time_.TimeOfDay()); });
   step([&] { favourites_.Fill(); });
   step([&] { control_.Display(); });
+  step([&] { ApplyOnTop(); });
 }
 
 void Desktop::ConnectDisplays() {
@@ -83,6 +85,7 @@ void Desktop::ConnectDisplays() {
     connect(display, &DisplayWindow::OptionsWanted, this, &Desktop::ShowDisplayOptions);
   }
   connect(&frmMain_, &FrmMain::DisplayOptionsWanted, this, &Desktop::ShowDisplayOptions);
+  connect(&frmMain_, &FrmMain::GeneralOptionsWanted, this, &Desktop::ShowGeneralOptions);
   const auto later = [this] {
     // The window system is still moving windows about.
     QTimer::singleShot(kWindowsSettle, this, &Desktop::ScreensChanged);
@@ -166,6 +169,25 @@ void Desktop::RewriteTimes() {
 void Desktop::ShowDisplayOptions() {
   DisplayOptions options(session_, settings_, *this, errors_);
   FrmFont(options, QApplication::activeWindow()).exec();
+}
+
+void Desktop::ShowGeneralOptions() {
+  GeneralOptions options(session_, settings_, errors_, [this] { ApplyOnTop(); });
+  FrmOptions dialog(options, QApplication::activeWindow());
+  connect(&dialog, &FrmOptions::DisplayOptionsWanted, this, &Desktop::ShowDisplayOptions);
+  dialog.exec();
+}
+
+void Desktop::ApplyOnTop() {
+  for (QWidget* window : {static_cast<QWidget*>(&frmMain_), static_cast<QWidget*>(&frmDisplay_),
+                          static_cast<QWidget*>(&frmDisplay2_)}) {
+    if (window->windowFlags().testFlag(Qt::WindowStaysOnTopHint) == session_.options.OnTop)
+      continue;
+    const bool visible = window->isVisible();
+    // Changing the flag takes the window off the screen.
+    window->setWindowFlag(Qt::WindowStaysOnTopHint, session_.options.OnTop);
+    window->setVisible(visible);
+  }
 }
 
 void Desktop::ShowDisplays() {

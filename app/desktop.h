@@ -77,6 +77,8 @@ class Desktop : public QObject,
   void ConnectDisplays();
   void ArmTimeOfDay();
   void ShowDisplayOptions();
+  void ShowGeneralOptions();
+  void ApplyOnTop();
   bool UsesTwin() const { return session_.settings.ExtraMonitor != 0; }
   void PlaceRoomDisplay();
   void PlaceBothDisplays();

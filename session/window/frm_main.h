@@ -58,6 +58,7 @@ class FrmMain : public QMainWindow, public ControlWindowView, public FavouritesV
   void UndoImportWanted();
   void ShortcutsWanted();
   void DisplayOptionsWanted();
+  void GeneralOptionsWanted();
 
  protected:
   void closeEvent(QCloseEvent* event) override;
