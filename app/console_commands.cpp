@@ -125,6 +125,7 @@ class EventPrinter : public ClockEvents, public ClockView, public SoundPlayer {
   void ShowFace(const ClockFace& /*face*/) override {}
   void ShowTimeOfDay(const std::string& /*time*/) override {}
   void Play(const std::string& /*file*/) override {}
+  bool IsThere(const std::string& /*file*/) const override { return true; }
 
  private:
   const TimeSource& time_;

@@ -11,7 +11,9 @@
 #include "display/window/text_row.h"
 #include "platform/folders.h"
 #include "platform/shut_down.h"
+#include "settings/sound_options.h"
 #include "settings/window/frm_options.h"
+#include "settings/window/frm_sound.h"
 #include "startup/version.h"
 
 namespace corvanel {
@@ -82,9 +84,13 @@ void Desktop::ConnectDisplays() {
                            [this] { frmDisplay2_.activateWindow(); });
       }
     });
+    connect(display, &DisplayWindow::SoundsWanted, this, &Desktop::ShowSoundOptions);
     connect(display, &DisplayWindow::OptionsWanted, this, &Desktop::ShowDisplayOptions);
   }
   connect(&frmMain_, &FrmMain::DisplayOptionsWanted, this, &Desktop::ShowDisplayOptions);
+  connect(&frmMain_, &FrmMain::SoundOptionsWanted, this, &Desktop::ShowSoundOptions);
+  connect(&frmMain_, &FrmMain::SoundsFileWanted, this,
+          [this] { opener_.Open(session_.ProgramFolder + "/sounds.txt"); });
   connect(&frmMain_, &FrmMain::GeneralOptionsWanted, this, &Desktop::ShowGeneralOptions);
   const auto later = [this] {
     // The window system is still moving windows about.
@@ -175,7 +181,13 @@ void Desktop::ShowGeneralOptions() {
   GeneralOptions options(session_, settings_, errors_, [this] { ApplyOnTop(); });
   FrmOptions dialog(options, QApplication::activeWindow());
   connect(&dialog, &FrmOptions::DisplayOptionsWanted, this, &Desktop::ShowDisplayOptions);
+  connect(&dialog, &FrmOptions::SoundOptionsWanted, this, &Desktop::ShowSoundOptions);
   dialog.exec();
+}
+
+void Desktop::ShowSoundOptions() {
+  SoundOptions options({session_, settings_, sounds_, opener_, prompts_, errors_});
+  FrmSound(options, QApplication::activeWindow()).exec();
 }
 
 void Desktop::ApplyOnTop() {

@@ -12,6 +12,7 @@
 #include "display/window/frm_display2.h"
 #include "platform/disk.h"
 #include "platform/json_store.h"
+#include "platform/qt_file_opener.h"
 #include "platform/qt_prompts.h"
 #include "platform/qt_sound_player.h"
 #include "platform/qt_tick_timer.h"
@@ -78,6 +79,7 @@ class Desktop : public QObject,
   void ArmTimeOfDay();
   void ShowDisplayOptions();
   void ShowGeneralOptions();
+  void ShowSoundOptions();
   void ApplyOnTop();
   bool UsesTwin() const { return session_.settings.ExtraMonitor != 0; }
   void PlaceRoomDisplay();
@@ -92,6 +94,7 @@ class Desktop : public QObject,
   ErrorReport errors_;
   SettingsTable settings_;
   QtSoundPlayer sounds_;
+  QtFileOpener opener_;
   ProgramExit exit_;
   FrmMain frmMain_;
   RoundClock clock_;

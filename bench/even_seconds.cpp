@@ -29,6 +29,7 @@ class Observer : public ClockView, public ClockEvents, public SoundPlayer, publi
   void ShowTimeOfDay(const std::string& /*time*/) override {}
   void Happened(EventKind /*kind*/, const std::string& /*text*/) override {}
   void Play(const std::string& /*file*/) override {}
+  bool IsThere(const std::string& /*file*/) const override { return true; }
   void ReportError(std::string_view /*place*/, const RuntimeError& error, int /*line*/) override {
     std::fprintf(stderr, "%s\n", error.what());
   }

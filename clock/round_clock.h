@@ -5,9 +5,9 @@
 
 #include "basics/runtime_error.h"
 #include "clock/clock_view.h"
-#include "clock/sound_player.h"
 #include "session/control_window_view.h"
 #include "session/session.h"
+#include "session/sound_player.h"
 #include "session/time_source.h"
 
 namespace corvanel {

@@ -39,6 +39,10 @@ QtSoundPlayer::~QtSoundPlayer() {
   thread_.wait();
 }
 
+bool QtSoundPlayer::IsThere(const std::string& file) const {
+  return QFile::exists(QString::fromStdString(SoundFile(file, programFolder_)));
+}
+
 void QtSoundPlayer::Play(const std::string& file) {
   if (!thread_.isRunning()) thread_.start();
   emit Wanted(QString::fromStdString(SoundFile(file, programFolder_)));

@@ -4,7 +4,7 @@
 #include <QThread>
 #include <string>
 
-#include "clock/sound_player.h"
+#include "session/sound_player.h"
 
 namespace corvanel {
 
@@ -17,6 +17,7 @@ class QtSoundPlayer : public QObject, public SoundPlayer {
   explicit QtSoundPlayer(std::string programFolder);
   ~QtSoundPlayer() override;
   void Play(const std::string& file) override;
+  bool IsThere(const std::string& file) const override;
 
  signals:
   void Wanted(const QString& file);

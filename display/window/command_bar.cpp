@@ -50,7 +50,6 @@ CommandBar::CommandBar(QWidget* parent) : QFrame(parent) {
   auto* sound = Add("cmdSound", tr("Sounds"), tr("Choose the sounds"), QStyle::SP_MediaVolume);
   auto* options =
       Add("cmdOptions", tr("Display"), tr("Choose fonts and colours"), QStyle::SP_DesktopIcon);
-  sound->setEnabled(false);  // its dialog comes later
   auto* close = Add("cmdClose", tr("Main menu"), tr("Return to the control window (Esc)"),
                     QStyle::SP_ArrowBack);
 

@@ -113,6 +113,8 @@ void FrmMain::SetLogic(ControlWindow& logic) {
   connect(ui_->mnuSettingsImport, &QAction::triggered, this, &FrmMain::ImportWanted);
   connect(ui_->mnuSettingsUndoImport, &QAction::triggered, this, &FrmMain::UndoImportWanted);
   connect(ui_->mnuOptionsGeneral, &QAction::triggered, this, &FrmMain::GeneralOptionsWanted);
+  connect(ui_->mnuOptionsSounds, &QAction::triggered, this, &FrmMain::SoundOptionsWanted);
+  connect(ui_->mnuSound, &QAction::triggered, this, &FrmMain::SoundsFileWanted);
   connect(ui_->mnuOptionsDisplay, &QAction::triggered, this, &FrmMain::DisplayOptionsWanted);
   auto* start = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this);
   connect(start, &QShortcut::activated, this, [this] { logic_->cmdStart_Click(); });

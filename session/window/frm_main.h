@@ -59,6 +59,8 @@ class FrmMain : public QMainWindow, public ControlWindowView, public FavouritesV
   void ShortcutsWanted();
   void DisplayOptionsWanted();
   void GeneralOptionsWanted();
+  void SoundOptionsWanted();
+  void SoundsFileWanted();
 
  protected:
   void closeEvent(QCloseEvent* event) override;

@@ -14,6 +14,7 @@ FrmOptions::FrmOptions(GeneralOptions& logic, QWidget* parent)
   ui_->chkOnTop->setChecked(boxes.chkOnTop != 0);
   ui_->cmdBridgemate->setText(QString::fromStdString(logic_.UnitCaption()));
   connect(ui_->cmdDisplay, &QPushButton::clicked, this, &FrmOptions::DisplayOptionsWanted);
+  connect(ui_->cmdSound, &QPushButton::clicked, this, &FrmOptions::SoundOptionsWanted);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   connect(ui_->cmdOK, &QPushButton::clicked, this, [this] {
     logic_.cmdOK_Click(Boxes());

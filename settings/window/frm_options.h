@@ -21,6 +21,7 @@ class FrmOptions : public QDialog {
 
  signals:
   void DisplayOptionsWanted();
+  void SoundOptionsWanted();
 
  private:
   GeneralBoxes Boxes() const;

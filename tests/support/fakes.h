@@ -8,9 +8,9 @@
 #include "basics/runtime_error.h"
 #include "clock/clock_view.h"
 #include "clock/round_clock.h"
-#include "clock/sound_player.h"
 #include "clock/virtual_time.h"
 #include "session/prompts.h"
+#include "session/sound_player.h"
 #include "settings/settings_store.h"
 
 namespace corvanel {
@@ -101,6 +101,7 @@ class ClockBench : public ClockView, public SoundPlayer, public ClockEvents {
   }
   void ShowTimeOfDay(const std::string& shown) override { timeOfDay = shown; }
   void Play(const std::string& file) override { played.push_back(file); }
+  bool IsThere(const std::string& file) const override { return file != "missing.wav"; }
   void Happened(EventKind kind, const std::string& text) override;
 
   /// Lets `seconds` pass; the clock wakes up whenever it asked to.

@@ -1,0 +1,87 @@
+#include "settings/window/frm_sound.h"
+
+#include "ui_frm_sound.h"
+
+namespace corvanel {
+namespace {
+
+constexpr int kBetweenTests = 1800;  // milliseconds, longer than any supplied sound
+
+}  // namespace
+
+FrmSound::FrmSound(SoundOptions& logic, QWidget* parent)
+    : QDialog(parent), logic_(logic), ui_(std::make_unique<Ui::FrmSound>()) {
+  ui_->setupUi(this);
+  ui_->lblSettings->setText(QString::fromStdString(logic_.SettingsText()).remove('\r'));
+  for (size_t cue = 0; cue < kCues; ++cue) ConnectSlot(cue);
+  testAll_.setInterval(kBetweenTests);
+  connect(&testAll_, &QTimer::timeout, this, &FrmSound::TestNext);
+  connect(ui_->cmdTestAll, &QPushButton::clicked, this, [this] {
+    nextTest_ = 0;
+    TestNext();
+    testAll_.start();
+  });
+  connect(ui_->cmdRestore, &QPushButton::clicked, this, [this] {
+    if (!logic_.cmdRestore_Click()) return;
+    for (size_t cue = 0; cue < kCues; ++cue) {
+      PlayBox(cue)->setChecked(true);
+      ShowFile(cue);
+    }
+  });
+  connect(ui_->cmdHelp, &QPushButton::clicked, this, [this] { logic_.cmdHelp_Click(); });
+  connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+  connect(ui_->cmdOK, &QPushButton::clicked, this, [this] {
+    if (logic_.cmdOK_Click(Boxes())) accept();
+  });
+}
+
+FrmSound::~FrmSound() = default;
+
+QCheckBox* FrmSound::PlayBox(size_t cue) const {
+  return findChild<QCheckBox*>(QString("chkPlay_%1").arg(cue));
+}
+
+QCheckBox* FrmSound::FinalBox(size_t warning) const {
+  return findChild<QCheckBox*>(QString("chkPlayFinal_%1").arg(warning));
+}
+
+void FrmSound::ConnectSlot(size_t cue) {
+  const SoundBoxes boxes = logic_.Boxes();
+  PlayBox(cue)->setChecked(boxes.chkPlay[cue]);
+  if (cue < kWarnings) {
+    FinalBox(cue)->setChecked(boxes.chkPlayFinal[cue]);
+    FinalBox(cue)->setEnabled(boxes.chkPlay[cue]);
+    connect(PlayBox(cue), &QCheckBox::toggled, FinalBox(cue), &QCheckBox::setEnabled);
+  }
+  ShowFile(cue);
+  connect(findChild<QPushButton*>(QString("cmdSound_%1").arg(cue)), &QPushButton::clicked, this,
+          [this, cue] {
+            logic_.cmdSound_Click(cue);
+            ShowFile(cue);
+          });
+  connect(findChild<QPushButton*>(QString("cmdTest_%1").arg(cue)), &QPushButton::clicked, this,
+          [this, cue] { logic_.cmdTest_Click(cue); });
+}
+
+void FrmSound::ShowFile(size_t cue) {
+  auto* label = findChild<QLabel*>(QString("lblSound_%1").arg(cue));
+  label->setText(QString::fromStdString(logic_.FileText(cue)));
+  label->setStyleSheet(logic_.FileIsThere(cue) ? QString() : "color: #B00020; font-weight: 600;");
+}
+
+void FrmSound::TestNext() {
+  if (nextTest_ >= kCues) {
+    testAll_.stop();
+    return;
+  }
+  logic_.cmdTest_Click(nextTest_++);
+}
+
+SoundBoxes FrmSound::Boxes() const {
+  SoundBoxes boxes;
+  for (size_t cue = 0; cue < kCues; ++cue) boxes.chkPlay[cue] = PlayBox(cue)->isChecked();
+  for (size_t i = 0; i < kWarnings; ++i) boxes.chkPlayFinal[i] = FinalBox(i)->isChecked();
+  return boxes;
+}
+
+}  // namespace corvanel

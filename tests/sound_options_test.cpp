@@ -1,0 +1,90 @@
+#include "settings/sound_options.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/fakes.h"
+
+namespace corvanel {
+namespace {
+
+class SoundOptionsTest : public testing::Test, public FileOpener {
+ protected:
+  bool Load() {
+    session.ProgramFolder = "/prog";
+    table.GetDefaults(ClockTime());
+    return true;
+  }
+  void Open(const std::string& file) override { opened = file; }
+
+  std::string opened;
+  ClockBench bench;
+  Session& session = bench.session;
+  FakePrompts prompts;
+  FakeStore store;
+  SettingsTable table{store, session, bench.errors};
+  const bool loaded = Load();
+  SoundOptions options{{session, table, bench, *this, prompts, bench.errors}};
+};
+
+TEST_F(SoundOptionsTest, ShowsWarningsAndFiles) {
+  session.settings.MinWarning1 = 0;
+  session.settings.MinWarning = 3.5F;
+  EXPECT_EQ(options.SettingsText(),
+            "Current warnings are:\r\nEarly warning - none\r\n"
+            "Last warning  - 3.5 minutes before end of round");
+  EXPECT_EQ(options.FileText(2), "Fx2 Move.wav");
+  prompts.file = "missing.wav";
+  options.cmdSound_Click(2);
+  EXPECT_EQ(prompts.texts.back(), "Choose a sound (wav) file");
+  EXPECT_EQ(options.FileText(2), "missing.wav (not found)");
+  options.cmdHelp_Click();
+  EXPECT_EQ(opened, "/prog/sounds.txt");
+}
+
+TEST_F(SoundOptionsTest, OnlyOkChangesTheLiveSettings) {
+  const SoundChoices before = session.settings.sounds;
+  prompts.file = "/music/gong.wav";
+  options.cmdSound_Click(0);
+  options.cmdTest_Click(0);
+  EXPECT_EQ(bench.played.back(), "/music/gong.wav");
+  EXPECT_EQ(session.settings.sounds, before);
+  SoundBoxes boxes = options.Boxes();
+  boxes.chkPlay[1] = false;
+  boxes.chkPlayFinal[0] = true;
+  prompts.answers = {Answer::Cancel, Answer::No, Answer::Yes};
+  EXPECT_FALSE(options.cmdOK_Click(boxes));
+  EXPECT_EQ(session.settings.sounds.files[0], "/music/gong.wav");
+  EXPECT_EQ(session.settings.sounds.play[1], 0);
+  EXPECT_EQ(session.settings.sounds.playFinalRound[0], -1);
+  EXPECT_TRUE(options.cmdOK_Click(boxes));
+  EXPECT_EQ(store.flushes, 0);
+  EXPECT_TRUE(options.cmdOK_Click(boxes));
+  EXPECT_EQ(prompts.texts.back(), "Do you wish to save these settings");
+  EXPECT_EQ(store.GetSetting("Timer", "SoundWarning"), "/music/gong.wav");
+  EXPECT_EQ(store.GetSetting("Timer", "SoundPlay2"), "0");
+}
+
+TEST_F(SoundOptionsTest, SavesIntoTheFavouriteInUse) {
+  table.UseFavourite(4, "Friday");
+  table.CaptureSettings(4);
+  prompts.answers = {Answer::Yes};
+  prompts.file = "gong.wav";
+  options.cmdSound_Click(6);
+  EXPECT_TRUE(options.cmdOK_Click(options.Boxes()));
+  EXPECT_EQ(prompts.texts.back(), "Do you wish to save these settings\r\nfor favourite - Friday");
+  EXPECT_EQ(store.GetSetting("Timer04", "SoundEndOfBreak"), "gong.wav");
+  EXPECT_EQ(store.GetSetting("Timer", "Name"), "Friday");
+}
+
+TEST_F(SoundOptionsTest, RestoringGivesTheSuppliedSounds) {
+  prompts.answers = {Answer::No, Answer::Yes};
+  EXPECT_FALSE(options.cmdRestore_Click());
+  EXPECT_TRUE(options.cmdRestore_Click());
+  EXPECT_EQ(prompts.texts.back(), "Do you wish to reset to the default sounds?");
+  EXPECT_EQ(options.FileText(6), "Beep.wav");
+  EXPECT_EQ(options.FileText(0), "Fx2 DontStart.wav");
+  EXPECT_EQ(session.settings.sounds.files[6], "/prog\\Bell.wav");
+}
+
+}  // namespace
+}  // namespace corvanel
