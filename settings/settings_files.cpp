@@ -21,7 +21,9 @@ constexpr size_t kLargestFile = 8U << 20U;
 /// The text in another encoding; nothing when it has characters that the other does not know.
 std::optional<std::string> Converted(std::string text, const char* from, const char* to) {
   iconv_t converter = iconv_open(to, from);
-  if (converter == reinterpret_cast<iconv_t>(-1)) return std::nullopt;
+  // The library's own sign of failure.
+  if (converter == reinterpret_cast<iconv_t>(-1))
+    return std::nullopt;  // NOLINT(performance-no-int-to-ptr)
   std::string result(text.size() * 4 + 4, '\0');
   char* in = text.data();
   char* out = result.data();
@@ -73,7 +75,10 @@ std::string ExportReg(const SettingsStore& store, const std::string& section,
       std::replace(shown.begin(), shown.end(), '"', '\'');
       outcome.changed.push_back(section + ", " + key);
     }
-    text += Quoted(key) + ',' + Quoted(shown) + "\r\n";
+    text += Quoted(key);
+    text += ',';
+    text += Quoted(shown);
+    text += "\r\n";
   }
   return text;
 }

@@ -7,6 +7,7 @@
 namespace corvanel {
 namespace {
 
+constexpr int kHeight = 44;  // bar and times below it
 constexpr int kBarHeight = 22;
 constexpr size_t kMostLines = 400;  // beyond, fields would be thinner than a pixel
 const QColor kRound(0x5B, 0x8D, 0xE8);
@@ -15,9 +16,13 @@ const QColor kBreak(0xF2, 0xA9, 0x00);
 }  // namespace
 
 TimetableBar::TimetableBar(QWidget* parent) : QWidget(parent) {
-  setMinimumHeight(sizeHint().height());
+  setMinimumHeight(kHeight);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   setAccessibleName(tr("Timetable of the session"));
+}
+
+QSize TimetableBar::sizeHint() const {
+  return {400, kHeight};
 }
 
 void TimetableBar::Show(const std::vector<TimetableLine>& lines, ClockTime start, TimeForm form) {

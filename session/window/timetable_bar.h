@@ -15,7 +15,7 @@ class TimetableBar : public QWidget {
  public:
   explicit TimetableBar(QWidget* parent = nullptr);
   void Show(const std::vector<TimetableLine>& lines, ClockTime start, TimeForm form);
-  QSize sizeHint() const override { return {400, 44}; }
+  QSize sizeHint() const override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
