@@ -21,9 +21,10 @@ constexpr size_t kLargestFile = 8U << 20U;
 /// The text in another encoding; nothing when it has characters that the other does not know.
 std::optional<std::string> Converted(std::string text, const char* from, const char* to) {
   iconv_t converter = iconv_open(to, from);
-  // The library's own sign of failure.
-  if (converter == reinterpret_cast<iconv_t>(-1))
-    return std::nullopt;  // NOLINT(performance-no-int-to-ptr)
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): the library's own sign of failure
+  if (converter == reinterpret_cast<iconv_t>(-1)) {
+    return std::nullopt;
+  }
   std::string result(text.size() * 4 + 4, '\0');
   char* in = text.data();
   char* out = result.data();
@@ -73,7 +74,7 @@ std::string ExportReg(const SettingsStore& store, const std::string& section,
     std::string shown = value;
     if (shown.find('"') != std::string::npos) {
       std::replace(shown.begin(), shown.end(), '"', '\'');
-      outcome.changed.push_back(section + ", " + key);
+      outcome.changed.push_back(fmt::format("{}, {}", section, key));
     }
     text += Quoted(key);
     text += ',';
