@@ -2,13 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/fake_control_window.h"
-#include "tests/support/fakes.h"
+#include "tests/support/favourites_bench.h"
 
 namespace corvanel {
 namespace {
 
-class FavouritesTest : public testing::Test, public FavouritesView {
+class FavouritesTest : public testing::Test, public FavouritesBench {
  protected:
   FavouritesTest() {
     Load();
@@ -18,31 +17,10 @@ class FavouritesTest : public testing::Test, public FavouritesView {
     table.GetDefaults(ClockTime::At(19, 0));
     favourites.Fill();
   }
-  void ShowFavourites(const std::vector<std::string>& names, const std::string& text) override {
-    listed = names;
-    chosen = text;
-  }
-  void ShowInUse(const std::string& name) override { inUse = name; }
-  void ClearNewName() override {}
   void SaveRounds(int16_t rounds, const std::string& name) {
     session.settings.nRounds = rounds;
     favourites.cmdSaveDefault_Click(name);
   }
-
-  std::vector<std::string> listed;
-  std::string chosen;
-  std::string inUse;
-  ClockBench bench;
-  Session& session = bench.session;
-  FakePrompts prompts;
-  FakeControlWindow view;
-  FakeStore store;
-  SettingsTable table{store, session, bench.errors};
-  ProgramExit exit{session, prompts, view};
-  ControlWindow control{
-      {session, view, prompts, bench.errors, bench.time, bench.clock, table, view, exit}};
-  Favourites favourites{
-      {table, session, *this, control, prompts, bench.errors, bench.time, bench.clock}};
 };
 
 TEST_F(FavouritesTest, SavesChoosesAndSurvivesARestart) {

@@ -5,9 +5,7 @@
 #include <map>
 #include <random>
 
-#include "settings/favourites.h"
-#include "tests/support/fake_control_window.h"
-#include "tests/support/fakes.h"
+#include "tests/support/favourites_bench.h"
 
 namespace corvanel {
 namespace {
@@ -110,14 +108,9 @@ TEST(ImportSettingsTest, NoBytesDoHarm) {
   }
 }
 
-class SettingsMenuTest : public testing::Test, public FavouritesView, public FileAccess {
+class SettingsMenuTest : public testing::Test, public FavouritesBench, public FileAccess {
  protected:
   SettingsMenuTest() { table.GetDefaults(ClockTime()); }
-  void ShowFavourites(const std::vector<std::string>& names, const std::string& /*text*/) override {
-    listed = names;
-  }
-  void ShowInUse(const std::string& /*name*/) override {}
-  void ClearNewName() override {}
   Result<std::string> ReadFile(const std::string& path) override {
     if (!files.contains(path)) return Error{53, path + ": not found"};
     return files[path];
@@ -128,19 +121,7 @@ class SettingsMenuTest : public testing::Test, public FavouritesView, public Fil
     return true;
   }
 
-  std::vector<std::string> listed;
   std::map<std::string, std::string> files;
-  ClockBench bench;
-  Session& session = bench.session;
-  FakePrompts prompts;
-  FakeControlWindow view;
-  FakeStore store;
-  SettingsTable table{store, session, bench.errors};
-  ProgramExit exit{session, prompts, view};
-  ControlWindow control{
-      {session, view, prompts, bench.errors, bench.time, bench.clock, table, view, exit}};
-  Favourites favourites{
-      {table, session, *this, control, prompts, bench.errors, bench.time, bench.clock}};
   SettingsMenu menu{{store, session, *this, favourites, prompts, bench.errors}};
 };
 

@@ -68,7 +68,7 @@ CommandBar::CommandBar(QWidget* parent) : QFrame(parent) {
     minutes_->setValue(0);
     emit MinutesMoved(value);
   });
-  ShowPaused(false);
+  resume_->hide();
   ShowFullScreen(false);
 }
 
@@ -85,6 +85,8 @@ QToolButton* CommandBar::Add(const char* name, const QString& text, const QStrin
 }
 
 void CommandBar::ShowPaused(bool paused) {
+  // Every second says so again; only a change is worth fitting the bar anew.
+  if (resume_->isHidden() != paused) return;
   pause_->setVisible(!paused);
   resume_->setVisible(paused);
   FitInto(window_);

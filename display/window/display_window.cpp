@@ -113,7 +113,7 @@ LayoutInput DisplayWindow::Input() const {
   input.width = width();
   input.height = height() - FootHeight();
   input.moving = face_.phase == Phase::Move;
-  input.texts = WidestTextsOf(session_, static_cast<double>(face_.secondsLeft));
+  input.texts = WidestTextsOf(session_, face_.secondsLeft);
   input.show = session_.options.Show;
   return input;
 }
