@@ -43,6 +43,7 @@ Desktop::Desktop(const std::filesystem::path& store)
   frmMain_.SetLogic(control_);
   frmMain_.ShowVersion(QString::fromStdString(VersionText()));
   ConnectDisplays();
+  qApp->installEventFilter(&dialogPlacer_);
   timerCurrentTime_.setSingleShot(true);
   timerCurrentTime_.setTimerType(Qt::PreciseTimer);
   connect(&timerCurrentTime_, &QTimer::timeout, this, [this] {

@@ -8,6 +8,7 @@
 #include "clock/round_clock.h"
 #include "display/display_commands.h"
 #include "display/display_options.h"
+#include "display/window/dialog_placer.h"
 #include "display/window/frm_display.h"
 #include "display/window/frm_display2.h"
 #include "platform/disk.h"
@@ -105,6 +106,7 @@ class Desktop : public QObject,
   DisplayCommands commands_;
   FrmDisplay frmDisplay_;
   FrmDisplay2 frmDisplay2_;
+  DialogPlacer dialogPlacer_{{&frmDisplay_, &frmDisplay2_}};
   StayAwake awake_;
   enum class Placed { Nothing, Room, Both };
   Placed placedFor_ = Placed::Nothing;  // what the displays were last placed for, in this run

@@ -21,4 +21,9 @@ struct ScreenPlan {
 /// director's.
 ScreenPlan PlanScreens(const std::vector<Place>& screens, size_t controlScreen);
 
+/// Where a dialog opens on a screen: where it is wanted when that hides no countdown, else beside
+/// them; where no place is free, where it hides least. `screen`: the usable area; `wanted`: the
+/// dialog with its frame. Never reaches beyond the screen's left and upper edges.
+Place PlaceDialog(const Place& screen, const Place& wanted, const std::vector<Place>& countdowns);
+
 }  // namespace corvanel

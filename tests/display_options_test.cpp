@@ -131,5 +131,40 @@ TEST(ScreenPlanTest, TheRoomDisplayTakesTheOtherScreen) {
   }
 }
 
+TEST(ScreenPlanTest, ADialogOpensBesideTheCountdown) {
+  const Place screen{0, 0, 1920, 1080};
+  struct Row {
+    const char* name;
+    Place wanted;
+    std::vector<Place> countdowns;
+    bool hides;
+  };
+  const Row rows[] = {
+      {"free where it is wanted", {800, 700, 400, 300}, {{300, 300, 800, 300}}, false},
+      {"over the digits", {700, 300, 400, 500}, {{300, 300, 800, 300}}, false},
+      {"between two displays",
+       {760, 340, 400, 400},
+       {{100, 400, 760, 250}, {1060, 400, 760, 250}},
+       false},
+      {"larger than any free place", {460, 140, 1000, 800}, {{160, 300, 1600, 480}}, true},
+      {"larger than the screen", {-40, -60, 2000, 1200}, {{160, 300, 1600, 480}}, true},
+  };
+  for (const Row& row : rows) {
+    const Place place = PlaceDialog(screen, row.wanted, row.countdowns);
+    EXPECT_EQ(place.width, row.wanted.width) << row.name;
+    EXPECT_TRUE(place.x >= 0 && place.y >= 0) << row.name;
+    if (row.wanted.width <= screen.width) {
+      EXPECT_TRUE(place.Right() <= 1920 && place.Bottom() <= 1080) << row.name;
+    }
+    for (const Place& countdown : row.countdowns) {
+      const bool beside = place.Right() <= countdown.x || place.x >= countdown.Right() ||
+                          place.Bottom() <= countdown.y || place.y >= countdown.Bottom();
+      EXPECT_EQ(!beside, row.hides) << row.name;
+    }
+  }
+  const Place wanted = rows[0].wanted;
+  EXPECT_EQ(PlaceDialog(screen, wanted, rows[0].countdowns).x, wanted.x);
+}
+
 }  // namespace
 }  // namespace corvanel

@@ -39,6 +39,10 @@ void CountdownPanel::UpdateChangedCells(const std::string& before) {
   }
 }
 
+QRect CountdownPanel::DigitsPlace() const {
+  return Pixels(place_.place);
+}
+
 void CountdownPanel::SetPlace(const Layout& layout) {
   const QRect panel = Pixels(layout.panel);
   setGeometry(panel);

@@ -19,6 +19,8 @@ class CountdownPanel : public QWidget {
   /// `background`: of the window; a countdown on the same colour needs no field.
   void SetStyle(const ElementStyle& style, int32_t background);
   const std::string& Countdown() const { return countdown_; }
+  /// Where the digits stand, in this widget.
+  QRect DigitsPlace() const;
   /// Of the widest countdown that the layout was made for, "88:88", pixels.
   QSizeF DigitsSize() const { return {CountdownWidth("88:88"), digitHeight_}; }
 

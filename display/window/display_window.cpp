@@ -130,6 +130,10 @@ void DisplayWindow::ShowTimeOfDay(const std::string& time) {
   lblNow_->SetText(time);
 }
 
+QRect DisplayWindow::CountdownOnScreen() const {
+  return lblMin_->DigitsPlace().translated(lblMin_->mapToGlobal(QPoint(0, 0)));
+}
+
 void DisplayWindow::ShowFullScreenPair(bool fullScreen) {
   fraCommand_->ShowFullScreen(fullScreen);
 }

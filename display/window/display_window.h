@@ -30,6 +30,9 @@ class DisplayWindow : public QWidget, public DisplayForm {
   /// Puts the window at a place, or full screen on the screen of that place.
   void PlaceAt(const QRect& place, bool fullScreen);
 
+  /// Where the countdown stands on the desktop, in pixels.
+  QRect CountdownOnScreen() const;
+
   WindowPlace Place() const override;
   void SetFullScreen(bool fullScreen) override;
   bool Visible() const override { return isVisible(); }

@@ -22,12 +22,14 @@ class FrmSound : public QDialog {
   FrmSound(SoundOptions& logic, QWidget* parent);
   ~FrmSound() override;
 
+  /// The next step of "Test all": plays one more cue, until all were heard.
+  void TestNext();
+
  private:
   QCheckBox* PlayBox(size_t cue) const;
   QCheckBox* FinalBox(size_t warning) const;
   void ConnectSlot(size_t cue);
   void ShowFile(size_t cue);
-  void TestNext();
   SoundBoxes Boxes() const;
 
   SoundOptions& logic_;

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -192,6 +193,32 @@ TEST_F(FrmMainTest, EveryBoxHasANameForAScreenReader) {
     for (const QLabel* label : window.findChildren<QLabel*>()) named |= label->buddy() == box;
     EXPECT_TRUE(named) << box->objectName().toStdString();
   }
+}
+
+TEST_F(FrmMainTest, TheFavouritesControlsNameTheirFavourite) {
+  std::vector<std::string> wanted;
+  const auto keep = [&](const char* what) {
+    return [&wanted, what](const std::string& name) { wanted.push_back(what + name); };
+  };
+  QObject::connect(&window, &FrmMain::SaveAsNew, keep("new "));
+  QObject::connect(&window, &FrmMain::FavouriteChosen, keep("choose "));
+  QObject::connect(&window, &FrmMain::FavouriteSaveWanted, keep("save "));
+  QObject::connect(&window, &FrmMain::FavouriteDeleteWanted, keep("delete "));
+  EXPECT_FALSE(Find<QWidget>("fraLoad")->isVisible());
+  window.ShowFavourites({"Friday", "Teams \"A\", long", "&Élite"}, "Friday");
+  window.OfferFavouriteSave(true);
+  EXPECT_TRUE(Find<QWidget>("fraLoad")->isVisible());
+  EXPECT_TRUE(wanted.empty());  // listing is not choosing
+  auto* list = Find<QComboBox>("cboFavs");
+  QTest::keyClick(list, Qt::Key_Down);
+  QTest::mouseClick(Find<QPushButton>("cmdFavSave"), Qt::LeftButton);
+  QTest::keyClick(list, Qt::Key_Down);
+  QTest::mouseClick(Find<QPushButton>("cmdFavDelete"), Qt::LeftButton);
+  auto* name = Find<QLineEdit>("txtDefault");
+  QTest::keyClicks(name, " Monday ");
+  QTest::keyClick(name, Qt::Key_Return);
+  EXPECT_EQ(wanted, (std::vector<std::string>{"choose Teams \"A\", long", "save Teams \"A\", long",
+                                              "choose &Élite", "delete &Élite", "new Monday"}));
 }
 
 }  // namespace

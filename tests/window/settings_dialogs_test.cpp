@@ -1,0 +1,121 @@
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+#include "settings/window/frm_options.h"
+#include "settings/window/frm_sound.h"
+#include "tests/support/fakes.h"
+
+namespace corvanel {
+namespace {
+
+template <class Widget>
+Widget* Find(QDialog& dialog, const char* name) {
+  auto* widget = dialog.findChild<Widget*>(name);
+  EXPECT_NE(widget, nullptr) << name;
+  return widget;
+}
+
+void Click(QDialog& dialog, const char* name) {
+  QTest::mouseClick(Find<QPushButton>(dialog, name), Qt::LeftButton);
+}
+
+class SettingsDialogsTest : public testing::Test, public FileOpener {
+ protected:
+  SettingsDialogsTest() { table.GetDefaults(ClockTime()); }
+  void Open(const std::string& file) override { opened = file; }
+
+  std::string opened;
+  ClockBench bench;
+  Session& session = bench.session;
+  FakePrompts prompts;
+  FakeStore store;
+  SettingsTable table{store, session, bench.errors};
+};
+
+TEST_F(SettingsDialogsTest, SoundsAreChosenTestedAndTakenOver) {
+  session.settings.sounds.files[3] = "missing.wav";
+  SoundOptions options({session, table, bench, *this, prompts, bench.errors});
+  FrmSound dialog(options, nullptr);
+  dialog.show();
+  EXPECT_EQ(Find<QLabel>(dialog, "lblSound_3")->text(), "missing.wav (not found)");
+  EXPECT_TRUE(Find<QLabel>(dialog, "lblSettings")->text().startsWith("Current warnings are:\n"));
+  auto* final = Find<QCheckBox>(dialog, "chkPlayFinal_1");
+  EXPECT_TRUE(final->isEnabled());
+  QTest::keyClick(Find<QCheckBox>(dialog, "chkPlay_1"), Qt::Key_Space);
+  EXPECT_FALSE(final->isEnabled());
+  prompts.file = "/music/gong.wav";
+  Click(dialog, "cmdSound_3");
+  EXPECT_EQ(Find<QLabel>(dialog, "lblSound_3")->text(), "gong.wav");
+  bench.clock.Start();
+  const std::string before = bench.face.countdown;
+  Click(dialog, "cmdTest_3");
+  EXPECT_EQ(bench.played.back(), "/music/gong.wav");
+  EXPECT_EQ(bench.clock.Face().countdown, before);
+  Click(dialog, "cmdHelp");
+  EXPECT_TRUE(opened.ends_with("/sounds.txt"));
+  prompts.answers = {Answer::Cancel, Answer::No};
+  QTest::keyClick(&dialog, Qt::Key_Return);
+  EXPECT_TRUE(dialog.isVisible());  // the question was cancelled
+  QTest::keyClick(&dialog, Qt::Key_Return);
+  EXPECT_FALSE(dialog.isVisible());
+  EXPECT_EQ(session.settings.sounds.files[3], "/music/gong.wav");
+  EXPECT_EQ(session.settings.sounds.play[1], 0);
+}
+
+TEST_F(SettingsDialogsTest, EscapeLeavesTheSoundsAlone) {
+  const SoundChoices before = session.settings.sounds;
+  SoundOptions options({session, table, bench, *this, prompts, bench.errors});
+  FrmSound dialog(options, nullptr);
+  dialog.show();
+  prompts.answers = {Answer::Yes};
+  Find<QCheckBox>(dialog, "chkPlay_4")->click();
+  Click(dialog, "cmdRestore");
+  EXPECT_TRUE(Find<QCheckBox>(dialog, "chkPlay_4")->isChecked());
+  EXPECT_EQ(Find<QLabel>(dialog, "lblSound_6")->text(), "Beep.wav");
+  QTest::keyClick(&dialog, Qt::Key_Escape);
+  EXPECT_FALSE(dialog.isVisible());
+  EXPECT_EQ(session.settings.sounds, before);
+}
+
+TEST_F(SettingsDialogsTest, TestAllRunsThroughTheSeven) {
+  SoundOptions options({session, table, bench, *this, prompts, bench.errors});
+  FrmSound dialog(options, nullptr);
+  Click(dialog, "cmdTestAll");
+  EXPECT_EQ(bench.played.size(), 1U);
+  for (size_t cue = 1; cue < kCues; ++cue) dialog.TestNext();
+  dialog.TestNext();  // there is no eighth
+  const auto& files = session.settings.sounds.files;
+  EXPECT_EQ(bench.played, std::vector<std::string>(files.begin(), files.end()));
+}
+
+TEST_F(SettingsDialogsTest, GeneralOptionsAreStoredByEnterAndLeftByEscape) {
+  int applied = 0;
+  GeneralOptions options(session, table, bench.errors, [&] { ++applied; });
+  for (const Qt::Key end : {Qt::Key_Escape, Qt::Key_Return}) {
+    FrmOptions dialog(options, nullptr);
+    QSignalSpy display(&dialog, &FrmOptions::DisplayOptionsWanted);
+    QSignalSpy sounds(&dialog, &FrmOptions::SoundOptionsWanted);
+    dialog.show();
+    EXPECT_EQ(Find<QPushButton>(dialog, "cmdBridgemate")->text(), "Bridgemate Options");
+    for (const char* box : {"chkAutoStart", "chkAutoShutdown", "chkAutoUpdate", "chkOnTop"}) {
+      Find<QCheckBox>(dialog, box)->click();
+    }
+    Click(dialog, "cmdDisplay");
+    Click(dialog, "cmdSound");
+    EXPECT_EQ(display.count() + sounds.count(), 2);
+    EXPECT_EQ(applied, 0);
+    QTest::keyClick(&dialog, end);
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_EQ(store.GetSetting("Timer", "OnTop").has_value(), end == Qt::Key_Return);
+  }
+  EXPECT_EQ(applied, 1);
+  EXPECT_EQ(options.Boxes(), (GeneralBoxes{1, 1, 0, 1}));
+}
+
+}  // namespace
+}  // namespace corvanel
