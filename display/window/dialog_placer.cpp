@@ -20,22 +20,39 @@ Place PlaceOf(const QRect& rect) {
 
 }  // namespace
 
-DialogPlacer::DialogPlacer(std::vector<const DisplayWindow*> displays)
-    : displays_(std::move(displays)) {}
+DialogPlacer::DialogPlacer(std::vector<DisplayWindow*> displays) : displays_(std::move(displays)) {}
 
 bool DialogPlacer::eventFilter(QObject* watched, QEvent* event) {
-  auto* dialog = event->type() == QEvent::Show ? qobject_cast<QDialog*>(watched) : nullptr;
-  if (dialog == nullptr || event->spontaneous()) return false;
+  if (event->spontaneous()) return false;
+  if (event->type() == QEvent::Show) {
+    if (auto* dialog = qobject_cast<QDialog*>(watched)) PlaceBeside(*dialog);
+  } else if (event->type() == QEvent::Hide && watched == madeRoomFor_) {
+    madeRoomFor_ = nullptr;
+    for (DisplayWindow* display : displays_) display->MakeRoom(0);
+  }
+  return false;
+}
+
+void DialogPlacer::PlaceBeside(QDialog& dialog) {
   std::vector<Place> countdowns;
   for (const DisplayWindow* display : displays_) {
     if (display->isVisible()) countdowns.push_back(PlaceOf(display->CountdownOnScreen()));
   }
-  if (countdowns.empty()) return false;
-  const QRect wanted = dialog->geometry().adjusted(0, -kTitleBar, 0, 0);
-  const Place place =
-      PlaceDialog(PlaceOf(dialog->screen()->availableGeometry()), PlaceOf(wanted), countdowns);
-  dialog->move(Pixels(place).topLeft());
-  return false;
+  if (countdowns.empty()) return;
+  const QRect wanted = dialog.geometry().adjusted(0, -kTitleBar, 0, 0);
+  const QRect screen = dialog.screen()->availableGeometry();
+  const QRect place = Pixels(PlaceDialog(PlaceOf(screen), PlaceOf(wanted), countdowns));
+  dialog.move(place.topLeft());
+  for (DisplayWindow* display : displays_) {
+    const int left = display->width() - place.width();
+    if (!display->isVisible() || !place.intersects(display->CountdownOnScreen()) ||
+        left < kLeastWindow) {
+      continue;
+    }
+    dialog.move(display->geometry().right() - place.width(), place.y());
+    display->MakeRoom(place.width());
+    madeRoomFor_ = &dialog;
+  }
 }
 
 }  // namespace corvanel

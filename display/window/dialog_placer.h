@@ -3,22 +3,28 @@
 #include <QObject>
 #include <vector>
 
+class QDialog;
+
 namespace corvanel {
 
 class DisplayWindow;
 
 /// Lets every dialog and question of the program open beside the countdowns of the displays that
-/// are shown. To be installed as an event filter of the application.
+/// are shown. A display that leaves no free place, such as a full-screen one, makes room for a
+/// dialog while that is open. To be installed as an event filter of the application.
 class DialogPlacer : public QObject {
   Q_OBJECT
 
  public:
-  explicit DialogPlacer(std::vector<const DisplayWindow*> displays);
+  explicit DialogPlacer(std::vector<DisplayWindow*> displays);
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  std::vector<const DisplayWindow*> displays_;
+  void PlaceBeside(QDialog& dialog);
+
+  std::vector<DisplayWindow*> displays_;
+  const QObject* madeRoomFor_ = nullptr;  // the dialog beside which a display is narrower
 };
 
 }  // namespace corvanel

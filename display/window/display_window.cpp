@@ -110,7 +110,7 @@ int32_t DisplayWindow::Background() const {
 
 LayoutInput DisplayWindow::Input() const {
   LayoutInput input;
-  input.width = width();
+  input.width = width() - room_;
   input.height = height() - FootHeight();
   input.moving = face_.phase == Phase::Move;
   input.texts = WidestTextsOf(session_, face_.secondsLeft);
@@ -132,6 +132,12 @@ void DisplayWindow::ShowTimeOfDay(const std::string& time) {
 
 QRect DisplayWindow::CountdownOnScreen() const {
   return lblMin_->DigitsPlace().translated(lblMin_->mapToGlobal(QPoint(0, 0)));
+}
+
+void DisplayWindow::MakeRoom(int pixels) {
+  if (room_ == pixels) return;
+  room_ = pixels;
+  Rearrange();
 }
 
 void DisplayWindow::ShowFullScreenPair(bool fullScreen) {

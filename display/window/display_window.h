@@ -33,6 +33,9 @@ class DisplayWindow : public QWidget, public DisplayForm {
   /// Where the countdown stands on the desktop, in pixels.
   QRect CountdownOnScreen() const;
 
+  /// Keeps `pixels` free at the right edge, for a dialog that stands there; 0 takes them back.
+  void MakeRoom(int pixels);
+
   WindowPlace Place() const override;
   void SetFullScreen(bool fullScreen) override;
   bool Visible() const override { return isVisible(); }
@@ -72,6 +75,7 @@ class DisplayWindow : public QWidget, public DisplayForm {
   const Session& session_;
   DisplayCommands& commands_;
   ClockFace face_;
+  int room_ = 0;        // pixels kept free at the right edge
   LayoutInput placed_;  // what the present layout was made for
   TextRow* lblHeader_;
   TextRow* lblNow_;

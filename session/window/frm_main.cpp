@@ -26,13 +26,14 @@ constexpr const char* kStyle = R"(
   QPushButton { padding: 7px 14px; }
   QPushButton[segment] {
     border: 1px solid palette(mid); background: palette(base); padding: 7px 10px;
+    font-weight: 600;
   }
   QPushButton[segment="left"] { border-top-left-radius: 6px; border-bottom-left-radius: 6px; }
   QPushButton[segment="right"] {
     border-left: none; border-top-right-radius: 6px; border-bottom-right-radius: 6px;
   }
   QPushButton[segment]:checked {
-    background: palette(highlight); color: palette(highlighted-text); font-weight: 600;
+    background: palette(highlight); color: palette(highlighted-text);
   }
   QPushButton[segment]:focus { text-decoration: underline; }
   QPushButton[primary="true"] {

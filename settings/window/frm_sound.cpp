@@ -5,6 +5,7 @@
 namespace corvanel {
 namespace {
 
+constexpr int kWidestFile = 240;     // pixels
 constexpr int kBetweenTests = 1800;  // milliseconds, longer than any supplied sound
 
 }  // namespace
@@ -65,7 +66,9 @@ void FrmSound::ConnectSlot(size_t cue) {
 
 void FrmSound::ShowFile(size_t cue) {
   auto* label = findChild<QLabel*>(QString("lblSound_%1").arg(cue));
-  label->setText(QString::fromStdString(logic_.FileText(cue)));
+  const QString file = QString::fromStdString(logic_.FileText(cue));
+  label->setText(label->fontMetrics().elidedText(file, Qt::ElideMiddle, kWidestFile));
+  label->setToolTip(file);
   label->setStyleSheet(logic_.FileIsThere(cue) ? QString() : "color: #B00020; font-weight: 600;");
 }
 

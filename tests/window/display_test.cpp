@@ -1,12 +1,14 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDialog>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
 #include <QToolButton>
 
 #include "display/window/countdown_panel.h"
+#include "display/window/dialog_placer.h"
 #include "display/window/frm_display.h"
 #include "display/window/frm_display2.h"
 #include "display/window/frm_help.h"
@@ -246,6 +248,22 @@ TEST_F(FrmDisplayTest, NothingIsClippedAtAnySizeInAnyState) {
     }
   }
   EXPECT_EQ(clock.State().phase, Phase::Ended);
+}
+
+TEST_F(FrmDisplayTest, MakesRoomForADialogWhileThatIsOpen) {
+  window.setGeometry(window.screen()->availableGeometry());
+  window.Rearrange();
+  DialogPlacer placer({&window, &twin});
+  qApp->installEventFilter(&placer);
+  const QRect before = window.CountdownOnScreen();
+  QDialog dialog(&window);
+  dialog.setFixedSize(window.width() / 2, window.height() - 40);
+  dialog.show();
+  QApplication::processEvents();
+  EXPECT_FALSE(dialog.geometry().intersects(window.CountdownOnScreen()));
+  EXPECT_TRUE(window.geometry().contains(window.CountdownOnScreen()));
+  dialog.hide();
+  EXPECT_EQ(window.CountdownOnScreen(), before);
 }
 
 TEST(TextMeasureTest, DigitsTakeCellsOfOneWidth) {
