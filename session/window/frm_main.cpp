@@ -12,6 +12,8 @@
 namespace corvanel {
 namespace {
 
+constexpr int kWidestName = 180;  // pixels
+
 /// Cards on a calm ground, one strong button; every colour comes from the desktop's own palette.
 constexpr const char* kStyle = R"(
   QFrame[card="true"] {
@@ -201,7 +203,10 @@ void FrmMain::ShowFavourites(const std::vector<std::string>& names, const std::s
 }
 
 void FrmMain::ShowInUse(const std::string& name) {
-  ui_->lblFavInUse->setText(QString::fromStdString(name));
+  const QString text = QString::fromStdString(name);
+  ui_->lblFavInUse->setText(
+      ui_->lblFavInUse->fontMetrics().elidedText(text, Qt::ElideRight, kWidestName));
+  ui_->lblFavInUse->setToolTip(text);
 }
 
 void FrmMain::ClearNewName() {

@@ -207,6 +207,10 @@ TEST_F(FrmMainTest, TheFavouritesControlsNameTheirFavourite) {
   EXPECT_FALSE(Find<QWidget>("fraLoad")->isVisible());
   window.ShowFavourites({"Friday", "Teams \"A\", long", "&Élite"}, "Friday");
   window.OfferFavouriteSave(true);
+  const int width = window.centralWidget()->minimumSizeHint().width();
+  window.ShowInUse(std::string(300, 'x'));
+  EXPECT_EQ(window.centralWidget()->minimumSizeHint().width(), width);
+  EXPECT_LT(Find<QLabel>("lblFavInUse")->sizeHint().width(), 200);
   EXPECT_TRUE(Find<QWidget>("fraLoad")->isVisible());
   EXPECT_TRUE(wanted.empty());  // listing is not choosing
   auto* list = Find<QComboBox>("cboFavs");
