@@ -134,6 +134,22 @@ void RoundClock::ChangeMinutes(int minutes) {
   });
 }
 
+void RoundClock::EndRound() {
+  if (state_.phase != Phase::Round || state_.paused) return;
+  Handle([&] {
+    state_.roundEnd = counter_;
+    state_.warningPending = {false, false};
+    TimerRound_Timer();
+  });
+}
+
+void RoundClock::OmitWarnings() {
+  if (state_.phase != Phase::Round || !session_.unitLinkOpen) return;
+  const Options& options = session_.options;
+  if (options.BMOmitwarning1) state_.warningPending[0] = false;
+  if (options.BMOmitwarning2) state_.warningPending[1] = false;
+}
+
 void RoundClock::StartRound() {
   const SessionSettings& s = session_.settings;
   state_.phase = Phase::Round;
@@ -146,6 +162,7 @@ void RoundClock::StartRound() {
   state_.warningPending[0] = s.MinWarning > 0;
   state_.warningPending[1] =
       s.MinWarning1 > 0 && s.sounds.play[static_cast<size_t>(Cue::SecondWarning)] != 0;
+  OmitWarnings();
   CountDown(s.MinPerRound);
 }
 

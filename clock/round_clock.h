@@ -63,6 +63,12 @@ class RoundClock : public SessionClock {
   /// Adds minutes (or takes them off) while a round or break counts down.
   void ChangeMinutes(int minutes);
 
+  /// Every table has finished: ends the round that counts down at once, as at time up.
+  void EndRound();
+  /// While a scoring database is open its options can omit the warnings of rounds: takes them as
+  /// given in the round that counts down.
+  void OmitWarnings();
+
   /// The timer fired: runs the tick of the count-down that is on.
   void Tick();
   /// The time of day on the displays, to be called at least once a second.

@@ -11,10 +11,13 @@ namespace corvanel {
 /// fast as the processor goes.
 class VirtualTime : public TimeSource, public TickTimer {
  public:
-  explicit VirtualTime(ClockTime start) : start_(start) {}
+  explicit VirtualTime(ClockTime start, DateTime day = {}) : start_(start), day_(day) {}
 
   double Counter() const override { return TimeOfDay().Seconds(); }
   ClockTime TimeOfDay() const override { return start_.PlusSeconds(elapsed_); }
+  DateTime Now() const override {
+    return {day_.seconds + static_cast<int64_t>(start_.Seconds() + elapsed_)};
+  }
   void Arm(double seconds) override { due_ = elapsed_ + seconds; }
   void Disarm() override { due_.reset(); }
 
@@ -32,6 +35,7 @@ class VirtualTime : public TimeSource, public TickTimer {
 
  private:
   ClockTime start_;
+  DateTime day_;
   double elapsed_ = 0;
   std::optional<double> due_;
 };

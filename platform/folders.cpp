@@ -26,6 +26,15 @@ fs::path DefaultStoreFile() {
   return folder / "corvanel" / "settings.json";
 }
 
+std::vector<fs::path> OutputFolders() {
+  const char* state = std::getenv("XDG_STATE_HOME");
+  const char* home = std::getenv("HOME");
+  const fs::path users = state != nullptr && *state == '/'
+                             ? fs::path(state)
+                             : fs::path(home == nullptr ? "." : home) / ".local" / "state";
+  return {fs::path(ProgramFolderPath()), users / "corvanel"};
+}
+
 std::string SoundFile(const std::string& stored, const std::string& programFolder) {
   std::error_code error;
   if (fs::is_regular_file(stored, error)) return stored;

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace corvanel {
 
@@ -10,6 +11,10 @@ std::string ProgramFolderPath();
 
 /// Where a user's settings are kept when no other file was named.
 std::filesystem::path DefaultStoreFile();
+
+/// Where files that the program writes go: the program folder where it can be written, and the
+/// user's own folder where it cannot. In the order in which they are to be tried.
+std::vector<std::filesystem::path> OutputFolders();
 
 /// Where the file of a stored sound lies: the path itself when there is such a file, else a file
 /// of the same name in the program folder, since stores come from other machines and systems.

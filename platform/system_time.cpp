@@ -15,11 +15,21 @@ double SinceBoot() {
   return Seconds(now);
 }
 
-ClockTime ComputersTimeOfDay() {
+timespec RealTime() {
   timespec now{};
   clock_gettime(CLOCK_REALTIME, &now);
+  return now;
+}
+
+tm Local(time_t seconds) {
   tm local{};
-  localtime_r(&now.tv_sec, &local);
+  localtime_r(&seconds, &local);
+  return local;
+}
+
+ClockTime ComputersTimeOfDay() {
+  const timespec now = RealTime();
+  const tm local = Local(now.tv_sec);
   return ClockTime::At(local.tm_hour, local.tm_min,
                        local.tm_sec + static_cast<double>(now.tv_nsec) * 1e-9);
 }
@@ -35,6 +45,16 @@ double SystemTime::Counter() const {
 
 ClockTime SystemTime::TimeOfDay() const {
   return ComputersTimeOfDay();
+}
+
+DateTime SystemTime::Now() const {
+  return LocalTime(RealTime().tv_sec);
+}
+
+DateTime LocalTime(int64_t seconds) {
+  const tm local = Local(seconds);
+  return DateTime::Of(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
+                      ClockTime::At(local.tm_hour, local.tm_min, local.tm_sec));
 }
 
 }  // namespace corvanel

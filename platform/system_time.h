@@ -11,10 +11,14 @@ class SystemTime : public TimeSource {
   SystemTime();
   double Counter() const override;
   ClockTime TimeOfDay() const override;
+  DateTime Now() const override;
 
  private:
   double startOfDay_ = 0;
   double startOfCount_ = 0;
 };
+
+/// The local wall clock's date and time for the seconds since 1970 in universal time.
+DateTime LocalTime(int64_t seconds);
 
 }  // namespace corvanel

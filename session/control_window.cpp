@@ -43,6 +43,11 @@ void ControlWindow::Display() {
   step([&] { DoCalc(); });
 }
 
+void ControlWindow::DisplayChanged() {
+  Display();
+  Change(Box::Header, parts_.session.settings.Header);
+}
+
 std::string ControlWindow::TextOf(Box box) const {
   const Session& session = parts_.session;
   const SessionSettings& s = session.settings;

@@ -35,6 +35,8 @@ class ControlWindow {
 
   /// Fills the whole window from the session and calculates once.
   void Display();
+  /// The same after the session was changed from outside: offers to save the favourite in use.
+  void DisplayChanged();
 
   /// The text of a box was edited, not yet finished.
   void Change(Box box, const std::string& text);

@@ -66,6 +66,7 @@ struct Options {
   bool BMAutoMove = true;
   bool BMAutoPause = true;
   int16_t BMPauseTables = 2;
+  float BMPauseMinutes = 0.2F;  // before the end of the round, from which the rule may pause
   std::string BMPauseSound;
   bool BMPausePlay = true;
   int16_t DisplayState = 0;  // -1: a normal window; 0: full screen
@@ -99,6 +100,7 @@ struct Session {
   std::string ProgramFolder;  // without a trailing separator
   ClockTime startTime;        // of the current round's schedule
   int16_t currentRound = 1;   // 1 to nRounds
+  bool unitLinkOpen = false;  // a scoring database is open
 };
 
 }  // namespace corvanel

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "basics/times.h"
+#include "basics/date_time.h"
 
 namespace corvanel {
 
@@ -16,6 +16,8 @@ class TimeSource {
 
   /// The computer's own time of day, for showing.
   virtual ClockTime TimeOfDay() const = 0;
+  /// The same with its date.
+  virtual DateTime Now() const = 0;
 };
 
 }  // namespace corvanel

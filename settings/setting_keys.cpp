@@ -93,6 +93,7 @@ constexpr std::array kOptionKeys = std::to_array<SettingKey<Options>>({
     {"BMAutoMove", "True", [](O o) -> FieldRef { return &o.BMAutoMove; }},
     {"BMAutoPause", "True", [](O o) -> FieldRef { return &o.BMAutoPause; }},
     {"BMPauseTables", "2", [](O o) -> FieldRef { return &o.BMPauseTables; }},
+    {"BMPauseMinutes", "0.2", [](O o) -> FieldRef { return &o.BMPauseMinutes; }, 0, kLongestPhase},
     {"BMPauseSound", kDefaultPauseSound, [](O o) -> FieldRef { return &o.BMPauseSound; }},
     {"BMPausePlay", "True", [](O o) -> FieldRef { return &o.BMPausePlay; }},
     {"DisplayState", "0", [](O o) -> FieldRef { return &o.DisplayState; }},

@@ -1,0 +1,185 @@
+#include "scoring/progress_monitor.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <algorithm>
+
+namespace corvanel {
+namespace {
+
+constexpr double kBlindAfter = 60;  // seconds without a good picture
+
+}  // namespace
+
+ProgressInput ProgressMonitor::Input() const {
+  const Progress progress = parts_.clock.CurrentProgress();
+  const Options& options = session_.options;
+  return {session_.currentRound, session_.settings.nRounds,
+          progress.phase == Phase::Round ? progress.secondsLeft : 0, options.BMMinPerBoard,
+          options.BMSlowTables};
+}
+
+/// Seconds since the last good picture, over midnight too.
+double ProgressMonitor::Age() const {
+  if (!lastGood_) return 0;
+  const double age = parts_.time.Counter() - *lastGood_;
+  return age < 0 ? age + kSecondsPerDay : age;
+}
+
+void ProgressMonitor::TimerBWS_Timer() {
+  HandlerSteps step(parts_.errors, "TimerBWS_Timer");
+  if (!parts_.link.IsOpen() || parts_.clock.State().phase == Phase::Idle) return;
+  step([&] {
+    if (!lastGood_) lastGood_ = parts_.time.Counter();
+    if (parts_.link.BWSReadFile()) {
+      lastGood_ = parts_.time.Counter();
+      Follow();
+    } else if (Age() >= kBlindAfter) {
+      LetGo();
+      Show({});
+    }
+  });
+}
+
+void ProgressMonitor::Follow() {
+  parts_.clock.OmitWarnings();
+  const RoundProgress progress = ProgressOf(parts_.link.Model(), Input());
+  if (progress.tables.empty()) {
+    LetGo();
+    Show({});
+    return;
+  }
+  if (progress.Playing() > 0) waitForPlaying_ = false;
+  PauseOrResume(progress);
+  EndRoundWhenFinished(progress);
+  Show(ProgressOf(parts_.link.Model(), Input()));
+}
+
+void ProgressMonitor::PauseOrResume(const RoundProgress& progress) {
+  const Options& options = session_.options;
+  // Meant so: strictly more tables pause the clock, as many let it run again.
+  if (autoPaused_) {
+    if (progress.Playing() <= options.BMPauseTables || !options.BMAutoPause) LetGo();
+  } else if (progress.Playing() > options.BMPauseTables && MayPause(progress)) {
+    acting_ = true;
+    parts_.clock.Pause();
+    acting_ = false;
+    autoPaused_ = true;
+    parts_.log.LogWrite(fmt::format("Paused - {} tables playing", progress.Playing()));
+    if (options.BMPausePlay) parts_.sounds.Play(options.BMPauseSound);
+  }
+}
+
+/// Early in a round every table is still playing; only when its time is nearly spent are they
+/// late.
+bool ProgressMonitor::MayPause(const RoundProgress& progress) const {
+  const ClockState& state = parts_.clock.State();
+  const Options& options = session_.options;
+  const float minutes = options.BMPauseMinutes;
+  const bool nearlySpent = parts_.clock.CurrentProgress().secondsLeft <= minutes * 60.0 ||
+                           minutes >= session_.settings.MinPerRound;
+  const bool resultInRound =
+      std::any_of(progress.tables.begin(), progress.tables.end(),
+                  [](const TableProgress& table) { return table.received > 0; });
+  return options.BMAutoPause && state.phase == Phase::Round && !state.paused && nearlySpent &&
+         resultInRound && !resumedByDirector_;
+}
+
+/// Resumes a pause of the monitor's own, and no other.
+void ProgressMonitor::LetGo() {
+  if (!autoPaused_) return;
+  autoPaused_ = false;
+  acting_ = true;
+  parts_.clock.Resume();
+  acting_ = false;
+  parts_.log.LogWrite("Resumed");
+}
+
+bool ProgressMonitor::MayEndRound(const RoundProgress& progress) const {
+  const ClockState& state = parts_.clock.State();
+  return progress.AllFinished() && !waitForPlaying_ && session_.options.BMAutoMove &&
+         progress.highestRound >= session_.currentRound && state.phase == Phase::Round &&
+         !state.paused;
+}
+
+void ProgressMonitor::EndRoundWhenFinished(const RoundProgress& progress) {
+  if (!MayEndRound(progress)) return;
+  // The file may have been caught half-way: a second look must agree.
+  if (!parts_.link.BWSReadFile()) return;
+  if (!MayEndRound(ProgressOf(parts_.link.Model(), Input()))) return;
+  parts_.log.LogWrite("End of round " + std::to_string(session_.currentRound));
+  parts_.clock.EndRound();
+}
+
+void ProgressMonitor::Happened(EventKind kind) {
+  if (kind == EventKind::Round) BeginRound();
+  if (kind == EventKind::Resume && !acting_) {
+    // The director wants it to run: it is not paused again in this round.
+    resumedByDirector_ = true;
+    autoPaused_ = false;
+  }
+}
+
+/// A round begins or is begun again. One that all tables have finished already (an old file, a
+/// restart) is not ended at once.
+void ProgressMonitor::BeginRound() {
+  const bool again = round_ == session_.currentRound;
+  if (round_ == 0 && parts_.link.IsOpen()) {
+    parts_.log.LogWrite(fmt::format("GetUserInputs - Max boards per set {}",
+                                    parts_.link.Model().MaxBoardsPerSet()));
+  }
+  round_ = session_.currentRound;
+  autoPaused_ = false;
+  resumedByDirector_ = false;
+  waitForPlaying_ = again || (!parts_.link.Model().Empty() &&
+                              ProgressOf(parts_.link.Model(), Input()).AllFinished());
+}
+
+void ProgressMonitor::FileChanged() {
+  HandlerSteps(parts_.errors, "TimerBWS_Timer")([&] {
+    LetGo();
+    lastGood_.reset();
+    Show({});
+  });
+  if (parts_.link.IsOpen()) TimerBWS_Timer();
+}
+
+void ProgressMonitor::Show(const RoundProgress& progress) {
+  ProgressFace face;
+  if (parts_.link.IsOpen()) {
+    face.lines = progress.texts;
+    if (!progress.tables.empty()) {
+      face.sections = GridOf(parts_.link.Model(), progress, Input());
+    }
+    face.info = Info(progress);
+  }
+  if (face == face_) return;
+  face_ = face;
+  parts_.view.ShowTables(face_);
+}
+
+std::string ProgressMonitor::Info(const RoundProgress& progress) const {
+  const std::string unit = parts_.link.UnitName() + ": ";
+  if (Age() >= kBlindAfter) {
+    return unit + fmt::format("no data for {} min", static_cast<int>(Age() / 60));
+  }
+  if (progress.tables.empty()) return unit + "no tables in the chosen sections";
+  if (autoPaused_) {
+    return unit + fmt::format("waiting for {} tables", progress.Playing());
+  }
+  const auto silent =
+      progress.Labels([](const TableProgress& table) { return table.state == TableState::Silent; });
+  if (!silent.empty() && progress.Playing() == 0) {
+    return unit + fmt::format("nothing from table{} {}", silent.size() == 1 ? "" : "s",
+                              fmt::join(silent, " "));
+  }
+  const auto finished = progress.Labels(
+      [](const TableProgress& table) { return table.state == TableState::Finished; });
+  const auto playing = std::count_if(
+      progress.tables.begin(), progress.tables.end(),
+      [](const TableProgress& table) { return table.state != TableState::NotPlaying; });
+  return unit + fmt::format("{} of {} tables finished", finished.size(), playing);
+}
+
+}  // namespace corvanel

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <optional>
+
+#include "basics/runtime_error.h"
+#include "clock/round_clock.h"
+#include "scoring/activity_log.h"
+#include "scoring/progress.h"
+#include "scoring/scoring_link.h"
+#include "session/progress_face.h"
+
+namespace corvanel {
+
+/// Seconds between two polls of the scoring database.
+constexpr int kPollSeconds = 5;
+
+/// Follows the tables while a scoring database is open: shows who is still playing, pauses the
+/// clock for too many late tables, lets it go again, and ends a round that every table has
+/// finished. In doubt the clock runs as if there were no link.
+class ProgressMonitor {
+ public:
+  struct Parts {
+    Session& session;
+    ScoringLink& link;
+    RoundClock& clock;
+    ProgressView& view;
+    SoundPlayer& sounds;
+    const TimeSource& time;
+    ActivityLog& log;
+    ErrorTrap& errors;
+  };
+  explicit ProgressMonitor(const Parts& parts) : parts_(parts) {}
+
+  /// One poll: reads the database, and acts on what it says. A read that fails is passed over.
+  void TimerBWS_Timer();
+  /// The clock did something, by whatever hand.
+  void Happened(EventKind kind);
+  /// The scoring file was closed, or another one opened: a clock that the monitor paused goes on.
+  void FileChanged();
+
+  /// Whether the present pause is the monitor's own.
+  bool AutoPaused() const { return autoPaused_; }
+
+ private:
+  ProgressInput Input() const;
+  void Follow();
+  void PauseOrResume(const RoundProgress& progress);
+  bool MayPause(const RoundProgress& progress) const;
+  void LetGo();
+  void EndRoundWhenFinished(const RoundProgress& progress);
+  bool MayEndRound(const RoundProgress& progress) const;
+  void BeginRound();
+  void Show(const RoundProgress& progress);
+  std::string Info(const RoundProgress& progress) const;
+  double Age() const;
+
+  Parts parts_;
+  Session& session_ = parts_.session;
+  bool autoPaused_ = false;
+  bool acting_ = false;             // what the clock does now is the monitor's doing
+  bool resumedByDirector_ = false;  // in this round
+  bool waitForPlaying_ = false;     // a round is not ended before a table was seen playing it
+  int16_t round_ = 0;               // that began last
+  std::optional<double> lastGood_;  // counter at the last good picture
+  ProgressFace face_;
+};
+
+}  // namespace corvanel

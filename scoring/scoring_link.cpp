@@ -1,0 +1,211 @@
+#include "scoring/scoring_link.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cctype>
+
+#include "basics/numbers.h"
+#include "scoring/movement.h"
+
+namespace corvanel {
+namespace {
+
+constexpr std::string_view kPlace = "modBWS";
+constexpr int64_t kRecent = 60;  // minutes
+constexpr int kBoardsToBreak = 12;
+
+std::string FolderOf(const std::string& path) {
+  return path.substr(0, path.find_last_of("/\\") + 1);
+}
+
+}  // namespace
+
+void ScoringLink::Suggest() {
+  BWSSetUnitCaptions();
+  if (parts_.session.options.BMSuggest) BWSChooseFile(true);
+}
+
+void ScoringLink::mnuOpenFile_Click() {
+  BWSChooseFile(false);
+}
+
+void ScoringLink::mnuCloseFile_Click() {
+  HandlerSteps step(parts_.errors, "frmMain");
+  path_.clear();
+  selected_.clear();
+  model_ = ScoringSession();
+  parts_.session.unitLinkOpen = false;
+  step([&] { parts_.view.ShowScoringFile(path_); });
+}
+
+void ScoringLink::BWSSetUnitCaptions() {
+  std::string& unit = parts_.session.options.TableTopUnit;
+  if (unit.empty()) unit = "Bridgemate";
+  parts_.view.SetUnitCaptions(unit);
+}
+
+/// The stored folder; one of a year's results becomes this year's.
+std::string ScoringLink::FolderOfThisYear() const {
+  std::string folder = parts_.session.options.BWSfolder;
+  std::string upper = folder;
+  std::transform(upper.begin(), upper.end(), upper.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+  const size_t place = upper.find("RES20");
+  if (place == std::string::npos) return folder;
+  const std::string year = fmt::format("RES{:04}", parts_.time.Now().Year());
+  folder.replace(place, year.size(), year);
+  return parts_.folders.RealSpelling(folder);
+}
+
+std::string ScoringLink::LatestFile(const std::string& folder, bool recentOnly) const {
+  std::string latest;
+  DateTime best;
+  for (const ScoringFile& file : parts_.folders.Files(folder)) {
+    const int64_t age = (parts_.time.Now().seconds - file.modified.seconds) / 60;
+    if (recentOnly && age >= kRecent) continue;
+    if (!latest.empty() && file.modified <= best) continue;
+    latest = file.name;
+    best = file.modified;
+  }
+  return latest;
+}
+
+void ScoringLink::BWSChooseFile(bool recentOnly) {
+  HandlerSteps(parts_.errors, kPlace)([&] {
+    const std::string folder = FolderOfThisYear();
+    const std::string latest = folder.empty() ? "" : LatestFile(folder, recentOnly);
+    if (!latest.empty() && Accept(folder + latest)) {
+      BWSOpenFile(folder + latest);
+    } else if (!recentOnly || !latest.empty()) {
+      AskForFile();
+    }
+  });
+}
+
+/// Asks whether the latest file is the one.
+bool ScoringLink::Accept(const std::string& path) const {
+  std::string question = "The latest " + UnitName() + " file is:\r\n" + std::string(FileName(path));
+  const auto picture = parts_.database.Read(path);
+  for (const ScoringFile& file : parts_.folders.Files(FolderOf(path))) {
+    if (file.name != FileName(path)) continue;
+    question += " dated " + DateAndTimeText(file.modified, parts_.session.options.Form()) + "\r\n";
+  }
+  if (picture && !picture.Value()->sessionName.empty()) {
+    question += "\r\n" + picture.Value()->sessionName + "\r\n";
+  }
+  return parts_.prompts.AskYesNo(question + "\r\nDo you want to use this file?") == Answer::Yes;
+}
+
+void ScoringLink::AskForFile() {
+  const auto path = parts_.prompts.ChooseFileToOpen("Choose a " + UnitName() + " (bws) file",
+                                                    parts_.session.options.BWSfolder, "bws|*.bws");
+  if (!path) return;
+  HandlerSteps step(parts_.errors, kPlace);
+  step([&] {
+    parts_.session.options.BWSfolder = FolderOf(*path);
+    parts_.table.SaveOptions({"BWSfolder"});
+  });
+  BWSOpenFile(*path);
+}
+
+void ScoringLink::BWSOpenFile(const std::string& path) {
+  HandlerSteps step(parts_.errors, kPlace);
+  parts_.log.LogOpen("START - version " + parts_.version);
+  parts_.log.LogWrite("Database " + path);
+  const auto picture = parts_.database.Read(path);
+  if (!picture || picture.Value()->sections.empty()) {
+    parts_.prompts.Message("The file\r\n" + path + "\r\nis not in the correct format");
+    return;
+  }
+  const std::set<int16_t> selected = ChooseSections(*picture.Value());
+  if (selected.empty()) {
+    parts_.prompts.Message("You haven't selected any sections");
+    return;
+  }
+  const std::string before = path_;
+  const std::set<int16_t> selectedBefore = selected_;
+  path_ = path;
+  selected_ = selected;
+  if (!BWSReadFile()) {
+    path_ = before;
+    selected_ = selectedBefore;
+    parts_.prompts.Message("Error reading file " + path);
+    return;
+  }
+  parts_.session.unitLinkOpen = true;
+  step([&] { parts_.view.ShowScoringFile(path_); });
+  // A session under way keeps its round, its start and its shape.
+  if (!parts_.clock.CurrentProgress().Running()) {
+    parts_.session.currentRound = 1;
+    step([&] { BWSUpdateTimerSettings(); });
+  }
+  parts_.log.LogRead("BWSOpenFile", model_);
+}
+
+std::set<int16_t> ScoringLink::ChooseSections(const ScoringPicture& picture) {
+  std::set<int16_t> all = AllSections(picture);
+  if (all.size() < 2) return all;
+  std::vector<std::string> lines;
+  for (const SectionRow& row : picture.sections) {
+    lines.push_back(fmt::format("Section {} : {} tables", row.letter, row.Tables));
+  }
+  const std::vector<bool> chosen = parts_.sections.ChooseSections(picture.sessionName, lines);
+  std::set<int16_t> selected;
+  for (size_t i = 0; i < chosen.size(); ++i) {
+    if (chosen[i]) selected.insert(picture.sections[i].ID);
+  }
+  return selected;
+}
+
+bool ScoringLink::BWSReadFile() {
+  const auto picture = parts_.database.Read(path_);
+  if (!picture) return false;
+  if (model_.Empty() || picture.Value().get() != &model_.Picture()) {
+    model_ = ScoringSession(picture.Value(), selected_);
+  }
+  parts_.log.LogRead("BWSReadFile", model_);
+  return true;
+}
+
+/// Takes over what the file says of the session, and calculates once.
+void ScoringLink::BWSUpdateTimerSettings() {
+  Session& session = parts_.session;
+  SessionSettings& s = session.settings;
+  if (!session.options.BMUpdateSettings) {
+    parts_.control.Display();
+    return;
+  }
+  if (model_.Rounds() > 0) s.nRounds = model_.Rounds();
+  const std::string& name = model_.Picture().sessionName;
+  if (!name.empty()) s.Header = name;
+  const MovementMarks marks = MarksOf(model_);
+  s.Skip = marks.skip;
+  s.Arrow = marks.arrow;
+  TakeMinutes();
+  session.startTime = *ParseTime(TimeText(model_.Picture().SessionStart().TimeOfDay()));
+  parts_.control.DisplayChanged();
+}
+
+/// The minutes per round and the break, from the boards of a round.
+void ScoringLink::TakeMinutes() {
+  SessionSettings& s = parts_.session.settings;
+  std::set<int16_t> boards;
+  int16_t last = 0;
+  for (const ScoringSection& section : model_.Sections()) {
+    if (!section.selected || section.boardsPerSet == 0) continue;
+    last = section.boardsPerSet;
+    boards.insert(last);
+  }
+  if (boards.empty()) return;
+  if (boards.size() == 1) {
+    const float minutes = static_cast<float>(last) * parts_.session.options.BMMinPerBoard;
+    s.MinPerRound = std::min(minutes, kLongestPhase);
+  } else {
+    parts_.prompts.Message("Sections have different numbers of boards per round");
+  }
+  // Meant so: as many whole rounds as fit into twelve boards, also where the sections differ.
+  s.BreakAfterRound = static_cast<int16_t>(kBoardsToBreak / last);
+}
+
+}  // namespace corvanel

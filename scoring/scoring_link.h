@@ -1,0 +1,109 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "basics/runtime_error.h"
+#include "scoring/activity_log.h"
+#include "scoring/scoring_session.h"
+#include "session/control_window.h"
+#include "session/prompts.h"
+#include "settings/settings_table.h"
+
+namespace corvanel {
+
+/// A scoring file of a folder.
+struct ScoringFile {
+  std::string name;
+  DateTime modified;
+};
+
+/// The folders in which scoring files lie.
+class ScoringFolders {
+ public:
+  virtual ~ScoringFolders() = default;
+  /// The files "*.bws" of a folder, by name. None when the folder cannot be read.
+  virtual std::vector<ScoringFile> Files(const std::string& folder) const = 0;
+  /// The folder under the spelling that it really has, where file names tell upper from lower
+  /// case; the same text when there is no such folder.
+  virtual std::string RealSpelling(const std::string& folder) const = 0;
+};
+
+/// Lets the director choose sections. Modal.
+class SectionChooser {
+ public:
+  virtual ~SectionChooser() = default;
+  /// One answer for each line; none when the director cancelled.
+  virtual std::vector<bool> ChooseSections(const std::string& sessionName,
+                                           const std::vector<std::string>& lines) = 0;
+};
+
+/// What the control window shows of the link.
+class LinkView {
+ public:
+  virtual ~LinkView() = default;
+  /// The caption of `mnuBridgemate` and `mnuOptionsBridgemate`.
+  virtual void SetUnitCaptions(const std::string& unit) = 0;
+  /// A scoring file was opened, or closed (an empty text).
+  virtual void ShowScoringFile(const std::string& path) = 0;
+};
+
+/// The scoring database that is open: how it is chosen, opened, read again and closed.
+class ScoringLink {
+ public:
+  struct Parts {
+    Session& session;
+    SettingsTable& table;
+    ScoringDatabase& database;
+    const ScoringFolders& folders;
+    SectionChooser& sections;
+    LinkView& view;
+    ControlWindow& control;
+    const SessionClock& clock;
+    Prompts& prompts;
+    ErrorTrap& errors;
+    const TimeSource& time;
+    ActivityLog& log;
+    std::string version;  // of the program, for the log
+  };
+  explicit ScoringLink(const Parts& parts) : parts_(parts) {}
+
+  /// At the start of the program: offers the latest file when the options say so.
+  void Suggest();
+  void mnuOpenFile_Click();
+  /// Forgets the file.
+  void mnuCloseFile_Click();
+
+  /// Chooses a scoring file and opens it. `recentOnly`: only one of the last hour is offered, and
+  /// nothing is asked when there is none.
+  void BWSChooseFile(bool recentOnly);
+  /// Opens a file; a message tells why it is not taken, and what was open stays open.
+  void BWSOpenFile(const std::string& path);
+  /// Reads the open file again. False, and the model as it was, when there is no good picture.
+  bool BWSReadFile();
+  /// Writes the unit's name where it stands; an empty name becomes "Bridgemate".
+  void BWSSetUnitCaptions();
+
+  bool IsOpen() const { return !path_.empty(); }
+  const std::string& Path() const { return path_; }
+  const ScoringSession& Model() const { return model_; }
+  const std::string& UnitName() const { return parts_.session.options.TableTopUnit; }
+
+ private:
+  std::string FolderOfThisYear() const;
+  std::string LatestFile(const std::string& folder, bool recentOnly) const;
+  bool Accept(const std::string& path) const;
+  void AskForFile();
+  void Take(const std::string& path);
+  std::set<int16_t> ChooseSections(const ScoringPicture& picture);
+  void BWSUpdateTimerSettings();
+  void TakeMinutes();
+
+  Parts parts_;
+  std::string path_;
+  std::set<int16_t> selected_;
+  ScoringSession model_;
+};
+
+}  // namespace corvanel

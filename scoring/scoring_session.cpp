@@ -1,0 +1,185 @@
+#include "scoring/scoring_session.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "basics/numbers.h"
+
+namespace corvanel {
+namespace {
+
+constexpr int kMostBoards = 200;  // in one round; more is nonsense in a file
+
+std::vector<int16_t> BoardsOf(const RoundRow& row) {
+  std::vector<int16_t> boards;
+  if (!row.CustomBoards.empty()) {
+    std::string_view rest = row.CustomBoards;
+    while (!rest.empty() && boards.size() < kMostBoards) {
+      const size_t comma = std::min(rest.find(','), rest.size());
+      const double board = Val(rest.substr(0, comma));
+      if (board >= 1 && board <= INT16_MAX) boards.push_back(static_cast<int16_t>(board));
+      rest.remove_prefix(std::min(comma + 1, rest.size()));
+    }
+    return boards;
+  }
+  if (row.LowBoard < 1 || row.HighBoard - row.LowBoard >= kMostBoards) return boards;
+  for (int board = row.LowBoard; board <= row.HighBoard; ++board) {
+    boards.push_back(static_cast<int16_t>(board));
+  }
+  return boards;
+}
+
+/// Whether the section gives north-south and east-west pairs the same numbers: then NS 3 and EW 3
+/// are two pairs.
+bool SharesNumbers(const ScoringSection& section) {
+  std::map<int16_t, std::set<int16_t>> northSouth;  // by round
+  for (const auto& [table, rounds] : section.rounds) {
+    for (const auto& [round, row] : rounds) northSouth[round].insert(row.nsPair);
+  }
+  for (const auto& [table, rounds] : section.rounds) {
+    for (const auto& [round, row] : rounds) {
+      if (row.ewPair != 0 && northSouth[round].contains(row.ewPair)) return true;
+    }
+  }
+  return false;
+}
+
+void MarkMissingPair(ScoringSection& section) {
+  const int missing = section.row.MissingPair;
+  if (missing == 0) return;
+  const bool shared = SharesNumbers(section);
+  for (auto& [table, rounds] : section.rounds) {
+    for (auto& [round, row] : rounds) {
+      const bool ns = missing > 0 && row.nsPair == missing;
+      const bool ew = missing < 0 ? row.ewPair == -missing : !shared && row.ewPair == missing;
+      row.missingPair = ns || ew;
+    }
+  }
+}
+
+}  // namespace
+
+const TableRound* ScoringSection::Find(int16_t table, int16_t round) const {
+  const auto found = rounds.find(table);
+  if (found == rounds.end()) return nullptr;
+  const auto row = found->second.find(round);
+  return row == found->second.end() ? nullptr : &row->second;
+}
+
+int ReceivedBoards::Count() const {
+  return static_cast<int>(
+      std::count_if(results.begin(), results.end(), [](const auto& b) { return b.second > 0; }));
+}
+
+ScoringSession::ScoringSession(PicturePointer picture, const std::set<int16_t>& selected)
+    : picture_(std::move(picture)) {
+  for (const SectionRow& row : picture_->sections) {
+    positions_[row.ID] = sections_.size();
+    sections_.push_back({row, selected.contains(row.ID), 0, {}});
+  }
+  TakeMovement();
+  TakeResults();
+}
+
+void ScoringSession::TakeMovement() {
+  for (const RoundRow& row : picture_->rounds) {
+    const auto position = positions_.find(row.Section);
+    if (position == positions_.end() || row.Table < 1 || row.round < 1) continue;
+    ScoringSection& section = sections_[position->second];
+    if (!section.selected) continue;
+    TableRound& round = section.rounds[row.Table][row.round];
+    round = {row.NSPair, row.EWpair, BoardsOf(row), false};
+    section.boardsPerSet =
+        std::max(section.boardsPerSet, static_cast<int16_t>(round.boards.size()));
+  }
+  for (ScoringSection& section : sections_) MarkMissingPair(section);
+}
+
+void ScoringSession::TakeResults() {
+  results_.reserve(picture_->received.size());
+  for (const ResultRow& row : picture_->received) {
+    const ScoringSection* section = Section(row.Section);
+    if (section != nullptr && section->selected) results_.push_back(&row);
+  }
+  std::stable_sort(results_.begin(), results_.end(),
+                   [](const ResultRow* a, const ResultRow* b) { return a->stamp < b->stamp; });
+  for (const ResultRow* row : results_) {
+    received_[{row->Section, row->Table, row->round}].results[row->Board] +=
+        row->Erased != 0 ? -1 : 1;
+    heard_.insert({row->Section, row->Table});
+  }
+  for (const auto& [place, boards] : received_) {
+    if (boards.Count() > 0) highestRound_ = std::max(highestRound_, std::get<2>(place));
+  }
+}
+
+const ScoringSection* ScoringSession::Section(int16_t id) const {
+  const auto position = positions_.find(id);
+  return position == positions_.end() ? nullptr : &sections_[position->second];
+}
+
+const ReceivedBoards* ScoringSession::Received(int16_t section, int16_t table,
+                                               int16_t round) const {
+  const auto found = received_.find({section, table, round});
+  return found == received_.end() ? nullptr : &found->second;
+}
+
+bool ScoringSession::Heard(int16_t section, int16_t table) const {
+  return heard_.contains({section, table});
+}
+
+int ScoringSession::SelectedSections() const {
+  return static_cast<int>(std::count_if(sections_.begin(), sections_.end(),
+                                        [](const ScoringSection& s) { return s.selected; }));
+}
+
+int ScoringSession::TotalTables() const {
+  int tables = 0;
+  for (const ScoringSection& section : sections_)
+    tables += section.selected ? section.row.Tables : 0;
+  return tables;
+}
+
+int16_t ScoringSession::MaxBoardsPerSet() const {
+  int16_t most = 0;
+  for (const ScoringSection& section : sections_) most = std::max(most, section.boardsPerSet);
+  return most;
+}
+
+int16_t ScoringSession::Rounds() const {
+  int16_t most = 0;
+  for (const ScoringSection& section : sections_) {
+    for (const auto& [table, rounds] : section.rounds) {
+      if (!rounds.empty()) most = std::max(most, rounds.rbegin()->first);
+    }
+  }
+  return most;
+}
+
+std::set<int16_t> AllSections(const ScoringPicture& picture) {
+  std::set<int16_t> ids;
+  for (const SectionRow& row : picture.sections) ids.insert(row.ID);
+  return ids;
+}
+
+std::string GetPairNum(const TableRound& table, bool northSouth) {
+  return fmt::format("{:3}", northSouth ? table.nsPair : table.ewPair);
+}
+
+std::string GetPairNumDirn(const ScoringSection& section, const TableRound& table) {
+  const bool nsMissing = table.missingPair && table.nsPair == section.row.MissingPair;
+  const bool northSouth = table.nsPair != 0 && !nsMissing;
+  return GetPairNum(table, northSouth) + (northSouth ? "NS" : "EW");
+}
+
+std::string GetTableNames(const ScoringPicture& picture, int16_t section, int16_t table) {
+  std::string names;
+  for (const PlayerRow& seat : picture.players) {
+    if (seat.Section != section || seat.Table != table || seat.Name.empty()) continue;
+    names += (names.empty() ? "" : ", ") + seat.Direction + ": " + seat.Name;
+  }
+  return names;
+}
+
+}  // namespace corvanel

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace corvanel {
+
+/// How far a table is with the round.
+enum class TableState {
+  Finished,
+  Playing,     // on its last board
+  LastBoard,   // has not started its last board
+  Slow,        // the same, when the round is nearly over
+  NotPlaying,  // a table that sits out
+  Silent,      // has sent nothing all evening
+};
+
+/// One table of the grid.
+struct TableCell {
+  std::string number;
+  TableState state = TableState::NotPlaying;
+  std::string text;  // under the number: "2/3", "NP", ...
+
+  bool operator==(const TableCell&) const = default;
+};
+
+struct SectionCells {
+  std::string letter;  // empty when there is only one section
+  std::vector<TableCell> cells;
+
+  bool operator==(const SectionCells&) const = default;
+};
+
+/// All that the displays show of the tables. Empty when no scoring database is followed.
+struct ProgressFace {
+  std::vector<std::string> lines;      // who is slow, who is still playing
+  std::vector<SectionCells> sections;  // one cell per table
+  std::string info;                    // about the link itself
+
+  bool operator==(const ProgressFace&) const = default;
+};
+
+/// Where the progress of the tables is shown.
+class ProgressView {
+ public:
+  virtual ~ProgressView() = default;
+  virtual void ShowTables(const ProgressFace& face) = 0;
+};
+
+}  // namespace corvanel

@@ -1,0 +1,112 @@
+// Throws damaged scoring databases at the reader: corvanel-scoring-fuzz COUNT SEED FILE...
+// Every input is derived from one of the files by a few changes that the seed decides. Exits with 1
+// when a read took longer than it may; a crash leaves its input in "scoring-fuzz-crash.bws".
+
+#include <fmt/format.h>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "scoring/mdb/read_picture.h"
+
+namespace {
+
+using Random = std::mt19937;
+
+size_t Below(Random& random, size_t limit) {
+  return limit == 0 ? 0 : std::uniform_int_distribution<size_t>(0, limit - 1)(random);
+}
+
+/// A place that something depends on: mostly the heads and tails of pages.
+size_t Place(Random& random, size_t size, size_t page) {
+  const size_t start = Below(random, size / page) * page;
+  switch (Below(random, 4)) {
+    case 0:
+      return start + Below(random, 64);
+    case 1:
+      return start + Below(random, page / 4);
+    case 2:
+      return start + page - 1 - Below(random, 256);
+    default:
+      return start + Below(random, page);
+  }
+}
+
+void Write(std::string& bytes, size_t place, size_t width, uint32_t value) {
+  for (size_t i = 0; i < width && place + i < bytes.size(); ++i) {
+    bytes[place + i] = static_cast<char>(value >> (8 * i));
+  }
+}
+
+void Change(Random& random, std::string& bytes, size_t page, const std::string& other) {
+  constexpr uint32_t kSpecial[] = {0, 1, 0x7F, 0x80, 0xFF, 0x7FFF, 0x8000, 0xFFFF, 0x7FFFFFFF};
+  const size_t pages = bytes.size() / page;
+  if (pages == 0) return;
+  const size_t place = Place(random, bytes.size(), page);
+  switch (Below(random, 7)) {
+    case 0:
+      Write(bytes, place, 1, static_cast<uint32_t>(random()));
+      break;
+    case 1:
+      Write(bytes, place, 2, static_cast<uint32_t>(random()) & 0xFFFF);
+      break;
+    case 2:
+      Write(bytes, place, size_t{1} << Below(random, 3), kSpecial[Below(random, 9)]);
+      break;
+    case 3:
+      Write(bytes, place, 4, static_cast<uint32_t>(Below(random, pages + 2)));
+      break;
+    case 4:  // a page from somewhere else
+      if (other.size() >= page) {
+        bytes.replace(Below(random, pages) * page, page, other,
+                      Below(random, other.size() / page) * page, page);
+      }
+      break;
+    case 5:  // not written yet
+      bytes.replace(Below(random, pages) * page, page, std::string(page, '\0'));
+      break;
+    default:
+      if (Below(random, 20) == 0) bytes.resize(Below(random, bytes.size()));
+      break;
+  }
+}
+
+std::string Bytes(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc < 4) {
+    std::fputs("usage: corvanel-scoring-fuzz COUNT SEED FILE...\n", stderr);
+    return 2;
+  }
+  std::vector<std::string> files;
+  for (int i = 3; i < argc; ++i) files.push_back(Bytes(argv[i]));
+  Random random(static_cast<Random::result_type>(std::strtoul(argv[2], nullptr, 10)));
+  const long count = std::strtol(argv[1], nullptr, 10);
+  long read = 0;
+  double longest = 0;
+  for (long i = 0; i < count; ++i) {
+    std::string bytes = files[Below(random, files.size())];
+    const size_t page = bytes.size() > 0x14 && bytes[0x14] == 0 ? 2048 : 4096;
+    const std::string& other = files[Below(random, files.size())];
+    for (size_t n = 1 + Below(random, 8); n > 0; --n) Change(random, bytes, page, other);
+    std::ofstream("scoring-fuzz-crash.bws", std::ios::binary) << bytes;
+    const auto start = std::chrono::steady_clock::now();
+    read += corvanel::ReadScoringPicture(bytes) ? 1 : 0;
+    const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - start;
+    longest = std::max(longest, took.count());
+  }
+  std::remove("scoring-fuzz-crash.bws");
+  fmt::print("{} inputs, {} of them readable, longest read {:.1f} ms\n", count, read, longest);
+  return longest <= 250 ? 0 : 1;
+}
