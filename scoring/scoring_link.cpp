@@ -55,6 +55,7 @@ std::string ScoringLink::FolderOfThisYear() const {
   if (place == std::string::npos) return folder;
   const std::string year = fmt::format("RES{:04}", parts_.time.Now().Year());
   folder.replace(place, year.size(), year);
+  if (folder.find_last_of("/\\") != folder.size() - 1) folder += '/';
   return parts_.folders.RealSpelling(folder);
 }
 

@@ -147,9 +147,11 @@ void SettingsTable::SaveDefaults() {
 }
 
 void SettingsTable::SaveOptions(std::initializer_list<std::string_view> keys) {
-  for (const auto& key : OptionKeys()) {
-    if (std::find(keys.begin(), keys.end(), key.key) == keys.end()) continue;
-    store_.SaveSetting(SectionOfSet(0), key.key, FieldText(key.field(session_.options)));
+  for (const std::string_view name : keys) {
+    for (const auto& key : OptionKeys()) {
+      if (!SameName(key.key, name)) continue;
+      store_.SaveSetting(SectionOfSet(0), name, FieldText(key.field(session_.options)));
+    }
   }
   store_.Flush();
 }

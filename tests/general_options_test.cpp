@@ -19,8 +19,8 @@ TEST(GeneralOptionsTest, TakesOverAndStoresTheBoxes) {
   EXPECT_EQ(options.Boxes(), (GeneralBoxes{0, 0, 1, 0}));
   options.cmdOK_Click({1, 1, 0, 1});
   EXPECT_EQ(options.Boxes(), (GeneralBoxes{1, 1, 0, 1}));
-  EXPECT_EQ(store.GetAllSettings("Timer"), (KeysAndValues{{"AutoShutdown", "1"},
-                                                          {"AutoLaunch", "True"},
+  EXPECT_EQ(store.GetAllSettings("Timer"), (KeysAndValues{{"AutoLaunch", "True"},
+                                                          {"AutoShutdown", "1"},
                                                           {"AutoUpdate", "False"},
                                                           {"OnTop", "True"}}));
   store.full = true;

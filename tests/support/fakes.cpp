@@ -60,6 +60,7 @@ void ClockBench::Happened(EventKind kind, const std::string& text) {
                                  "break", "pause",   "resume", "end"};
   log.push_back(TimeTextWithSeconds(time.TimeOfDay()) + ' ' + kNames[static_cast<size_t>(kind)] +
                 ' ' + text);
+  happened(kind);
 }
 
 void ClockBench::Pass(double seconds) {

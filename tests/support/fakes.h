@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -109,6 +110,7 @@ class ClockBench : public ClockView, public SoundPlayer, public ClockEvents {
   /// Runs until the session has ended. Returns its length in seconds.
   double RunToEnd();
 
+  std::function<void(EventKind)> happened = [](EventKind) {};  // beside the log
   Session session;
   FakeErrors errors;
   VirtualTime time;

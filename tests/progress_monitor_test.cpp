@@ -1,0 +1,233 @@
+#include "scoring/progress_monitor.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/support/scoring_bench.h"
+
+namespace corvanel {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// Eight tables, three boards of seven minutes, rounds of 21 minutes with a minute's move.
+class EveningTest : public testing::Test {
+ protected:
+  EveningTest() {
+    bench.session.settings.nRounds = 7;
+    bench.Open(evening);
+    SessionSettings& s = bench.session.settings;
+    s.optBreak = false;
+    s.MinBetweenRounds = 1;
+    bench.session.options.BMPauseSound = "bell";
+    bench.clocks.clock.Start();
+  }
+
+  /// A table sends the next boards of a round.
+  void Send(int table, int round, int boards) {
+    for (const RoundRow& row : evening.rounds) {
+      if (row.Table != table || row.round != round) continue;
+      int& sent = sent_[{table, round}];
+      for (; boards > 0; --boards) {
+        evening.received.push_back(ResultOf(table, round, row.LowBoard + sent++));
+      }
+    }
+    bench.Write(evening);
+  }
+  void AllSend(int round, int boards) {
+    for (int table = 1; table <= 8; ++table) Send(table, round, boards);
+  }
+  const ClockState& State() { return bench.clocks.clock.State(); }
+  const std::vector<std::string>& Lines() { return bench.face.lines; }
+
+  ScoringPicture evening = Mitchell(8, 7, 3);
+  ScoringBench bench;
+
+ private:
+  std::map<std::pair<int, int>, int> sent_;
+};
+
+TEST_F(EveningTest, ARoundHeldAtItsEndIsReleasedByTheTables) {
+  EXPECT_EQ(bench.session.settings.MinPerRound, 21);
+  bench.PassWithPolls(7 * 60);
+  EXPECT_THAT(Lines(), IsEmpty());  // no result yet: the units say nothing of this round
+  AllSend(1, 1);
+  bench.PassWithPolls(60);
+  EXPECT_THAT(Lines(), ElementsAre("8 tables playing"));
+  AllSend(1, 1);
+  bench.PassWithPolls(6 * 60 + 30);
+  EXPECT_THAT(Lines(), ElementsAre("8 tables playing"));
+  for (const int table : {1, 2, 3, 4, 6}) Send(table, 1, 1);
+  bench.PassWithPolls(6 * 60);
+  EXPECT_THAT(Lines(), ElementsAre("Tables 5 7 8 still playing"));
+  EXPECT_EQ(bench.face.sections[0].cells[4], (TableCell{"5", TableState::Playing, "2/3"}));
+  EXPECT_EQ(bench.face.info, "Bridgemate: 5 of 8 tables finished");
+  EXPECT_FALSE(State().paused);
+  bench.PassWithPolls(25);
+  EXPECT_TRUE(State().paused);  // three are late, at most 12 seconds before the end
+  EXPECT_THAT(bench.clocks.played, Contains("bell"));
+  EXPECT_EQ(bench.face.info, "Bridgemate: waiting for 3 tables");
+  bench.PassWithPolls(120);
+  EXPECT_TRUE(State().paused);
+  Send(7, 1, 1);
+  bench.PassWithPolls(5);
+  EXPECT_FALSE(State().paused);
+  EXPECT_EQ(State().phase, Phase::Round);
+  bench.PassWithPolls(15);
+  EXPECT_EQ(State().phase, Phase::Move);
+  bench.PassWithPolls(5);
+  EXPECT_THAT(Lines(), ElementsAre("Tables 5 8 still playing"));
+}
+
+TEST_F(EveningTest, TheRoundEndsWithTheLastTable) {
+  AllSend(1, 3);
+  evening.received.pop_back();
+  bench.Write(evening);
+  bench.PassWithPolls(60);
+  EXPECT_EQ(State().phase, Phase::Round);
+  Send(8, 1, 0);
+  evening.received.push_back(ResultOf(8, 1, 99));
+  bench.Write(evening);
+  bench.PassWithPolls(5);
+  EXPECT_EQ(State().phase, Phase::Move);
+  EXPECT_THAT(bench.log, Contains("19:31:05 End of round 1"));
+  EXPECT_THAT(bench.clocks.played, ElementsAre("end"));
+  bench.PassWithPolls(60);
+  EXPECT_EQ(bench.session.currentRound, 2);
+  EXPECT_EQ(State().phase, Phase::Round);
+}
+
+TEST_F(EveningTest, ASecondLookMustAgree) {
+  const auto before = std::make_shared<ScoringPicture>(evening);
+  AllSend(1, 3);
+  const auto whole = std::make_shared<ScoringPicture>(evening);
+  bench.monitor.TimerBWS_Timer();
+  ASSERT_EQ(State().phase, Phase::Move);
+  bench.clocks.clock.Restart();
+  bench.Write(*before);
+  bench.PassWithPolls(5);
+  bench.database.next = {whole, before};
+  bench.monitor.TimerBWS_Timer();
+  EXPECT_EQ(State().phase, Phase::Round);
+  bench.database.next = {whole, whole};
+  bench.monitor.TimerBWS_Timer();
+  EXPECT_EQ(State().phase, Phase::Move);
+}
+
+TEST_F(EveningTest, ARestartedRoundWaitsForATableThatPlays) {
+  AllSend(1, 3);
+  bench.PassWithPolls(5);
+  ASSERT_EQ(State().phase, Phase::Move);
+  bench.clocks.clock.Restart();
+  bench.PassWithPolls(60);
+  EXPECT_EQ(State().phase, Phase::Round);
+  evening.received.pop_back();
+  bench.Write(evening);
+  bench.PassWithPolls(5);
+  Send(8, 1, 0);
+  evening.received.push_back(ResultOf(8, 1, 99));
+  bench.Write(evening);
+  bench.PassWithPolls(5);
+  EXPECT_EQ(State().phase, Phase::Move);
+}
+
+TEST_F(EveningTest, TheDirectorsOwnPauseAndResumeHold) {
+  AllSend(1, 2);
+  bench.PassWithPolls(20 * 60 + 50);
+  ASSERT_TRUE(State().paused);
+  bench.clocks.clock.Resume();  // P pressed while held
+  bench.PassWithPolls(60);
+  EXPECT_EQ(State().phase, Phase::Move);
+  EXPECT_FALSE(bench.monitor.AutoPaused());
+  bench.PassWithPolls(60);
+  bench.clocks.clock.Pause();
+  AllSend(1, 1);
+  AllSend(2, 3);
+  bench.PassWithPolls(300);
+  EXPECT_TRUE(State().paused);  // all have finished, but the pause is not the monitor's
+  EXPECT_EQ(bench.session.currentRound, 2);
+}
+
+TEST_F(EveningTest, ADeadUnitNeitherPausesNorHoldsNorEnds) {
+  bench.session.options.BMPauseTables = 0;
+  for (int table = 1; table <= 7; ++table) Send(table, 1, 3);
+  bench.PassWithPolls(20 * 60 + 50);
+  ASSERT_TRUE(State().paused);  // in its first round nobody can know that it is dead
+  bench.clocks.clock.NextRound();
+  for (int table = 1; table <= 7; ++table) Send(table, 2, 3);
+  bench.PassWithPolls(60);
+  EXPECT_EQ(State().phase, Phase::Round);
+  EXPECT_THAT(Lines(), IsEmpty());
+  EXPECT_EQ(bench.face.info, "Bridgemate: nothing from table 8");
+  EXPECT_EQ(bench.face.sections[0].cells[7], (TableCell{"8", TableState::Silent, "?"}));
+  bench.PassWithPolls(20 * 60);
+  EXPECT_EQ(State().phase, Phase::Move);
+}
+
+TEST_F(EveningTest, ABlindLinkLetsTheClockGo) {
+  AllSend(1, 2);
+  bench.PassWithPolls(20 * 60 + 50);
+  ASSERT_TRUE(State().paused);
+  bench.database.unreadable = true;
+  bench.PassWithPolls(55);
+  EXPECT_TRUE(State().paused);
+  EXPECT_EQ(bench.face.info, "Bridgemate: waiting for 8 tables");
+  bench.PassWithPolls(10);
+  EXPECT_FALSE(State().paused);
+  bench.PassWithPolls(90);
+  EXPECT_EQ(bench.face.info, "Bridgemate: no data for 2 min");
+  EXPECT_THAT(bench.face.sections, IsEmpty());
+  bench.database.unreadable = false;
+  bench.PassWithPolls(5);
+  EXPECT_EQ(bench.face.info, "Bridgemate: 0 of 8 tables finished");
+}
+
+TEST_F(EveningTest, ClosingTheFileOrSwitchingTheRuleOffLetsGo) {
+  AllSend(1, 2);
+  bench.PassWithPolls(20 * 60 + 50);
+  ASSERT_TRUE(State().paused);
+  bench.session.options.BMAutoPause = false;
+  bench.PassWithPolls(5);
+  EXPECT_FALSE(State().paused);
+  bench.clocks.clock.Restart();
+  bench.session.options.BMAutoPause = true;
+  bench.session.options.BMPauseMinutes = 21;  // at any time
+  bench.PassWithPolls(5);
+  ASSERT_TRUE(State().paused);
+  bench.link.mnuCloseFile_Click();
+  bench.monitor.FileChanged();
+  EXPECT_FALSE(State().paused);
+  EXPECT_EQ(bench.face, ProgressFace());
+  EXPECT_EQ(bench.shownFile, "");
+}
+
+TEST_F(EveningTest, NothingIsEndedInTheBreakOrWithoutTheOption) {
+  bench.session.settings.optBreak = true;
+  bench.session.settings.BreakAfterRound = 1;
+  bench.session.options.BMAutoMove = false;
+  AllSend(1, 3);
+  bench.PassWithPolls(10 * 60);
+  EXPECT_EQ(State().phase, Phase::Round);
+  bench.session.options.BMAutoMove = true;
+  bench.PassWithPolls(5);
+  EXPECT_EQ(State().phase, Phase::Break);
+  bench.PassWithPolls(60);
+  EXPECT_EQ(State().phase, Phase::Break);
+}
+
+TEST_F(EveningTest, WarningsOfRoundsAreOmittedWhileAFileIsOpen) {
+  bench.session.settings.MinWarning1 = 5;
+  bench.session.options.BMOmitwarning2 = false;
+  bench.clocks.clock.Restart();
+  bench.clocks.Pass(20 * 60);
+  EXPECT_THAT(bench.clocks.played, ElementsAre("warning1"));
+  bench.link.mnuCloseFile_Click();
+  bench.clocks.clock.Restart();
+  bench.clocks.Pass(20 * 60);
+  EXPECT_THAT(bench.clocks.played, ElementsAre("warning1", "warning1", "warning0"));
+}
+
+}  // namespace
+}  // namespace corvanel

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <deque>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "scoring/progress_monitor.h"
+#include "tests/support/favourites_bench.h"
+
+namespace corvanel {
+
+/// A session of one section in which the east-west pairs move up one table a round. `tables`
+/// pairs sit north-south, numbered from 1; the others follow.
+ScoringPicture Mitchell(int tables, int rounds, int boards);
+
+/// A result of section 1, sent at `stamp`.
+ResultRow ResultOf(int table, int round, int board, DateTime stamp = {});
+
+/// Scoring files in memory, each of which can be made unreadable.
+class FakeDatabase : public ScoringDatabase, public ScoringFolders {
+ public:
+  Result<PicturePointer> Read(const std::string& path) override;
+  std::vector<ScoringFile> Files(const std::string& folder) const override;
+  std::string RealSpelling(const std::string& folder) const override { return folder; }
+
+  /// Puts a file where it can be found.
+  void Put(const std::string& path, ScoringPicture picture, DateTime modified = {});
+  /// The pictures of the next reads of any file, before what the files hold.
+  std::deque<PicturePointer> next;
+  bool unreadable = false;
+  int reads = 0;
+
+ private:
+  std::map<std::string, PicturePointer> files_;
+};
+
+/// The link and the monitor on files in memory, a log in memory and a clock in virtual time.
+class ScoringBench : public LogStorage,
+                     public SectionChooser,
+                     public LinkView,
+                     public ProgressView {
+ public:
+  ScoringBench();
+
+  void OpenLog(const std::string& name) override { log.push_back("open " + name); }
+  void WriteLine(const std::string& line) override { log.push_back(line); }
+  std::vector<bool> ChooseSections(const std::string& /*sessionName*/,
+                                   const std::vector<std::string>& lines) override {
+    sectionLines = lines;
+    return sectionAnswers;
+  }
+  void SetUnitCaptions(const std::string& unit) override { unitCaption = unit; }
+  void ShowScoringFile(const std::string& path) override { shownFile = path; }
+  void ShowTables(const ProgressFace& shown) override { face = shown; }
+
+  /// Takes over a picture as the open file's content.
+  void Open(const ScoringPicture& picture);
+  /// The file holds this from the next poll on.
+  void Write(const ScoringPicture& picture) { database.Put(kFile, picture); }
+  /// Lets time pass with a poll every few seconds, as the program does.
+  void PassWithPolls(double seconds);
+
+  static constexpr const char* kFile = "/scoring/tonight.bws";
+
+  std::vector<std::string> log;
+  std::vector<std::string> sectionLines;
+  std::vector<bool> sectionAnswers;
+  std::string unitCaption;
+  std::string shownFile;
+  ProgressFace face;
+  FavouritesBench base;
+  ClockBench& clocks = base.bench;
+  Session& session = base.session;
+  FakeDatabase database;
+  ActivityLog activity{session, clocks.time, *this};
+  ScoringLink link{{session, base.table, database, database, *this, *this, base.control,
+                    clocks.clock, base.prompts, clocks.errors, clocks.time, activity, "1.2.03"}};
+  ProgressMonitor monitor{
+      {session, link, clocks.clock, *this, clocks, clocks.time, activity, clocks.errors}};
+};
+
+}  // namespace corvanel
