@@ -38,7 +38,18 @@ Desktop::Desktop(const std::filesystem::path& store)
       settingsMenu_({store_, session_, disk_, favourites_, prompts_, errors_}),
       commands_({clock_, session_, prompts_, errors_, *this, exit_}),
       frmDisplay_(session_, commands_),
-      frmDisplay2_(session_, commands_) {
+      frmDisplay2_(session_, commands_),
+      scoring_({session_,
+                settings_,
+                control_,
+                clock_,
+                prompts_,
+                sounds_,
+                errors_,
+                time_,
+                ticks_,
+                frmMain_,
+                {&frmDisplay_, &frmDisplay2_}}) {
   session_.ProgramFolder = ProgramFolderPath();
   frmMain_.SetLogic(control_);
   frmMain_.ShowVersion(QString::fromStdString(VersionText()));
@@ -53,10 +64,14 @@ Desktop::Desktop(const std::filesystem::path& store)
   connect(&frmMain_, &FrmMain::ShortcutsWanted, this, [this] { ShowHelp(); });
   connect(&frmMain_, &FrmMain::ExportWanted, this,
           [this] { settingsMenu_.mnuSettingsExport_Click(); });
-  connect(&frmMain_, &FrmMain::ImportWanted, this,
-          [this] { settingsMenu_.mnuSettingsImport_Click(); });
-  connect(&frmMain_, &FrmMain::UndoImportWanted, this,
-          [this] { settingsMenu_.mnuSettingsUndoImport_Click(); });
+  connect(&frmMain_, &FrmMain::ImportWanted, this, [this] {
+    settingsMenu_.mnuSettingsImport_Click();
+    ApplyOptions();
+  });
+  connect(&frmMain_, &FrmMain::UndoImportWanted, this, [this] {
+    settingsMenu_.mnuSettingsUndoImport_Click();
+    ApplyOptions();
+  });
   connect(&frmMain_, &FrmMain::SaveAsNew, this,
           [this](const std::string& name) { favourites_.cmdSaveDefault_Click(name); });
   connect(&frmMain_, &FrmMain::FavouriteChosen, this,
@@ -69,7 +84,7 @@ Desktop::Desktop(const std::filesystem::path& store)
   step([&] { settings_.GetDefaults(time_.TimeOfDay()); });
   step([&] { favourites_.Fill(); });
   step([&] { control_.Display(); });
-  step([&] { ApplyOnTop(); });
+  step([&] { ApplyOptions(); });
 }
 
 void Desktop::ConnectDisplays() {
@@ -108,6 +123,7 @@ void Desktop::Open() {
                      "\n\nWhat could be read of it is used, and defaults for the rest. "
                      "The damaged file will be kept beside the new one.");
   }
+  scoring_.Suggest();
 }
 
 /// The time of day is shown to the minute, and changes with it. That the computer's clock was set
@@ -130,6 +146,7 @@ void Desktop::ShowTimeOfDay(const std::string& time) {
 }
 
 void Desktop::Happened(EventKind kind, const std::string& text) {
+  scoring_.Happened(kind);
   if (kind == EventKind::Round) awake_.Hold();
   if (kind == EventKind::End) awake_.Release();
   emit SessionEvent(static_cast<int>(kind), QString::fromStdString(text));
@@ -183,12 +200,20 @@ void Desktop::ShowGeneralOptions() {
   FrmOptions dialog(options, QApplication::activeWindow());
   connect(&dialog, &FrmOptions::DisplayOptionsWanted, this, &Desktop::ShowDisplayOptions);
   connect(&dialog, &FrmOptions::SoundOptionsWanted, this, &Desktop::ShowSoundOptions);
+  connect(&dialog, &FrmOptions::UnitOptionsWanted, &scoring_, &ScoringDesk::ShowUnitOptions);
   dialog.exec();
 }
 
 void Desktop::ShowSoundOptions() {
   SoundOptions options({session_, settings_, sounds_, opener_, prompts_, errors_});
   FrmSound(options, QApplication::activeWindow()).exec();
+}
+
+/// Options that show beyond their own dialogs, after they were loaded.
+void Desktop::ApplyOptions() {
+  ApplyOnTop();
+  scoring_.ShowUnitName();
+  RearrangeDisplays();
 }
 
 void Desktop::ApplyOnTop() {

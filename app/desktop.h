@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <optional>
 
+#include "app/scoring_desk.h"
 #include "clock/round_clock.h"
 #include "display/display_commands.h"
 #include "display/display_options.h"
@@ -81,6 +82,7 @@ class Desktop : public QObject,
   void ShowDisplayOptions();
   void ShowGeneralOptions();
   void ShowSoundOptions();
+  void ApplyOptions();
   void ApplyOnTop();
   bool UsesTwin() const { return session_.settings.ExtraMonitor != 0; }
   void PlaceRoomDisplay();
@@ -106,6 +108,7 @@ class Desktop : public QObject,
   DisplayCommands commands_;
   FrmDisplay frmDisplay_;
   FrmDisplay2 frmDisplay2_;
+  ScoringDesk scoring_;
   DialogPlacer dialogPlacer_{{&frmDisplay_, &frmDisplay2_}};
   StayAwake awake_;
   enum class Placed { Nothing, Room, Both };

@@ -18,6 +18,9 @@ class QtTickTimer : public QObject, public TickTimer {
   void Arm(double seconds) override;
   void Disarm() override;
 
+  /// Seconds until the wake-up; negative when none is outstanding.
+  double SecondsToTick() const { return timer_.remainingTime() / 1000.0; }
+
   /// From Hold to Release no wake-up is given; one that falls due meanwhile comes at Release.
   void Hold();
   void Release();

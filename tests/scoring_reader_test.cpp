@@ -314,7 +314,7 @@ TEST_F(ScoringFilesTest, APipeThatNobodyWritesHoldsNobodyUp) {
   const auto start = std::chrono::steady_clock::now();
   EXPECT_FALSE(files.Read(file));
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
-  std::ofstream(file) << "x";  // lets the waiting read go
+  const std::ofstream writer(file);  // lets the waiting read go
 }
 
 TEST_F(ScoringFilesTest, ListsScoringFilesAndFindsTheFoldersSpelling) {

@@ -7,6 +7,7 @@
 
 #include "display/window/command_bar.h"
 #include "display/window/countdown_panel.h"
+#include "display/window/progress_frame.h"
 #include "display/window/text_measure.h"
 #include "display/window/text_row.h"
 
@@ -75,6 +76,7 @@ DisplayWindow::DisplayWindow(const Session& session, DisplayCommands& commands)
       moveLine_(lblInfo_),
       lblEnd_(new TextRow("lblEnd", this)),
       lblBridgemate_(new TextRow("lblBridgemate", this)),
+      fraProgress_(new ProgressFrame(this)),
       fraCommand_(new CommandBar(this)) {
   setMouseTracking(true);
   setAutoFillBackground(true);
@@ -112,10 +114,34 @@ LayoutInput DisplayWindow::Input() const {
   LayoutInput input;
   input.width = width() - room_;
   input.height = height() - FootHeight();
+  input.height -= fraProgress_->HeightIn(input.height);
   input.moving = face_.phase == Phase::Move;
   input.texts = WidestTextsOf(session_, face_.secondsLeft);
   input.show = session_.options.Show;
+  if (!tables_.info.empty() && ShowsUnits() && session_.options.BMShowInfo != 0) {
+    // In the widest form that it can take, so that nothing jumps while numbers grow.
+    input.texts.unit = session_.options.TableTopUnit + ": 88 of 88 tables finished";
+  }
   return input;
+}
+
+/// The units' information can be kept from the players: then only the twin shows it.
+bool DisplayWindow::ShowsUnits() const {
+  return session_.options.BMControl == 0 || Kind() == DisplayKind::Twin;
+}
+
+void DisplayWindow::FillProgress() {
+  const Options& options = session_.options;
+  fraProgress_->Show(tables_, ShowsUnits() && options.BMShowProgress != 0,
+                     ShowsUnits() && options.BMShowTables != 0,
+                     session_.elements[static_cast<size_t>(Element::UnitInfo)]);
+}
+
+void DisplayWindow::ShowTables(const ProgressFace& tables) {
+  tables_ = tables;
+  FillProgress();
+  lblBridgemate_->SetText(tables_.info);
+  if (isVisible() && Input() != placed_) Rearrange();
 }
 
 void DisplayWindow::ShowFace(const ClockFace& face) {
@@ -146,6 +172,7 @@ void DisplayWindow::ShowFullScreenPair(bool fullScreen) {
 
 void DisplayWindow::Rearrange() {
   timResize_.stop();
+  FillProgress();
   PlaceElements();
   ShowTexts();
 }
@@ -169,6 +196,10 @@ void DisplayWindow::PlaceElements() {
   }
   lblEnd_->SetPlace(layout.finish, style(Element::FinishTime), Background());
   lblBridgemate_->SetPlace(layout.unit, style(Element::UnitInfo), Background());
+  const int progressTop = static_cast<int>(std::ceil(placed_.height));
+  fraProgress_->SetPlace(
+      QRect(0, progressTop, width() - room_, height() - FootHeight() - progressTop), Background(),
+      height() - FootHeight());
   fraCommand_->FitInto(size() - QSize(0, FootHeight()));
   fraCommand_->raise();
   PlaceFoot();

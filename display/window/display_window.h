@@ -7,11 +7,13 @@
 #include "display/display_commands.h"
 #include "display/layout.h"
 #include "display/pointer_watch.h"
+#include "session/progress_face.h"
 
 namespace corvanel {
 
 class CommandBar;
 class CountdownPanel;
+class ProgressFrame;
 class TextRow;
 
 /// What both displays have in common: they show the clock's face as large as the window allows,
@@ -24,6 +26,8 @@ class DisplayWindow : public QWidget, public DisplayForm {
 
   void ShowFace(const ClockFace& face);
   void ShowTimeOfDay(const std::string& time);
+  /// Shows how far the tables are, as much of it as the options want.
+  void ShowTables(const ProgressFace& tables);
   void ShowFullScreenPair(bool fullScreen);
   /// Takes over fonts, colours and shown elements from the session and places everything anew.
   void Rearrange();
@@ -67,6 +71,8 @@ class DisplayWindow : public QWidget, public DisplayForm {
 
  private:
   LayoutInput Input() const;
+  bool ShowsUnits() const;
+  void FillProgress();
   void PlaceElements();
   void ShowTexts();
   void ShowCommandBar();
@@ -75,6 +81,7 @@ class DisplayWindow : public QWidget, public DisplayForm {
   const Session& session_;
   DisplayCommands& commands_;
   ClockFace face_;
+  ProgressFace tables_;
   int room_ = 0;        // pixels kept free at the right edge
   LayoutInput placed_;  // what the present layout was made for
   TextRow* lblHeader_;
@@ -84,6 +91,7 @@ class DisplayWindow : public QWidget, public DisplayForm {
   TextRow* moveLine_;
   TextRow* lblEnd_;
   TextRow* lblBridgemate_;
+  ProgressFrame* fraProgress_;
   CommandBar* fraCommand_;
   QTimer timCommand_;
   QTimer timResize_;

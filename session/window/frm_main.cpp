@@ -119,6 +119,9 @@ void FrmMain::SetLogic(ControlWindow& logic) {
   connect(ui_->mnuOptionsSounds, &QAction::triggered, this, &FrmMain::SoundOptionsWanted);
   connect(ui_->mnuSound, &QAction::triggered, this, &FrmMain::SoundsFileWanted);
   connect(ui_->mnuOptionsDisplay, &QAction::triggered, this, &FrmMain::DisplayOptionsWanted);
+  connect(ui_->mnuOptionsBridgemate, &QAction::triggered, this, &FrmMain::UnitOptionsWanted);
+  connect(ui_->mnuOpenFile, &QAction::triggered, this, &FrmMain::OpenFileWanted);
+  connect(ui_->mnuCloseFile, &QAction::triggered, this, &FrmMain::CloseFileWanted);
   auto* start = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this);
   connect(start, &QShortcut::activated, this, [this] { logic_->cmdStart_Click(); });
   ui_->cmdStart->setToolTip(tr("Ctrl+Enter"));
@@ -193,6 +196,21 @@ void FrmMain::ShowTimetable(const std::vector<TimetableLine>& lines, ClockTime s
 void FrmMain::ShowVersion(const QString& version) {
   setWindowTitle(QStringLiteral("Corvanel v") + version);
   ui_->lblVersion->setText(tr("Version ") + version);
+}
+
+void FrmMain::ShowUnit(const QString& unit) {
+  // A unit's own name may hold the character that marks a menu's key.
+  const QString caption = QString(unit).replace('&', "&&");
+  ui_->mnuBridgemate->setTitle(caption);
+  ui_->mnuOptionsBridgemate->setText(caption);
+}
+
+void FrmMain::ShowScoringFile(const QString& path) {
+  const QString name = path.section('/', -1);
+  ui_->lblScoringFile->setText(name.isEmpty() ? QString() : tr("Scoring file: ") + name);
+  ui_->lblScoringFile->setToolTip(path);
+  ui_->mnuCloseFile->setEnabled(!path.isEmpty());
+  ui_->mnuPlayTime->setEnabled(!path.isEmpty());
 }
 
 void FrmMain::ShowFavourites(const std::vector<std::string>& names, const std::string& text) {

@@ -43,6 +43,10 @@ class FrmMain : public QMainWindow, public ControlWindowView, public FavouritesV
 
   /// Names the program's version, such as "1.4.02", in the caption and at the foot.
   void ShowVersion(const QString& version);
+  /// Names the table-top unit in the menus.
+  void ShowUnit(const QString& unit);
+  /// Names the scoring file that is open at the foot; an empty path when none is.
+  void ShowScoringFile(const QString& path);
   void ShowFavourites(const std::vector<std::string>& names, const std::string& text) override;
   void ShowInUse(const std::string& name) override;
   void ClearNewName() override;
@@ -61,6 +65,9 @@ class FrmMain : public QMainWindow, public ControlWindowView, public FavouritesV
   void GeneralOptionsWanted();
   void SoundOptionsWanted();
   void SoundsFileWanted();
+  void UnitOptionsWanted();
+  void OpenFileWanted();
+  void CloseFileWanted();
 
  protected:
   void closeEvent(QCloseEvent* event) override;

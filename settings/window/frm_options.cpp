@@ -15,6 +15,7 @@ FrmOptions::FrmOptions(GeneralOptions& logic, QWidget* parent)
   ui_->cmdBridgemate->setText(QString::fromStdString(logic_.UnitCaption()));
   connect(ui_->cmdDisplay, &QPushButton::clicked, this, &FrmOptions::DisplayOptionsWanted);
   connect(ui_->cmdSound, &QPushButton::clicked, this, &FrmOptions::SoundOptionsWanted);
+  connect(ui_->cmdBridgemate, &QPushButton::clicked, this, &FrmOptions::UnitOptionsWanted);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   connect(ui_->cmdOK, &QPushButton::clicked, this, [this] {
     logic_.cmdOK_Click(Boxes());

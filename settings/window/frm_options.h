@@ -22,6 +22,7 @@ class FrmOptions : public QDialog {
  signals:
   void DisplayOptionsWanted();
   void SoundOptionsWanted();
+  void UnitOptionsWanted();
 
  private:
   GeneralBoxes Boxes() const;

@@ -1,0 +1,92 @@
+#include "app/scoring_desk.h"
+
+#include <QApplication>
+
+#include "platform/folders.h"
+#include "scoring/window/frm_options_bridgemate.h"
+#include "scoring/window/frm_settings.h"
+#include "startup/version.h"
+
+namespace corvanel {
+namespace {
+
+constexpr int kPollInterval = kPollSeconds * 1000;  // milliseconds
+constexpr double kLongestPoll = 0.3;                // seconds
+
+std::vector<std::filesystem::path> LogFolders() {
+  std::vector<std::filesystem::path> folders = OutputFolders();
+  for (auto& folder : folders) folder /= "logs";
+  return folders;
+}
+
+}  // namespace
+
+ScoringDesk::ScoringDesk(const Parts& parts)
+    : parts_(parts),
+      logFile_(LogFolders()),
+      log_(parts.session, parts.time, logFile_),
+      link_({parts.session, parts.table, files_, folders_, *this, *this, parts.control, parts.clock,
+             parts.prompts, parts.errors, parts.time, log_, VersionText()}),
+      monitor_({parts.session, link_, parts.clock, *this, parts.sounds, parts.time, log_,
+                parts.errors}) {
+  timerBWS_.setSingleShot(true);
+  connect(&timerBWS_, &QTimer::timeout, this, &ScoringDesk::Poll);
+  connect(&parts_.window, &FrmMain::UnitOptionsWanted, this, &ScoringDesk::ShowUnitOptions);
+  connect(&parts_.window, &FrmMain::OpenFileWanted, this,
+          [this] { ChangeFile([this] { link_.mnuOpenFile_Click(); }); });
+  connect(&parts_.window, &FrmMain::CloseFileWanted, this,
+          [this] { ChangeFile([this] { link_.mnuCloseFile_Click(); }); });
+}
+
+/// Opens or closes a file; the timer runs while one is open.
+void ScoringDesk::ChangeFile(const std::function<void()>& change) {
+  const std::string before = link_.Path();
+  change();
+  if (link_.Path() != before) monitor_.FileChanged();
+  if (link_.IsOpen()) {
+    timerBWS_.start(kPollInterval);
+  } else {
+    timerBWS_.stop();
+  }
+}
+
+/// A poll can take its time on a slow share; it waits until just after a second was shown, so that
+/// the next one is never late.
+void ScoringDesk::Poll() {
+  const double toTick = parts_.ticks.SecondsToTick();
+  if (toTick > 0 && toTick < kLongestPoll) {
+    timerBWS_.start(static_cast<int>(toTick * 1000) + 20);
+    return;
+  }
+  monitor_.TimerBWS_Timer();
+  timerBWS_.start(kPollInterval);
+}
+
+void ScoringDesk::ShowUnitOptions() {
+  UnitOptions options({parts_.session, parts_.table, parts_.sounds, parts_.prompts, parts_.errors});
+  if (FrmOptionsBridgemate(options, QApplication::activeWindow()).exec() != QDialog::Accepted) {
+    return;
+  }
+  link_.BWSSetUnitCaptions();
+  monitor_.TimerBWS_Timer();
+}
+
+std::vector<bool> ScoringDesk::ChooseSections(const std::string& sessionName,
+                                              const std::vector<std::string>& lines) {
+  FrmSettings dialog(sessionName, lines, QApplication::activeWindow());
+  return dialog.exec() == QDialog::Accepted ? dialog.Ticked() : std::vector<bool>();
+}
+
+void ScoringDesk::SetUnitCaptions(const std::string& unit) {
+  parts_.window.ShowUnit(QString::fromStdString(unit));
+}
+
+void ScoringDesk::ShowScoringFile(const std::string& path) {
+  parts_.window.ShowScoringFile(QString::fromStdString(path));
+}
+
+void ScoringDesk::ShowTables(const ProgressFace& face) {
+  for (DisplayWindow* display : parts_.displays) display->ShowTables(face);
+}
+
+}  // namespace corvanel

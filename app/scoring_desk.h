@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+#include <array>
+
+#include "display/window/display_window.h"
+#include "platform/log_file.h"
+#include "platform/qt_tick_timer.h"
+#include "platform/scoring_files.h"
+#include "scoring/progress_monitor.h"
+#include "session/window/frm_main.h"
+
+namespace corvanel {
+
+/// The link to the table-top units within the desktop program: its objects, its timer and its
+/// dialogs.
+class ScoringDesk : public QObject, public SectionChooser, public LinkView, public ProgressView {
+  Q_OBJECT
+
+ public:
+  struct Parts {
+    Session& session;
+    SettingsTable& table;
+    ControlWindow& control;
+    RoundClock& clock;
+    Prompts& prompts;
+    SoundPlayer& sounds;
+    ErrorTrap& errors;
+    const TimeSource& time;
+    const QtTickTimer& ticks;
+    FrmMain& window;
+    std::array<DisplayWindow*, 2> displays;
+  };
+  explicit ScoringDesk(const Parts& parts);
+
+  /// The control window is shown for the first time: offers the latest scoring file.
+  void Suggest() {
+    ChangeFile([this] { link_.Suggest(); });
+  }
+  /// Writes the unit's name into menus; to be called when the options were loaded.
+  void ShowUnitName() { link_.BWSSetUnitCaptions(); }
+  /// The clock did something.
+  void Happened(EventKind kind) { monitor_.Happened(kind); }
+  void ShowUnitOptions();
+
+  std::vector<bool> ChooseSections(const std::string& sessionName,
+                                   const std::vector<std::string>& lines) override;
+  void SetUnitCaptions(const std::string& unit) override;
+  void ShowScoringFile(const std::string& path) override;
+  void ShowTables(const ProgressFace& face) override;
+
+ private:
+  void ChangeFile(const std::function<void()>& change);
+  void Poll();
+
+  Parts parts_;
+  ScoringFiles files_;
+  ScoringFoldersOnDisk folders_;
+  LogFile logFile_;
+  ActivityLog log_;
+  ScoringLink link_;
+  ProgressMonitor monitor_;
+  QTimer timerBWS_;
+};
+
+}  // namespace corvanel
