@@ -51,6 +51,14 @@ void ReadRound(ConsoleArguments& a, const std::string& value) {
   a.round = static_cast<int>(round);
 }
 
+void ReadJson(ConsoleArguments& a, const std::string& /*value*/) {
+  a.json = true;
+}
+
+void ReadReplay(ConsoleArguments& a, const std::string& value) {
+  a.replay = value;
+}
+
 void ReadSpeed(ConsoleArguments& a, const std::string& value) {
   a.speed = value == "max" ? 0 : ReadNumber("--speed", value);
   if (a.speed < 0 || (a.speed == 0 && value != "max")) {
@@ -67,6 +75,7 @@ struct Option {
   std::string_view onlyFor;  // command; empty: all
   std::string_view help;
   void (*read)(ConsoleArguments&, const std::string&);
+  bool takesValue = true;
 };
 
 constexpr std::array kOptions = std::to_array<Option>({
@@ -74,9 +83,13 @@ constexpr std::array kOptions = std::to_array<Option>({
      ReadStore},
     {"--set", "", "--set KEY=VALUE    change a setting for this call; repeatable", ReadSetting},
     {"--start", "", "--start hh:mm[:ss] when the first round starts (default: now)", ReadStart},
-    {"--round", "", "--round N          the round to start with (default: 1)", ReadRound},
+    {"--round", "", "--round N          the round to start with, or to look at", ReadRound},
     {"--speed", "run", "--speed N|max      N times as fast as the clock on the wall (default: 1)",
      ReadSpeed},
+    {"--replay", "run",
+     "--replay FILE      the shape from a scoring file, whose results come at their own times",
+     ReadReplay},
+    {"--json", "scoring", "--json             for machines", ReadJson, false},
     {"--until", "run", "--until hh:mm      stop at this time", ReadUntil},
 });
 
@@ -88,6 +101,7 @@ struct Command {
 constexpr std::array kCommands = std::to_array<Command>({
     {"plan", "prints when the session ends, its break, the minutes per round, and its timetable"},
     {"run", "runs the session with the real clock and prints a line for each event"},
+    {"scoring", "prints what a scoring file says: corvanel-console scoring FILE"},
 });
 
 }  // namespace
@@ -102,6 +116,10 @@ ConsoleArguments ReadArguments(const std::vector<std::string>& arguments) {
       continue;
     }
     if (!word.starts_with("-")) {
+      if (result.command == "scoring" && result.file.empty()) {
+        result.file = word;
+        continue;
+      }
       const bool known = std::any_of(kCommands.begin(), kCommands.end(),
                                      [&](const Command& c) { return c.name == word; });
       if (!known) throw UsageError(fmt::format("unknown command \"{}\"", word));
@@ -112,14 +130,19 @@ ConsoleArguments ReadArguments(const std::vector<std::string>& arguments) {
     const auto option = std::find_if(kOptions.begin(), kOptions.end(),
                                      [&](const Option& o) { return o.name == word; });
     if (option == kOptions.end()) throw UsageError(fmt::format("unknown option \"{}\"", word));
-    if (++i == arguments.size()) throw UsageError(fmt::format("{} needs a value", word));
-    option->read(result, arguments[i]);
+    if (option->takesValue && ++i == arguments.size()) {
+      throw UsageError(fmt::format("{} needs a value", word));
+    }
+    option->read(result, option->takesValue ? arguments[i] : "");
     used.push_back(&*option);
   }
   for (const Option* option : used) {
     if (!option->onlyFor.empty() && option->onlyFor != result.command) {
       throw UsageError(fmt::format("{} goes with {}", option->name, option->onlyFor));
     }
+  }
+  if (result.command == "scoring" && result.file.empty() && !result.help) {
+    throw UsageError("scoring needs a file");
   }
   if (result.command.empty() && !result.help) {
     throw UsageError("a command is missing; see corvanel-console --help");
@@ -131,7 +154,7 @@ std::string HelpText(const std::string& command) {
   std::string text;
   if (command.empty()) {
     text = "corvanel-console: the round clock without a window\n\nCommands:\n";
-    for (const Command& c : kCommands) text += fmt::format("  {:<6} {}\n", c.name, c.help);
+    for (const Command& c : kCommands) text += fmt::format("  {:<8} {}\n", c.name, c.help);
     return text + "\nOptions of each command: corvanel-console COMMAND --help\n";
   }
   const auto found = std::find_if(kCommands.begin(), kCommands.end(),

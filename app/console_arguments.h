@@ -18,13 +18,16 @@ class UsageError : public std::runtime_error {
 
 /// What the command line of the console program asks for.
 struct ConsoleArguments {
-  std::string command;  // "plan", "run", or empty when only help is wanted
+  std::string command;  // "plan", "run", "scoring", or empty when only help is wanted
+  std::string file;     // that "scoring" looks at
   bool help = false;
   std::string store;                                          // empty: the user's own
   std::vector<std::pair<std::string, std::string>> settings;  // key and value, in their order
   std::optional<ClockTime> start;
-  int round = 1;
-  double speed = 1;  // 0: as fast as it goes
+  std::optional<int> round;
+  bool json = false;
+  std::string replay;  // scoring file to run with; empty: none
+  double speed = 1;    // 0: as fast as it goes
   std::optional<ClockTime> until;
 };
 

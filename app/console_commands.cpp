@@ -1,6 +1,7 @@
 #include "app/console_commands.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <array>
@@ -8,12 +9,15 @@
 #include <cstdio>
 #include <thread>
 
+#include "app/console_scoring.h"
 #include "basics/numbers.h"
 #include "clock/round_clock.h"
 #include "clock/virtual_time.h"
 #include "platform/folders.h"
 #include "platform/json_store.h"
 #include "platform/system_time.h"
+#include "scoring/progress_monitor.h"
+#include "scoring/take_over.h"
 #include "session/captions.h"
 #include "session/schedule.h"
 #include "settings/settings_table.h"
@@ -52,6 +56,19 @@ void Override(JsonStore& store, const ConsoleArguments& arguments, int favourite
   }
 }
 
+/// The shape of a scoring file; settings of the command line go before it.
+void TakeShape(const ConsoleArguments& arguments, Session& session) {
+  const PicturePointer picture = ReadScoring(arguments.replay);
+  TakeOver(ScoringSession(picture, AllSections(*picture)), session);
+  SettingsSet set{"", session.settings};
+  for (const auto& [name, value] : arguments.settings) {
+    for (const auto& key : SetKeys()) {
+      if (SameName(key.key, name)) ReadField(key.field(set), value, key.least, key.greatest);
+    }
+  }
+  session.settings = set.settings;
+}
+
 Session LoadSession(const ConsoleArguments& arguments) {
   EndOnError errors;
   JsonStore store(arguments.store.empty() ? DefaultStoreFile()
@@ -64,12 +81,14 @@ Session LoadSession(const ConsoleArguments& arguments) {
   table.GetDefaults(start);
   Override(store, arguments, table.FavouriteInUse());
   table.GetDefaults(start);
+  if (!arguments.replay.empty()) TakeShape(arguments, session);
   session.startTime = start;
-  if (arguments.round > session.settings.nRounds) {
-    throw UsageError(fmt::format("--round {} is beyond the {} rounds of the session",
-                                 arguments.round, session.settings.nRounds));
+  const int round = arguments.round.value_or(1);
+  if (round > session.settings.nRounds) {
+    throw UsageError(fmt::format("--round {} is beyond the {} rounds of the session", round,
+                                 session.settings.nRounds));
   }
-  session.currentRound = Checked16(arguments.round);
+  session.currentRound = Checked16(round);
   SessionSettings& s = session.settings;
   if (s.Calculate == 1) {
     if (s.RequiredFinish.empty()) s.RequiredFinish = DefaultRequiredFinish(start);
@@ -113,10 +132,11 @@ void Plan(const Session& session) {
 }
 
 /// Prints the session's events; shows and plays nothing.
-class EventPrinter : public ClockEvents, public ClockView, public SoundPlayer {
+class EventPrinter : public ClockEvents, public ClockView, public SoundPlayer, public ProgressView {
  public:
   explicit EventPrinter(const TimeSource& time) : time_(time) {}
   void Happened(EventKind kind, const std::string& text) override {
+    if (follower != nullptr) follower->Happened(kind);
     constexpr std::array<std::string_view, 8> kNames = {"round", "warning", "sound",  "move",
                                                         "break", "pause",   "resume", "end"};
     fmt::print("{}\t{}\t{}\n", TimeTextWithSeconds(time_.TimeOfDay()),
@@ -126,9 +146,18 @@ class EventPrinter : public ClockEvents, public ClockView, public SoundPlayer {
   void ShowTimeOfDay(const std::string& /*time*/) override {}
   void Play(const std::string& /*file*/) override {}
   bool IsThere(const std::string& /*file*/) const override { return true; }
+  void ShowTables(const ProgressFace& face) override {
+    if (face.lines == lines_) return;
+    lines_ = face.lines;
+    fmt::print("{}\tprogress\t{}\n", TimeTextWithSeconds(time_.TimeOfDay()),
+               fmt::join(lines_, "; "));
+  }
+
+  ProgressMonitor* follower = nullptr;
 
  private:
   const TimeSource& time_;
+  std::vector<std::string> lines_;
 };
 
 void Run(Session& session, const ConsoleArguments& arguments) {
@@ -143,23 +172,45 @@ void Run(Session& session, const ConsoleArguments& arguments) {
   if (arguments.until) {
     last = ClockTime(arguments.until->Seconds() - time.TimeOfDay().Seconds()).Seconds();
   }
-  const bool inStep = arguments.speed > 0;
+  std::optional<Replay> replay;
+  if (!arguments.replay.empty()) replay.emplace(ReadScoring(arguments.replay), session, time);
+  NoLog storage;
+  ActivityLog log(session, time, storage);
+  std::optional<ProgressMonitor> monitor;
+  if (replay) {
+    session.unitLinkOpen = true;
+    monitor.emplace(
+        ProgressMonitor::Parts{session, *replay, clock, printer, printer, time, log, errors});
+    printer.follower = &*monitor;
+  }
+  double nextPoll = replay ? 0 : 1e18;
   const auto began = std::chrono::steady_clock::now();
   clock.Start();
   while (time.Due() && *time.Due() <= last) {
-    if (inStep) {
+    const bool poll = nextPoll < *time.Due();
+    if (arguments.speed > 0) {
       std::fflush(stdout);
-      std::this_thread::sleep_until(began +
-                                    std::chrono::duration<double>(*time.Due() / arguments.speed));
+      const double next = poll ? nextPoll : *time.Due();
+      std::this_thread::sleep_until(began + std::chrono::duration<double>(next / arguments.speed));
     }
-    time.PassToWakeUp();
-    clock.Tick();
+    if (poll) {
+      time.PassTo(nextPoll);
+      monitor->TimerBWS_Timer();
+      nextPoll += kPollSeconds;
+    } else {
+      time.PassToWakeUp();
+      clock.Tick();
+    }
   }
 }
 
 }  // namespace
 
 void RunCommand(const ConsoleArguments& arguments) {
+  if (arguments.command == "scoring") {
+    PrintScoring(arguments);
+    return;
+  }
   Session session = LoadSession(arguments);
   if (arguments.command == "plan") {
     Plan(session);

@@ -62,6 +62,12 @@ void ScoringDesk::Poll() {
   timerBWS_.start(kPollInterval);
 }
 
+void ScoringDesk::Happened(EventKind kind) {
+  monitor_.Happened(kind);
+  // A new round shows its tables at once.
+  if (kind == EventKind::Round && link_.IsOpen()) timerBWS_.start(0);
+}
+
 void ScoringDesk::ShowUnitOptions() {
   UnitOptions options({parts_.session, parts_.table, parts_.sounds, parts_.prompts, parts_.errors});
   if (FrmOptionsBridgemate(options, QApplication::activeWindow()).exec() != QDialog::Accepted) {

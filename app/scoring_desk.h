@@ -9,6 +9,7 @@
 #include "platform/qt_tick_timer.h"
 #include "platform/scoring_files.h"
 #include "scoring/progress_monitor.h"
+#include "scoring/scoring_link.h"
 #include "session/window/frm_main.h"
 
 namespace corvanel {
@@ -41,7 +42,7 @@ class ScoringDesk : public QObject, public SectionChooser, public LinkView, publ
   /// Writes the unit's name into menus; to be called when the options were loaded.
   void ShowUnitName() { link_.BWSSetUnitCaptions(); }
   /// The clock did something.
-  void Happened(EventKind kind) { monitor_.Happened(kind); }
+  void Happened(EventKind kind);
   void ShowUnitOptions();
 
   std::vector<bool> ChooseSections(const std::string& sessionName,

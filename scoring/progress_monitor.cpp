@@ -140,27 +140,24 @@ void ProgressMonitor::FileChanged() {
   HandlerSteps(parts_.errors, "TimerBWS_Timer")([&] {
     LetGo();
     lastGood_.reset();
-    Show({});
+    face_ = ProgressFace();
+    parts_.view.ShowTables(face_);
   });
-  if (parts_.link.IsOpen()) TimerBWS_Timer();
+  TimerBWS_Timer();
 }
 
 void ProgressMonitor::Show(const RoundProgress& progress) {
   ProgressFace face;
-  if (parts_.link.IsOpen()) {
-    face.lines = progress.texts;
-    if (!progress.tables.empty()) {
-      face.sections = GridOf(parts_.link.Model(), progress, Input());
-    }
-    face.info = Info(progress);
-  }
+  face.lines = progress.texts;
+  if (!progress.tables.empty()) face.sections = GridOf(parts_.link.Model(), progress, Input());
+  face.info = Info(progress);
   if (face == face_) return;
   face_ = face;
   parts_.view.ShowTables(face_);
 }
 
 std::string ProgressMonitor::Info(const RoundProgress& progress) const {
-  const std::string unit = parts_.link.UnitName() + ": ";
+  const std::string unit = session_.options.TableTopUnit + ": ";
   if (Age() >= kBlindAfter) {
     return unit + fmt::format("no data for {} min", static_cast<int>(Age() / 60));
   }

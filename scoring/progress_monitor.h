@@ -6,7 +6,6 @@
 #include "clock/round_clock.h"
 #include "scoring/activity_log.h"
 #include "scoring/progress.h"
-#include "scoring/scoring_link.h"
 #include "session/progress_face.h"
 
 namespace corvanel {
@@ -21,7 +20,7 @@ class ProgressMonitor {
  public:
   struct Parts {
     Session& session;
-    ScoringLink& link;
+    FollowedScoring& link;
     RoundClock& clock;
     ProgressView& view;
     SoundPlayer& sounds;

@@ -6,14 +6,13 @@
 #include <cctype>
 
 #include "basics/numbers.h"
-#include "scoring/movement.h"
+#include "scoring/take_over.h"
 
 namespace corvanel {
 namespace {
 
 constexpr std::string_view kPlace = "modBWS";
 constexpr int64_t kRecent = 60;  // minutes
-constexpr int kBoardsToBreak = 12;
 
 std::string FolderOf(const std::string& path) {
   return path.substr(0, path.find_last_of("/\\") + 1);
@@ -171,42 +170,14 @@ bool ScoringLink::BWSReadFile() {
 
 /// Takes over what the file says of the session, and calculates once.
 void ScoringLink::BWSUpdateTimerSettings() {
-  Session& session = parts_.session;
-  SessionSettings& s = session.settings;
-  if (!session.options.BMUpdateSettings) {
+  if (!parts_.session.options.BMUpdateSettings) {
     parts_.control.Display();
     return;
   }
-  if (model_.Rounds() > 0) s.nRounds = model_.Rounds();
-  const std::string& name = model_.Picture().sessionName;
-  if (!name.empty()) s.Header = name;
-  const MovementMarks marks = MarksOf(model_);
-  s.Skip = marks.skip;
-  s.Arrow = marks.arrow;
-  TakeMinutes();
-  session.startTime = *ParseTime(TimeText(model_.Picture().SessionStart().TimeOfDay()));
-  parts_.control.DisplayChanged();
-}
-
-/// The minutes per round and the break, from the boards of a round.
-void ScoringLink::TakeMinutes() {
-  SessionSettings& s = parts_.session.settings;
-  std::set<int16_t> boards;
-  int16_t last = 0;
-  for (const ScoringSection& section : model_.Sections()) {
-    if (!section.selected || section.boardsPerSet == 0) continue;
-    last = section.boardsPerSet;
-    boards.insert(last);
-  }
-  if (boards.empty()) return;
-  if (boards.size() == 1) {
-    const float minutes = static_cast<float>(last) * parts_.session.options.BMMinPerBoard;
-    s.MinPerRound = std::min(minutes, kLongestPhase);
-  } else {
+  if (!TakeOver(model_, parts_.session)) {
     parts_.prompts.Message("Sections have different numbers of boards per round");
   }
-  // Meant so: as many whole rounds as fit into twelve boards, also where the sections differ.
-  s.BreakAfterRound = static_cast<int16_t>(kBoardsToBreak / last);
+  parts_.control.DisplayChanged();
 }
 
 }  // namespace corvanel

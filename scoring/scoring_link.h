@@ -50,7 +50,7 @@ class LinkView {
 };
 
 /// The scoring database that is open: how it is chosen, opened, read again and closed.
-class ScoringLink {
+class ScoringLink : public FollowedScoring {
  public:
   struct Parts {
     Session& session;
@@ -80,14 +80,13 @@ class ScoringLink {
   void BWSChooseFile(bool recentOnly);
   /// Opens a file; a message tells why it is not taken, and what was open stays open.
   void BWSOpenFile(const std::string& path);
-  /// Reads the open file again. False, and the model as it was, when there is no good picture.
-  bool BWSReadFile();
+  bool BWSReadFile() override;
   /// Writes the unit's name where it stands; an empty name becomes "Bridgemate".
   void BWSSetUnitCaptions();
 
-  bool IsOpen() const { return !path_.empty(); }
+  bool IsOpen() const override { return !path_.empty(); }
+  const ScoringSession& Model() const override { return model_; }
   const std::string& Path() const { return path_; }
-  const ScoringSession& Model() const { return model_; }
   const std::string& UnitName() const { return parts_.session.options.TableTopUnit; }
 
  private:
@@ -98,7 +97,6 @@ class ScoringLink {
   void Take(const std::string& path);
   std::set<int16_t> ChooseSections(const ScoringPicture& picture);
   void BWSUpdateTimerSettings();
-  void TakeMinutes();
 
   Parts parts_;
   std::string path_;

@@ -71,8 +71,8 @@ struct ResultRow {
 /// Everything of one scoring database at one moment, as the file has it: rows in table order,
 /// texts without padding, null texts empty.
 struct ScoringPicture {
-  std::string unit;    // "Bridgemate", "BridgeTab", or empty when no table tells
-  std::string format;  // "Jet3" or "Jet4"
+  std::string unit = "Bridgemate";  // or "BridgeTab", as the tables tell
+  std::string format;               // "Jet3" or "Jet4"
   std::string sessionName;
   std::optional<DateTime> sessionDate;  // of table "Session", when both its columns are there
   std::string computer;

@@ -79,6 +79,16 @@ class ScoringSession {
   int16_t highestRound_ = 0;
 };
 
+/// A scoring database that is being followed.
+class FollowedScoring {
+ public:
+  virtual ~FollowedScoring() = default;
+  virtual bool IsOpen() const = 0;
+  /// Reads it again. False, and the model as it was, when there is no good picture.
+  virtual bool BWSReadFile() = 0;
+  virtual const ScoringSession& Model() const = 0;
+};
+
 /// The IDs of all sections of a picture.
 std::set<int16_t> AllSections(const ScoringPicture& picture);
 

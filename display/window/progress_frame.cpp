@@ -197,9 +197,10 @@ void ProgressFrame::SetPlace(const QRect& place, int32_t background, double wind
   setPalette(colours);
   const int lines = static_cast<int>(std::lround(LinesHeight(windowHeight)));
   const int margin = place.height() / 40;
-  lblProgress_->setGeometry(0, 0, place.width(), lines);
+  const int side = place.width() / 50;
+  lblProgress_->setGeometry(side, 0, place.width() - 2 * side, lines);
   lblProgress_->SetStyle(style_, style_.Size * windowHeight / kReferenceHeight);
-  lblTable_->setGeometry(0, lines, place.width(), place.height() - lines - margin);
+  lblTable_->setGeometry(side, lines, place.width() - 2 * side, place.height() - lines - margin);
   lblTable_->SetStyle(style_);
 }
 

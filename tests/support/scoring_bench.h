@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "scoring/progress_monitor.h"
+#include "scoring/scoring_link.h"
 #include "tests/support/favourites_bench.h"
 
 namespace corvanel {

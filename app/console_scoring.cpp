@@ -1,0 +1,159 @@
+#include "app/console_scoring.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+#include "platform/scoring_files.h"
+#include "scoring/movement.h"
+#include "scoring/progress.h"
+
+namespace corvanel {
+namespace {
+
+using nlohmann::ordered_json;
+
+constexpr int64_t kFirstResultWithin = 3 * 3600;  // seconds from the start of a session
+
+std::vector<std::string> LabelsOf(const RoundProgress& progress, TableState state) {
+  std::vector<std::string> labels;
+  for (const TableProgress& table : progress.tables) {
+    if (table.state == state) labels.push_back(table.label);
+  }
+  return labels;
+}
+
+ordered_json JsonOf(const RoundProgress& progress, int round) {
+  ordered_json tables = ordered_json::array();
+  for (const TableProgress& table : progress.tables) {
+    tables.push_back({{"section", table.section},
+                      {"table", table.table},
+                      {"boards", table.boards},
+                      {"received", table.received},
+                      {"state", NameOf(table.state)}});
+  }
+  const auto playing = progress.Labels([](const TableProgress& t) { return t.StillPlaying(); });
+  return {{"round", round},
+          {"playing", playing},
+          {"slow", LabelsOf(progress, TableState::Slow)},
+          {"finished", LabelsOf(progress, TableState::Finished)},
+          {"notPlaying", LabelsOf(progress, TableState::NotPlaying)},
+          {"silent", LabelsOf(progress, TableState::Silent)},
+          {"texts", progress.texts},
+          {"tables", tables}};
+}
+
+ordered_json JsonOf(const ScoringSession& model) {
+  const ScoringPicture& picture = model.Picture();
+  ordered_json sections = ordered_json::array();
+  for (const ScoringSection& section : model.Sections()) {
+    sections.push_back({{"id", section.row.ID},
+                        {"letter", section.row.letter},
+                        {"tables", section.row.Tables},
+                        {"missingPair", section.row.MissingPair},
+                        {"ewMoveBeforePlay", section.row.EWMoveBeforePlay},
+                        {"boardsPerSet", section.boardsPerSet}});
+  }
+  ordered_json players = ordered_json::array();
+  for (const PlayerRow& seat : picture.players) {
+    players.push_back({{"section", seat.Section},
+                       {"table", seat.Table},
+                       {"direction", seat.Direction},
+                       {"number", seat.Number},
+                       {"name", seat.Name}});
+  }
+  const MovementMarks marks = MarksOf(model);
+  return {{"unit", picture.unit},
+          {"format", picture.format},
+          {"sessionName", picture.sessionName},
+          {"sessionStart", IsoText(picture.SessionStart())},
+          {"computer", picture.computer},
+          {"sections", sections},
+          {"rounds", model.Rounds()},
+          {"totalTables", model.TotalTables()},
+          {"maxBoardsPerSet", model.MaxBoardsPerSet()},
+          {"received", picture.received.size()},
+          {"highestRound", model.HighestRound()},
+          {"skip", marks.skip},
+          {"arrow", marks.arrow},
+          {"players", players}};
+}
+
+/// Tab-separated lines for people.
+void PrintLines(const ScoringSession& model, const RoundProgress& progress, int round) {
+  const ScoringPicture& picture = model.Picture();
+  const MovementMarks marks = MarksOf(model);
+  fmt::print("session\t{}\nstart\t{}\nunit\t{} ({})\n", picture.sessionName,
+             DateAndTimeText(picture.SessionStart()), picture.unit, picture.format);
+  for (const ScoringSection& section : model.Sections()) {
+    fmt::print("section\t{}\t{} tables\t{} boards per round\n", section.row.letter,
+               section.row.Tables, section.boardsPerSet);
+  }
+  fmt::print("rounds\t{}\nskip\t{}\narrow\t{}\nresults\t{}\nround\t{}\n", model.Rounds(),
+             marks.skip, marks.arrow, picture.received.size(), round);
+  for (const TableProgress& table : progress.tables) {
+    fmt::print("table\t{}\t{}/{}\t{}\n", table.label, table.received, table.boards,
+               NameOf(table.state));
+  }
+  for (const std::string& text : progress.texts) fmt::print("progress\t{}\n", text);
+}
+
+}  // namespace
+
+PicturePointer ReadScoring(const std::string& file) {
+  ScoringFiles files;
+  const auto picture = files.Read(file);
+  if (!picture) throw UsageError(fmt::format("{}: {}", file, picture.Failure().description));
+  return picture.Value();
+}
+
+void PrintScoring(const ConsoleArguments& arguments) {
+  const PicturePointer picture = ReadScoring(arguments.file);
+  const ScoringSession model(picture, AllSections(*picture));
+  const int round = arguments.round.value_or(std::max<int>(model.HighestRound(), 1));
+  // Looked at as when the round's time is spent: whoever has not begun the last board is slow.
+  const RoundProgress progress =
+      ProgressOf(model, {static_cast<int16_t>(round), model.Rounds(), 0, 0, true});
+  if (!arguments.json) {
+    PrintLines(model, progress, round);
+    return;
+  }
+  ordered_json json = JsonOf(model);
+  json["progress"] = JsonOf(progress, round);
+  fmt::print("{}\n", json.dump(2, ' ', false, ordered_json::error_handler_t::replace));
+}
+
+Replay::Replay(PicturePointer picture, const Session& session, const TimeSource& time)
+    : whole_(std::move(picture)),
+      results_(whole_->received),
+      start_(time.Now().seconds),
+      time_(time) {
+  std::stable_sort(results_.begin(), results_.end(),
+                   [](const ResultRow& a, const ResultRow& b) { return a.stamp < b.stamp; });
+  const int64_t first = results_.empty() ? 0 : results_.front().stamp.seconds;
+  origin_ = whole_->SessionStart().seconds;
+  // A unit with another date: the first board was played in about the minutes that it may take.
+  if (first < origin_ || first - origin_ > kFirstResultWithin) {
+    origin_ = first - static_cast<int64_t>(session.options.BMMinPerBoard * 60);
+  }
+  shown_ = results_.size();
+  BWSReadFile();
+}
+
+bool Replay::BWSReadFile() {
+  const int64_t now = origin_ + time_.Now().seconds - start_;
+  const auto end =
+      std::upper_bound(results_.begin(), results_.end(), now,
+                       [](int64_t t, const ResultRow& row) { return t < row.stamp.seconds; });
+  const auto count = static_cast<size_t>(end - results_.begin());
+  if (count == shown_ && !model_.Empty()) return true;
+  shown_ = count;
+  auto picture = std::make_shared<ScoringPicture>(*whole_);
+  picture->received.assign(results_.begin(), end);
+  model_ = ScoringSession(picture, AllSections(*picture));
+  return true;
+}
+
+}  // namespace corvanel

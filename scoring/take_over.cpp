@@ -1,0 +1,46 @@
+#include "scoring/take_over.h"
+
+#include <algorithm>
+
+#include "scoring/movement.h"
+
+namespace corvanel {
+namespace {
+
+constexpr int kBoardsToBreak = 12;
+
+/// The minutes per round and the break, from the boards of a round.
+bool TakeMinutes(const ScoringSession& scoring, Session& session) {
+  std::set<int16_t> boards;
+  int16_t last = 0;
+  for (const ScoringSection& section : scoring.Sections()) {
+    if (!section.selected || section.boardsPerSet == 0) continue;
+    last = section.boardsPerSet;
+    boards.insert(last);
+  }
+  if (boards.empty()) return true;
+  SessionSettings& s = session.settings;
+  if (boards.size() == 1) {
+    s.MinPerRound =
+        std::min(static_cast<float>(last) * session.options.BMMinPerBoard, kLongestPhase);
+  }
+  // Meant so: as many whole rounds as fit into twelve boards, also where the sections differ.
+  s.BreakAfterRound = static_cast<int16_t>(kBoardsToBreak / last);
+  return boards.size() == 1;
+}
+
+}  // namespace
+
+bool TakeOver(const ScoringSession& scoring, Session& session) {
+  SessionSettings& s = session.settings;
+  if (scoring.Rounds() > 0) s.nRounds = scoring.Rounds();
+  const std::string& name = scoring.Picture().sessionName;
+  if (!name.empty()) s.Header = name;
+  const MovementMarks marks = MarksOf(scoring);
+  s.Skip = marks.skip;
+  s.Arrow = marks.arrow;
+  session.startTime = *ParseTime(TimeText(scoring.Picture().SessionStart().TimeOfDay()));
+  return TakeMinutes(scoring, session);
+}
+
+}  // namespace corvanel

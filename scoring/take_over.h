@@ -1,0 +1,14 @@
+#pragma once
+
+#include "scoring/scoring_session.h"
+#include "session/session.h"
+
+namespace corvanel {
+
+/// Copies what a scoring file says into the session: rounds, name, skips and arrow-switches,
+/// minutes per round, the round before the break, and the start time. What the file does not say
+/// stays. False when the selected sections play different numbers of boards per round: then the
+/// minutes per round stay.
+bool TakeOver(const ScoringSession& scoring, Session& session);
+
+}  // namespace corvanel
