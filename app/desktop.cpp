@@ -45,6 +45,8 @@ Desktop::Desktop(const std::filesystem::path& store)
                 clock_,
                 prompts_,
                 sounds_,
+                opener_,
+                disk_,
                 errors_,
                 time_,
                 ticks_,

@@ -3,7 +3,9 @@
 #include <QApplication>
 
 #include "platform/folders.h"
+#include "scoring/play_time.h"
 #include "scoring/window/frm_options_bridgemate.h"
+#include "scoring/window/frm_play_time.h"
 #include "scoring/window/frm_settings.h"
 #include "startup/version.h"
 
@@ -36,6 +38,7 @@ ScoringDesk::ScoringDesk(const Parts& parts)
           [this] { ChangeFile([this] { link_.mnuOpenFile_Click(); }); });
   connect(&parts_.window, &FrmMain::CloseFileWanted, this,
           [this] { ChangeFile([this] { link_.mnuCloseFile_Click(); }); });
+  connect(&parts_.window, &FrmMain::PlayTimeWanted, this, &ScoringDesk::mnuPlayTime_Click);
 }
 
 /// Opens or closes a file; the timer runs while one is open.
@@ -75,6 +78,36 @@ void ScoringDesk::ShowUnitOptions() {
   }
   link_.BWSSetUnitCaptions();
   monitor_.TimerBWS_Timer();
+}
+
+/// Writes the report's text where it can be written, opens it and shows the picture.
+void ScoringDesk::mnuPlayTime_Click() {
+  HandlerSteps(parts_.errors, "frmMain")([&] {
+    // What cannot be read just now was read a moment ago.
+    link_.BWSReadFile();
+    const ScoringSession& session = link_.Model();
+    const std::vector<SectionTimes> times = PlayTimesOf(session);
+    std::string file;
+    for (const std::filesystem::path& folder : OutputFolders()) {
+      std::error_code error;
+      std::filesystem::create_directories(folder, error);
+      const std::string path = (folder / "BST1.txt").string();
+      if (file.empty() && parts_.disk.WriteFile(path, PlayTimeReport(session, times))) file = path;
+    }
+    if (!file.empty()) parts_.opener.Open(file);
+    FrmPlayTime window(
+        session.Picture().sessionName + "  " + DateAndTimeText(session.Picture().SessionStart()),
+        times, QString::fromStdString(file), QApplication::activeWindow());
+    connect(&window, &FrmPlayTime::TextWanted, this, [&] { parts_.opener.Open(file); });
+    connect(&window, &FrmPlayTime::SaveWanted, this, [&] {
+      const auto chosen =
+          parts_.prompts.ChooseFileToSave("Play times.pdf", "PDF or PNG (*.pdf *.png)|*.pdf *.png");
+      if (chosen && !window.Page().Save(QString::fromStdString(*chosen))) {
+        parts_.prompts.Message("The picture could not be saved\r\n" + *chosen);
+      }
+    });
+    window.exec();
+  });
 }
 
 std::vector<bool> ScoringDesk::ChooseSections(const std::string& sessionName,

@@ -10,7 +10,9 @@
 #include "platform/scoring_files.h"
 #include "scoring/progress_monitor.h"
 #include "scoring/scoring_link.h"
+#include "session/file_opener.h"
 #include "session/window/frm_main.h"
+#include "settings/settings_files.h"
 
 namespace corvanel {
 
@@ -27,6 +29,8 @@ class ScoringDesk : public QObject, public SectionChooser, public LinkView, publ
     RoundClock& clock;
     Prompts& prompts;
     SoundPlayer& sounds;
+    FileOpener& opener;
+    FileAccess& disk;
     ErrorTrap& errors;
     const TimeSource& time;
     const QtTickTimer& ticks;
@@ -54,6 +58,7 @@ class ScoringDesk : public QObject, public SectionChooser, public LinkView, publ
  private:
   void ChangeFile(const std::function<void()>& change);
   void Poll();
+  void mnuPlayTime_Click();
 
   Parts parts_;
   ScoringFiles files_;

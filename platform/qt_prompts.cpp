@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 
 namespace corvanel {
 
@@ -67,7 +68,7 @@ std::optional<std::string> QtPrompts::ChooseFileToSave(const std::string& name,
   QFileDialog dialog(QApplication::activeWindow());
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setNameFilter(QtFilter(filter));
-  dialog.setDefaultSuffix("txt");
+  dialog.setDefaultSuffix(QFileInfo(QString::fromStdString(name)).suffix());
   dialog.selectFile(QDir::home().filePath(QString::fromStdString(name)));
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return Chosen(dialog.selectedFiles().value(0));

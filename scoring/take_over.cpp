@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "basics/numbers.h"
 #include "scoring/movement.h"
 
 namespace corvanel {
@@ -21,8 +22,8 @@ bool TakeMinutes(const ScoringSession& scoring, Session& session) {
   if (boards.empty()) return true;
   SessionSettings& s = session.settings;
   if (boards.size() == 1) {
-    s.MinPerRound =
-        std::min(static_cast<float>(last) * session.options.BMMinPerBoard, kLongestPhase);
+    const double minutes = RoundTo2Decimals(last * double{session.options.BMMinPerBoard});
+    s.MinPerRound = std::min(static_cast<float>(minutes), kLongestPhase);
   }
   // Meant so: as many whole rounds as fit into twelve boards, also where the sections differ.
   s.BreakAfterRound = static_cast<int16_t>(kBoardsToBreak / last);

@@ -121,6 +121,7 @@ void FrmMain::SetLogic(ControlWindow& logic) {
   connect(ui_->mnuOptionsDisplay, &QAction::triggered, this, &FrmMain::DisplayOptionsWanted);
   connect(ui_->mnuOptionsBridgemate, &QAction::triggered, this, &FrmMain::UnitOptionsWanted);
   connect(ui_->mnuOpenFile, &QAction::triggered, this, &FrmMain::OpenFileWanted);
+  connect(ui_->mnuPlayTime, &QAction::triggered, this, &FrmMain::PlayTimeWanted);
   connect(ui_->mnuCloseFile, &QAction::triggered, this, &FrmMain::CloseFileWanted);
   auto* start = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this);
   connect(start, &QShortcut::activated, this, [this] { logic_->cmdStart_Click(); });

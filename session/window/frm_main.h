@@ -68,6 +68,7 @@ class FrmMain : public QMainWindow, public ControlWindowView, public FavouritesV
   void UnitOptionsWanted();
   void OpenFileWanted();
   void CloseFileWanted();
+  void PlayTimeWanted();
 
  protected:
   void closeEvent(QCloseEvent* event) override;

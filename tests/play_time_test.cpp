@@ -1,0 +1,107 @@
+#include "scoring/play_time.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "tests/support/scoring_bench.h"
+
+namespace corvanel {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+/// Six tables, four rounds of two boards, 15 minutes a round and a break of 20 after the second.
+/// Table 3 takes two minutes more each time.
+class PlayTimeTest : public testing::Test {
+ protected:
+  PlayTimeTest() {
+    double start = 0;
+    for (int round = 1; round <= 4; ++round) {
+      if (round == 3) start += 20;
+      for (const RoundRow& row : evening.rounds) {
+        if (row.round != round) continue;
+        const double end = start + (row.Table == 3 ? 15 : 13);
+        for (const double at : {start + 7, end}) {
+          evening.received.push_back(
+              ResultOf(row.Table, round, at == end ? row.HighBoard : row.LowBoard,
+                       {evening.sessionDate->seconds + std::llround(at * 60)}));
+        }
+      }
+      start += 15;
+    }
+  }
+  SectionTimes Times() const {
+    const auto picture = std::make_shared<ScoringPicture>(evening);
+    return PlayTimesOf(ScoringSession(picture, {1})).at(0);
+  }
+  double Minutes(int table, int round) const {
+    return Times().times.at({static_cast<int16_t>(table), static_cast<int16_t>(round)}).minutes;
+  }
+  ResultRow& Row(int table, int round, size_t board) {
+    for (ResultRow& row : evening.received) {
+      if (row.Table == table && row.round == round && board-- == 0) return row;
+    }
+    throw std::out_of_range("no such result");
+  }
+
+  ScoringPicture evening = Mitchell(6, 4, 2);
+};
+
+TEST_F(PlayTimeTest, RoundsTablesAndPairsAreTimed) {
+  const SectionTimes times = Times();
+  EXPECT_EQ(Minutes(1, 1), 13);
+  EXPECT_EQ(Minutes(3, 1), 15);
+  EXPECT_EQ(times.rounds[0].minutes, 15);
+  EXPECT_EQ(times.rounds[0].lastTables[0], 3);
+  EXPECT_EQ(times.byTable[2].slowest, Minutes(3, times.byTable[2].slowestRound));
+  EXPECT_EQ(times.byPair[0].label, "3");  // the stationary pair of the slow table
+  EXPECT_NEAR(times.byPair[0].PerBoard(), 7.5, 0.6);
+  EXPECT_EQ(times.byPair.size(), 12U);
+}
+
+TEST_F(PlayTimeTest, TheBreakIsNoPlayTime) {
+  EXPECT_NEAR(Minutes(1, 3), 13, 2.1);
+  EXPECT_NEAR(Minutes(3, 3), 15, 2.1);
+}
+
+TEST_F(PlayTimeTest, WrongClocksLateAndRepeatedResultsChangeLittle) {
+  const SectionTimes before = Times();
+  for (ResultRow& row : evening.received) {
+    if (row.Table == 5) row.stamp.seconds -= 9LL * 365 * 86400;  // a unit of another year
+  }
+  Row(2, 2, 0).stamp.seconds += 5 * 3600;  // a single result hours away
+  ResultRow again = Row(4, 1, 1);          // sent twice, the second time an hour later
+  again.stamp.seconds += 3600;
+  evening.received.push_back(again);
+  ResultRow erased = Row(6, 1, 1);  // taken back and sent anew at the end
+  erased.stamp.seconds += 1800;
+  erased.Erased = -1;
+  evening.received.push_back(erased);
+  erased.Erased = 0;
+  evening.received.push_back(erased);
+  const SectionTimes after = Times();
+  for (const auto& [place, time] : before.times) {
+    ASSERT_TRUE(after.times.contains(place)) << place.first << ' ' << place.second;
+    EXPECT_NEAR(after.times.at(place).minutes, time.minutes, 3.1)
+        << "table " << place.first << " round " << place.second;
+  }
+}
+
+TEST_F(PlayTimeTest, TheReportNamesSectionsRoundsAndPairs) {
+  evening.players = {{1, 3, "N", "1", "Ann"}, {1, 3, "S", "2", "Bob"}};
+  const auto picture = std::make_shared<ScoringPicture>(evening);
+  const ScoringSession session(picture, {1});
+  const std::string report = PlayTimeReport(session, PlayTimesOf(session));
+  EXPECT_THAT(report, HasSubstr("Test pairs\r\n2026-11-20 19:30\r\n"));
+  EXPECT_THAT(report, HasSubstr("     1      15.0   3, 6, 5\r\n"));
+  EXPECT_THAT(report, HasSubstr("Ann & Bob\r\n"));
+  evening.received.clear();
+  const ScoringSession none(std::make_shared<ScoringPicture>(evening), {1});
+  EXPECT_THAT(PlayTimeReport(none, PlayTimesOf(none)), HasSubstr("No results with a time\r\n"));
+}
+
+}  // namespace
+}  // namespace corvanel
