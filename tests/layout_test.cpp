@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <vector>
 
+#include "display/table_grid.h"
+
 namespace corvanel {
 namespace {
 
@@ -172,6 +174,32 @@ TEST(LayoutTest, EveryStateHasAWord) {
   EXPECT_EQ(StateWord(Phase::Move, false, Element::TimeUp), "TIME UP");
   EXPECT_EQ(StateWord(Phase::Break, false, Element::WarningPeriod), "BREAK");
   EXPECT_EQ(StateWord(Phase::Move, true, Element::TimeUp), "PAUSED");
+}
+
+TEST(TableGridTest, CellsStandApartWithinTheirRoom) {
+  const std::vector<std::vector<size_t>> rows = {
+      {1}, {8}, {256}, {7, 6}, std::vector<size_t>(8, 25), std::vector<size_t>(78, 3), {1, 40}};
+  for (const auto& tables : rows) {
+    for (const auto& [width, height] : {std::pair(1000.0, 120.0), std::pair(400.0, 300.0)}) {
+      const TableGrid grid = LayOutTables(tables, width, height);
+      std::vector<Place> all = grid.letters;
+      ASSERT_EQ(grid.cells.size(), tables.size());
+      for (size_t s = 0; s < tables.size(); ++s) {
+        EXPECT_EQ(grid.cells[s].size(), tables[s]);
+        all.insert(all.end(), grid.cells[s].begin(), grid.cells[s].end());
+      }
+      for (size_t i = 0; i < all.size(); ++i) {
+        EXPECT_TRUE(all[i].x > -0.01 && all[i].y > -0.01 && all[i].Right() < width + 0.01 &&
+                    all[i].Bottom() < height + 0.01);
+        for (size_t j = 0; j < i; ++j) {
+          const bool apart = all[i].x > all[j].Right() - 0.01 || all[j].x > all[i].Right() - 0.01 ||
+                             all[i].y > all[j].Bottom() - 0.01 || all[j].y > all[i].Bottom() - 0.01;
+          ASSERT_TRUE(apart) << tables.size() << " sections, cells " << i << " and " << j;
+        }
+      }
+    }
+  }
+  EXPECT_TRUE(LayOutTables({}, 100, 100).cells.empty());
 }
 
 }  // namespace

@@ -41,6 +41,7 @@ FrmPlayTime::FrmPlayTime(std::string title, std::vector<SectionTimes> times,
   connect(cmdSave, &QPushButton::clicked, this, &FrmPlayTime::SaveWanted);
   connect(cmdClose, &QPushButton::clicked, this, &QDialog::accept);
   const QSize room = screen()->availableSize() - QSize(24, 60);
+  page_->FitInto(room.width() - 60);
   resize(QSize(page_->width() + 60, page_->height() + 90).boundedTo(room));
 }
 

@@ -73,18 +73,27 @@ Span SpanOf(const SectionTimes& section) {
 PlayTimePage::PlayTimePage(std::string title, std::vector<SectionTimes> times, QWidget* parent)
     : QWidget(parent), title_(std::move(title)), times_(std::move(times)) {
   setObjectName("pagePlayTime");
-  const auto pages = static_cast<double>(std::max<size_t>(times_.size(), 1));
-  setFixedSize(static_cast<int>(kPageWidth), static_cast<int>(kPageHeight * pages));
+  FitInto(static_cast<int>(kPageWidth));
+}
+
+double PlayTimePage::WholeHeight() const {
+  return kPageHeight * static_cast<double>(std::max<size_t>(times_.size(), 1));
+}
+
+void PlayTimePage::FitInto(int width) {
+  scale_ = std::min(width / kPageWidth, 1.0);
+  setFixedSize(static_cast<int>(kPageWidth * scale_), static_cast<int>(WholeHeight() * scale_));
 }
 
 void PlayTimePage::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
+  painter.scale(scale_, scale_);
   PaintAll(painter);
 }
 
 void PlayTimePage::PaintAll(QPainter& painter) const {
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.fillRect(QRectF(0, 0, width(), height()), kPaper);
+  painter.fillRect(QRectF(0, 0, kPageWidth, WholeHeight()), kPaper);
   for (const SectionTimes& section : times_) {
     PaintSection(painter, section);
     painter.translate(0, kPageHeight);
@@ -194,7 +203,8 @@ void PlayTimePage::PaintPairs(QPainter& painter, const SectionTimes& section,
 
 bool PlayTimePage::Save(const QString& file) const {
   if (!file.endsWith(".pdf", Qt::CaseInsensitive)) {
-    QImage image(size() * kPictureScale, QImage::Format_RGB32);
+    QImage image(static_cast<int>(kPageWidth) * kPictureScale,
+                 static_cast<int>(WholeHeight()) * kPictureScale, QImage::Format_RGB32);
     QPainter painter(&image);
     painter.scale(kPictureScale, kPictureScale);
     PaintAll(painter);

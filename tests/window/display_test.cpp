@@ -250,6 +250,66 @@ TEST_F(FrmDisplayTest, NothingIsClippedAtAnySizeInAnyState) {
   EXPECT_EQ(clock.State().phase, Phase::Ended);
 }
 
+ProgressFace Tables(size_t count, size_t sections) {
+  ProgressFace face;
+  face.lines = {"Last board not started at tables 3 4", "Tables 3 4 7 8 still playing"};
+  face.info = "Bridgemate: 5 of 8 tables finished";
+  for (size_t s = 0; s < sections; ++s) {
+    face.sections.push_back({sections > 1 ? std::string(1, static_cast<char>('A' + s)) : "", {}});
+    for (size_t t = 1; t <= count; ++t) {
+      const auto state = static_cast<TableState>(t % 6);
+      face.sections.back().cells.push_back({std::to_string(t), state, "1/3"});
+    }
+  }
+  return face;
+}
+
+TEST_F(FrmDisplayTest, TablesHaveTheirPlaceBelowTheClock) {
+  auto* frame = Find<QWidget>("fraProgress");
+  EXPECT_FALSE(frame->isVisible());
+  const std::pair<size_t, size_t> sizes[] = {{1, 1}, {8, 1}, {30, 1}, {7, 2}, {25, 8}, {1, 78}};
+  for (const auto& [tables, sections] : sizes) {
+    for (const QSize& size : {QSize(1024, 768), QSize(1920, 1080), QSize(500, 700)}) {
+      window.resize(size);
+      window.ShowTables(Tables(tables, sections));
+      window.Rearrange();
+      EXPECT_TRUE(frame->isVisible());
+      EXPECT_TRUE(window.rect().contains(frame->geometry()));
+      for (const char* name : {"lblMin", "lblInfo", "lblEnd", "lblBridgemate", "lblNow"}) {
+        EXPECT_FALSE(Find<QWidget>(name)->geometry().intersects(frame->geometry())) << name;
+      }
+      EXPECT_TRUE(Find<TextRow>("lblBridgemate")->Fits());
+    }
+  }
+}
+
+TEST_F(FrmDisplayTest, OptionsSayWhatOfTheUnitsIsShown) {
+  auto* grid = Find<QWidget>("lblTable");
+  auto* lines = Find<QWidget>("lblProgress");
+  auto* info = Find<QWidget>("lblBridgemate");
+  window.ShowTables(Tables(8, 1));
+  const auto shown = [&] {
+    window.Rearrange();
+    return std::vector<bool>{info->isVisible(), lines->isVisible() && lines->height() > 0,
+                             grid->isVisible() && grid->height() > 20};
+  };
+  EXPECT_EQ(shown(), (std::vector<bool>{true, true, true}));
+  session.options.BMShowInfo = 0;
+  session.options.BMShowTables = 0;
+  EXPECT_EQ(shown(), (std::vector<bool>{false, true, false}));
+  session.options.BMShowTables = 1;
+  session.options.BMShowProgress = 0;
+  EXPECT_EQ(shown(), (std::vector<bool>{false, false, true}));
+  session.options.BMShowInfo = 1;
+  session.options.BMControl = 1;  // only for the director
+  EXPECT_EQ(shown(), (std::vector<bool>{false, false, false}));
+  twin.resize(1024, 768);
+  twin.ShowTables(Tables(8, 1));
+  twin.show();
+  twin.Rearrange();
+  EXPECT_TRUE(twin.findChild<QWidget*>("fraProgress")->isVisible());
+}
+
 TEST_F(FrmDisplayTest, MakesRoomForADialogWhileThatIsOpen) {
   window.setGeometry(window.screen()->availableGeometry());
   window.Rearrange();
