@@ -35,10 +35,7 @@ Sendings SendingsOf(const ScoringSession& session, const ScoringSection& section
   for (const auto& [place, boards] : first) {
     const ReceivedBoards* counted = session.Received(section.row.ID, place.first, place.second);
     for (const auto& [board, minutes] : boards) {
-      const auto result = counted->results.find(board);
-      if (result != counted->results.end() && result->second > 0) {
-        sendings[place].push_back(minutes);
-      }
+      if (counted->Counts(board)) sendings[place].push_back(minutes);
     }
   }
   return sendings;

@@ -45,6 +45,12 @@ bool SharesNumbers(const ScoringSection& section) {
   return false;
 }
 
+/// One number for a section's table, in a round or (0) in all of them.
+uint64_t KeyOf(int16_t section, int16_t table, int16_t round = 0) {
+  const auto part = [](int16_t number) { return uint64_t{static_cast<uint16_t>(number)}; };
+  return part(section) << 32U | part(table) << 16U | part(round);
+}
+
 void MarkMissingPair(ScoringSection& section) {
   const int missing = section.row.MissingPair;
   if (missing == 0) return;
@@ -65,6 +71,21 @@ const TableRound* ScoringSection::Find(int16_t table, int16_t round) const {
   if (found == rounds.end()) return nullptr;
   const auto row = found->second.find(round);
   return row == found->second.end() ? nullptr : &row->second;
+}
+
+void ReceivedBoards::Add(int16_t board, int change) {
+  for (auto& [present, sum] : results) {
+    if (present != board) continue;
+    sum += change;
+    return;
+  }
+  results.reserve(4);
+  results.emplace_back(board, change);
+}
+
+bool ReceivedBoards::Counts(int16_t board) const {
+  return std::any_of(results.begin(), results.end(),
+                     [&](const auto& b) { return b.first == board && b.second > 0; });
 }
 
 int ReceivedBoards::Count() const {
@@ -97,20 +118,26 @@ void ScoringSession::TakeMovement() {
 }
 
 void ScoringSession::TakeResults() {
-  results_.reserve(picture_->received.size());
+  // By time; those of one second lie in the picture in the order of the file.
+  std::vector<std::pair<DateTime, const ResultRow*>> order;
+  order.reserve(picture_->received.size());
   for (const ResultRow& row : picture_->received) {
     const ScoringSection* section = Section(row.Section);
-    if (section != nullptr && section->selected) results_.push_back(&row);
+    if (section != nullptr && section->selected) order.emplace_back(row.stamp, &row);
   }
-  std::stable_sort(results_.begin(), results_.end(),
-                   [](const ResultRow* a, const ResultRow* b) { return a->stamp < b->stamp; });
+  std::sort(order.begin(), order.end());
+  results_.reserve(order.size());
+  for (const auto& [stamp, row] : order) results_.push_back(row);
+  received_.reserve(results_.size());
   for (const ResultRow* row : results_) {
-    received_[{row->Section, row->Table, row->round}].results[row->Board] +=
-        row->Erased != 0 ? -1 : 1;
-    heard_.insert({row->Section, row->Table});
+    received_[KeyOf(row->Section, row->Table, row->round)].Add(row->Board,
+                                                               row->Erased != 0 ? -1 : 1);
+    heard_.insert(KeyOf(row->Section, row->Table));
   }
-  for (const auto& [place, boards] : received_) {
-    if (boards.Count() > 0) highestRound_ = std::max(highestRound_, std::get<2>(place));
+  for (const ResultRow* row : results_) {
+    if (row->round > highestRound_ && Received(row->Section, row->Table, row->round)->Count() > 0) {
+      highestRound_ = row->round;
+    }
   }
 }
 
@@ -121,12 +148,12 @@ const ScoringSection* ScoringSession::Section(int16_t id) const {
 
 const ReceivedBoards* ScoringSession::Received(int16_t section, int16_t table,
                                                int16_t round) const {
-  const auto found = received_.find({section, table, round});
+  const auto found = received_.find(KeyOf(section, table, round));
   return found == received_.end() ? nullptr : &found->second;
 }
 
 bool ScoringSession::Heard(int16_t section, int16_t table) const {
-  return heard_.contains({section, table});
+  return heard_.contains(KeyOf(section, table));
 }
 
 int ScoringSession::SelectedSections() const {

@@ -3,7 +3,8 @@
 #include <map>
 #include <set>
 #include <string>
-#include <tuple>
+#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "scoring/scoring_picture.h"
@@ -33,8 +34,11 @@ struct ScoringSection {
 
 /// The boards that one table has sent in one round.
 struct ReceivedBoards {
-  std::map<int16_t, int> results;  // by board: received less erased
+  std::vector<std::pair<int16_t, int>> results;  // boards, each with received less erased
 
+  void Add(int16_t board, int change);
+  /// Whether the board has a result that still counts.
+  bool Counts(int16_t board) const;
   /// Boards with a result that still counts; one sent twice counts once.
   int Count() const;
 };
@@ -74,8 +78,8 @@ class ScoringSession {
   std::vector<ScoringSection> sections_;
   std::map<int16_t, size_t> positions_;  // of a section's ID in the list
   std::vector<const ResultRow*> results_;
-  std::map<std::tuple<int16_t, int16_t, int16_t>, ReceivedBoards> received_;
-  std::set<std::pair<int16_t, int16_t>> heard_;
+  std::unordered_map<uint64_t, ReceivedBoards> received_;  // by section, table and round
+  std::unordered_set<uint64_t> heard_;                     // by section and table
   int16_t highestRound_ = 0;
 };
 
