@@ -109,10 +109,12 @@ std::string WithResultsTimes(int64_t times) {
   const uint32_t pointer = Number(bytes, table->first * kPage + kMapPointer, 4);
   const size_t mapPage = (pointer >> 8U) * kPage;
   const size_t map = mapPage + (Number(bytes, mapPage + 14 + 2 * (pointer & 0xFFU), 2) & 0x1FFFU);
+  // The map of this table names a page of its own, which has a bit for every page of the file.
+  const size_t bits = Number(bytes, map + 1, 4) * kPage + 4;
   for (int64_t copy = 1; copy < times; ++copy) {
     for (const size_t page : pages[table->first]) {
-      const size_t bit = bytes.size() / kPage - Number(bytes, map + 1, 4);
-      bytes[map + 5 + bit / 8] = static_cast<char>(bytes[map + 5 + bit / 8] | 1 << (bit % 8));
+      const size_t bit = bytes.size() / kPage;
+      bytes[bits + bit / 8] = static_cast<char>(bytes[bits + bit / 8] | 1 << (bit % 8));
       bytes += bytes.substr(page, kPage);
     }
   }
