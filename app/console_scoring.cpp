@@ -17,14 +17,6 @@ using nlohmann::ordered_json;
 
 constexpr int64_t kFirstResultWithin = 3 * 3600;  // seconds from the start of a session
 
-std::vector<std::string> LabelsOf(const RoundProgress& progress, TableState state) {
-  std::vector<std::string> labels;
-  for (const TableProgress& table : progress.tables) {
-    if (table.state == state) labels.push_back(table.label);
-  }
-  return labels;
-}
-
 ordered_json JsonOf(const RoundProgress& progress, int round) {
   ordered_json tables = ordered_json::array();
   for (const TableProgress& table : progress.tables) {
@@ -34,13 +26,12 @@ ordered_json JsonOf(const RoundProgress& progress, int round) {
                       {"received", table.received},
                       {"state", NameOf(table.state)}});
   }
-  const auto playing = progress.Labels([](const TableProgress& t) { return t.StillPlaying(); });
   return {{"round", round},
-          {"playing", playing},
-          {"slow", LabelsOf(progress, TableState::Slow)},
-          {"finished", LabelsOf(progress, TableState::Finished)},
-          {"notPlaying", LabelsOf(progress, TableState::NotPlaying)},
-          {"silent", LabelsOf(progress, TableState::Silent)},
+          {"playing", progress.PlayingLabels()},
+          {"slow", progress.Labels(TableState::Slow)},
+          {"finished", progress.Labels(TableState::Finished)},
+          {"notPlaying", progress.Labels(TableState::NotPlaying)},
+          {"silent", progress.Labels(TableState::Silent)},
           {"texts", progress.texts},
           {"tables", tables}};
 }

@@ -33,15 +33,14 @@ bool IsSilent(const ScoringSession& session, const ScoringSection& section, int1
 
 std::vector<std::string> TextsOf(const RoundProgress& progress, bool showSlow) {
   std::vector<std::string> texts;
-  const auto slow =
-      progress.Labels([](const TableProgress& t) { return t.state == TableState::Slow; });
+  const auto slow = progress.Labels(TableState::Slow);
   if (showSlow && slow.size() > kSlowListed) {
     texts.push_back(fmt::format("{} slow tables", slow.size()));
   } else if (showSlow && !slow.empty()) {
     texts.push_back(fmt::format("Last board not started at table{}{}", slow.size() > 1 ? "s " : " ",
                                 fmt::join(slow, " ")));
   }
-  const auto playing = progress.Labels([](const TableProgress& t) { return t.StillPlaying(); });
+  const auto playing = progress.PlayingLabels();
   if (playing.size() > kPlayingListed) {
     texts.push_back(fmt::format("{} tables playing", playing.size()));
   } else if (!playing.empty()) {
@@ -53,27 +52,29 @@ std::vector<std::string> TextsOf(const RoundProgress& progress, bool showSlow) {
 
 }  // namespace
 
-int RoundProgress::Playing() const {
-  return static_cast<int>(std::count_if(tables.begin(), tables.end(),
-                                        [](const TableProgress& t) { return t.StillPlaying(); }));
-}
-
-bool RoundProgress::AnyFinished() const {
-  return std::any_of(tables.begin(), tables.end(),
-                     [](const TableProgress& t) { return t.state == TableState::Finished; });
-}
-
-bool RoundProgress::AnySilent() const {
-  return std::any_of(tables.begin(), tables.end(),
-                     [](const TableProgress& t) { return t.state == TableState::Silent; });
-}
-
-std::vector<std::string> RoundProgress::Labels(bool (*which)(const TableProgress&)) const {
+std::vector<std::string> RoundProgress::Labels(TableState state) const {
   std::vector<std::string> labels;
   for (const TableProgress& table : tables) {
-    if (which(table)) labels.push_back(table.label);
+    if (table.state == state) labels.push_back(table.label);
   }
   return labels;
+}
+
+std::vector<std::string> RoundProgress::PlayingLabels() const {
+  std::vector<std::string> labels;
+  for (const TableProgress& table : tables) {
+    if (table.StillPlaying()) labels.push_back(table.label);
+  }
+  return labels;
+}
+
+bool RoundProgress::AllFinished() const {
+  bool finished = false;
+  for (const TableProgress& table : tables) {
+    if (table.StillPlaying() || table.state == TableState::Silent) return false;
+    finished |= table.state == TableState::Finished;
+  }
+  return finished;
 }
 
 RoundProgress ProgressOf(const ScoringSession& session, const ProgressInput& input) {

@@ -39,12 +39,13 @@ struct RoundProgress {
   std::vector<std::string> texts;     // the lines for the room
   int16_t highestRound = 0;           // as the units see it
 
-  int Playing() const;
-  bool AnyFinished() const;
-  bool AnySilent() const;
-  std::vector<std::string> Labels(bool (*which)(const TableProgress&)) const;
+  int Playing() const { return static_cast<int>(PlayingLabels().size()); }
+  /// The labels of the tables in a state.
+  std::vector<std::string> Labels(TableState state) const;
+  /// Those of the tables that still play.
+  std::vector<std::string> PlayingLabels() const;
   /// Every table has finished the round; some have, and none has been silent.
-  bool AllFinished() const { return AnyFinished() && Playing() == 0 && !AnySilent(); }
+  bool AllFinished() const;
 };
 
 /// Works out how far every table is. Depends on nothing else.

@@ -165,14 +165,12 @@ std::string ProgressMonitor::Info(const RoundProgress& progress) const {
   if (autoPaused_) {
     return unit + fmt::format("waiting for {} tables", progress.Playing());
   }
-  const auto silent =
-      progress.Labels([](const TableProgress& table) { return table.state == TableState::Silent; });
+  const auto silent = progress.Labels(TableState::Silent);
   if (!silent.empty() && progress.Playing() == 0) {
     return unit + fmt::format("nothing from table{} {}", silent.size() == 1 ? "" : "s",
                               fmt::join(silent, " "));
   }
-  const auto finished = progress.Labels(
-      [](const TableProgress& table) { return table.state == TableState::Finished; });
+  const auto finished = progress.Labels(TableState::Finished);
   const auto playing = std::count_if(
       progress.tables.begin(), progress.tables.end(),
       [](const TableProgress& table) { return table.state != TableState::NotPlaying; });

@@ -13,17 +13,11 @@
 #include "scoring/window/frm_options_bridgemate.h"
 #include "scoring/window/frm_play_time.h"
 #include "scoring/window/frm_settings.h"
+#include "tests/support/dialogs.h"
 #include "tests/support/scoring_bench.h"
 
 namespace corvanel {
 namespace {
-
-template <class Widget>
-Widget* Find(QDialog& dialog, const char* name) {
-  auto* widget = dialog.findChild<Widget*>(name);
-  EXPECT_NE(widget, nullptr) << name;
-  return widget;
-}
 
 class UnitDialogTest : public testing::Test {
  protected:
@@ -75,10 +69,10 @@ TEST_F(UnitDialogTest, NumberBoxesFilterLeadOnAndKeepAWrongNumber) {
   QApplication::processEvents();
   EXPECT_EQ(prompts.texts.back(), "The minutes per board must be greater than 0");
   EXPECT_EQ(dialog.focusWidget(), board);
-  QTest::mouseClick(Find<QPushButton>(dialog, "cmdOK"), Qt::LeftButton);
+  Click(dialog, "cmdOK");
   EXPECT_TRUE(dialog.isVisible());
   board->setText("6.5");
-  QTest::mouseClick(Find<QPushButton>(dialog, "cmdOK"), Qt::LeftButton);
+  Click(dialog, "cmdOK");
   EXPECT_FALSE(dialog.isVisible());
   EXPECT_EQ(session.options.BMMinPerBoard, 6.5F);
   EXPECT_EQ(session.options.BMPauseTables, 3);

@@ -8,21 +8,11 @@
 
 #include "settings/window/frm_options.h"
 #include "settings/window/frm_sound.h"
+#include "tests/support/dialogs.h"
 #include "tests/support/fakes.h"
 
 namespace corvanel {
 namespace {
-
-template <class Widget>
-Widget* Find(QDialog& dialog, const char* name) {
-  auto* widget = dialog.findChild<Widget*>(name);
-  EXPECT_NE(widget, nullptr) << name;
-  return widget;
-}
-
-void Click(QDialog& dialog, const char* name) {
-  QTest::mouseClick(Find<QPushButton>(dialog, name), Qt::LeftButton);
-}
 
 class SettingsDialogsTest : public testing::Test, public FileOpener {
  protected:
