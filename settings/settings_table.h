@@ -44,7 +44,8 @@ class SettingsTable : public SessionKeeper {
   void SaveSession() override;
   void SaveDisplayOptions() override;
 
-  /// Writes options by their key names, in this order and spelling. Throws RuntimeError when the store cannot be written.
+  /// Writes options by their key names, in this order and spelling. Throws RuntimeError when the
+  /// store cannot be written.
   void SaveOptions(std::initializer_list<std::string_view> keys);
 
   const SettingsSet& Entry(int entry) const { return entries_[static_cast<size_t>(entry)]; }
