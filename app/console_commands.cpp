@@ -179,8 +179,8 @@ void Run(Session& session, const ConsoleArguments& arguments) {
   std::optional<ProgressMonitor> monitor;
   if (replay) {
     session.unitLinkOpen = true;
-    monitor.emplace(
-        ProgressMonitor::Parts{session, *replay, clock, printer, printer, time, log, errors});
+    monitor.emplace(ProgressMonitor::Parts{session, *replay, clock, printer, printer, printer, time,
+                                           log, errors});
     printer.follower = &*monitor;
   }
   double nextPoll = replay ? 0 : 1e18;

@@ -15,7 +15,8 @@ namespace {
 
 using nlohmann::ordered_json;
 
-constexpr int64_t kFirstResultWithin = 3 * 3600;  // seconds from the start of a session
+constexpr int64_t kEvening = 12L * 3600;  // seconds
+constexpr int64_t kNothingMore = 60;      // seconds after the last result
 
 ordered_json JsonOf(const RoundProgress& progress, int round) {
   ordered_json tables = ordered_json::array();
@@ -91,6 +92,23 @@ void PrintLines(const ScoringSession& model, const RoundProgress& progress, int 
   for (const std::string& text : progress.texts) fmt::print("progress\t{}\n", text);
 }
 
+/// When the session of a file began, by the clocks of its units: as it says, when most results lie
+/// in the evening after that; else as long before the first of an evening as a board takes.
+/// Results that lie elsewhere come from units with wrong clocks.
+int64_t OriginOf(const std::vector<ResultRow>& results, int64_t start, int64_t secondsPerBoard) {
+  const auto inEvening = [&](int64_t from) {
+    return std::count_if(results.begin(), results.end(), [&](const ResultRow& row) {
+      return row.stamp.seconds >= from && row.stamp.seconds < from + kEvening;
+    });
+  };
+  const auto size = static_cast<std::ptrdiff_t>(results.size());
+  if (results.empty() || inEvening(start) * 2 > size) return start;
+  const auto first = std::find_if(results.begin(), results.end(), [&](const ResultRow& row) {
+    return inEvening(row.stamp.seconds) * 2 > size;
+  });
+  return (first == results.end() ? results.front() : *first).stamp.seconds - secondsPerBoard;
+}
+
 }  // namespace
 
 PicturePointer ReadScoring(const std::string& file) {
@@ -123,28 +141,29 @@ Replay::Replay(PicturePointer picture, const Session& session, const TimeSource&
       time_(time) {
   std::stable_sort(results_.begin(), results_.end(),
                    [](const ResultRow& a, const ResultRow& b) { return a.stamp < b.stamp; });
-  const int64_t first = results_.empty() ? 0 : results_.front().stamp.seconds;
-  origin_ = whole_->SessionStart().seconds;
-  // A unit with another date: the first board was played in about the minutes that it may take.
-  if (first < origin_ || first - origin_ > kFirstResultWithin) {
-    origin_ = first - static_cast<int64_t>(session.options.BMMinPerBoard * 60);
-  }
-  shown_ = results_.size();
-  BWSReadFile();
+  origin_ = OriginOf(results_, whole_->SessionStart().seconds,
+                     static_cast<int64_t>(session.options.BMMinPerBoard * 60));
+  ShowUpTo(0);
 }
 
 bool Replay::BWSReadFile() {
   const int64_t now = origin_ + time_.Now().seconds - start_;
+  // The file has nothing more to say: the clock runs on as with a link that has gone.
+  if (results_.empty() || now > results_.back().stamp.seconds + kNothingMore) return false;
+  ShowUpTo(now);
+  return true;
+}
+
+void Replay::ShowUpTo(int64_t now) {
   const auto end =
       std::upper_bound(results_.begin(), results_.end(), now,
                        [](int64_t t, const ResultRow& row) { return t < row.stamp.seconds; });
   const auto count = static_cast<size_t>(end - results_.begin());
-  if (count == shown_ && !model_.Empty()) return true;
+  if (count == shown_ && !model_.Empty()) return;
   shown_ = count;
   auto picture = std::make_shared<ScoringPicture>(*whole_);
   picture->received.assign(results_.begin(), end);
   model_ = ScoringSession(picture, AllSections(*picture));
-  return true;
 }
 
 }  // namespace corvanel

@@ -28,6 +28,8 @@ class Replay : public FollowedScoring {
   const ScoringSession& Model() const override { return model_; }
 
  private:
+  void ShowUpTo(int64_t now);
+
   PicturePointer whole_;
   std::vector<ResultRow> results_;  // in order of their times
   int64_t origin_;                  // seconds, of the file's times, at which its session starts

@@ -48,13 +48,14 @@ Desktop::Desktop(const std::filesystem::path& store)
                 opener_,
                 disk_,
                 errors_,
+                *this,
                 time_,
                 ticks_,
                 frmMain_,
                 {&frmDisplay_, &frmDisplay2_}}) {
   session_.ProgramFolder = ProgramFolderPath();
   frmMain_.SetLogic(control_);
-  frmMain_.ShowVersion(QString::fromStdString(VersionText()));
+  frmMain_.ShowVersion(QString::fromStdString(ThisVersion().Text()));
   ConnectDisplays();
   qApp->installEventFilter(&dialogPlacer_);
   timerCurrentTime_.setSingleShot(true);

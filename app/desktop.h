@@ -67,6 +67,7 @@ class Desktop : public QObject,
   DisplayForm& Twin() override { return frmDisplay2_; }
   void RearrangeDisplays() override;
   void RewriteTimes() override;
+  void SessionStarts() override { scoring_.SessionStarts(); }
   void ShowDisplays() override;
   void SaveDisplayGeometry() override;
   void ShutDownComputer() override;

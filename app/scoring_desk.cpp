@@ -28,24 +28,25 @@ ScoringDesk::ScoringDesk(const Parts& parts)
       logFile_(LogFolders()),
       log_(parts.session, parts.time, logFile_),
       link_({parts.session, parts.table, files_, folders_, *this, *this, parts.control, parts.clock,
-             parts.prompts, parts.errors, parts.time, log_, VersionText()}),
-      monitor_({parts.session, link_, parts.clock, *this, parts.sounds, parts.time, log_,
-                parts.errors}) {
+             parts.prompts, parts.errors, parts.time, log_, ThisVersion().Text()}),
+      monitor_({parts.session, link_, parts.clock, *this, parts.sounds, parts.events, parts.time,
+                log_, parts.errors}) {
   timerBWS_.setSingleShot(true);
   connect(&timerBWS_, &QTimer::timeout, this, &ScoringDesk::Poll);
   connect(&parts_.window, &FrmMain::UnitOptionsWanted, this, &ScoringDesk::ShowUnitOptions);
   connect(&parts_.window, &FrmMain::OpenFileWanted, this,
-          [this] { ChangeFile([this] { link_.mnuOpenFile_Click(); }); });
-  connect(&parts_.window, &FrmMain::CloseFileWanted, this,
-          [this] { ChangeFile([this] { link_.mnuCloseFile_Click(); }); });
+          [this] { FileChanged(link_.mnuOpenFile_Click()); });
+  connect(&parts_.window, &FrmMain::CloseFileWanted, this, [this] {
+    link_.mnuCloseFile_Click();
+    FileChanged(true);
+  });
   connect(&parts_.window, &FrmMain::PlayTimeWanted, this, &ScoringDesk::mnuPlayTime_Click);
 }
 
-/// Opens or closes a file; the timer runs while one is open.
-void ScoringDesk::ChangeFile(const std::function<void()>& change) {
-  const std::string before = link_.Path();
-  change();
-  if (link_.Path() != before) monitor_.FileChanged();
+/// A file was opened or closed; the timer runs while one is open.
+void ScoringDesk::FileChanged(bool changed) {
+  if (!changed) return;
+  monitor_.FileChanged();
   if (link_.IsOpen()) {
     timerBWS_.start(kPollInterval);
   } else {

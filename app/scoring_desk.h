@@ -32,6 +32,7 @@ class ScoringDesk : public QObject, public SectionChooser, public LinkView, publ
     FileOpener& opener;
     FileAccess& disk;
     ErrorTrap& errors;
+    ClockEvents& events;
     const TimeSource& time;
     const QtTickTimer& ticks;
     FrmMain& window;
@@ -40,13 +41,13 @@ class ScoringDesk : public QObject, public SectionChooser, public LinkView, publ
   explicit ScoringDesk(const Parts& parts);
 
   /// The control window is shown for the first time: offers the latest scoring file.
-  void Suggest() {
-    ChangeFile([this] { link_.Suggest(); });
-  }
+  void Suggest() { FileChanged(link_.Suggest()); }
   /// Writes the unit's name into menus; to be called when the options were loaded.
   void ShowUnitName() { link_.BWSSetUnitCaptions(); }
   /// The clock did something.
   void Happened(EventKind kind);
+  /// The director starts a session.
+  void SessionStarts() { monitor_.SessionStarts(); }
   void ShowUnitOptions();
 
   std::vector<bool> ChooseSections(const std::string& sessionName,
@@ -56,7 +57,7 @@ class ScoringDesk : public QObject, public SectionChooser, public LinkView, publ
   void ShowTables(const ProgressFace& face) override;
 
  private:
-  void ChangeFile(const std::function<void()>& change);
+  void FileChanged(bool changed);
   void Poll();
   void mnuPlayTime_Click();
 

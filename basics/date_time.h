@@ -20,7 +20,7 @@ struct DateTime {
   ClockTime TimeOfDay() const { return ClockTime(static_cast<double>(seconds)); }
   int Year() const;
 
-  auto operator<=>(const DateTime&) const = default;
+  auto operator<=>(const DateTime&) const = default;  // NOLINT(modernize-use-nullptr)
 };
 
 /// "2026-11-20".

@@ -106,7 +106,7 @@ std::string WithResultsTimes(int64_t times) {
   const size_t results = ReadScoringPicture(bytes).Value().received.size();
   const auto table = std::find_if(rows.begin(), rows.end(),
                                   [&](const auto& entry) { return entry.second == results; });
-  const uint32_t pointer = Number(bytes, table->first * kPage + kMapPointer, 4);
+  const uint32_t pointer = Number(bytes, size_t{table->first} * kPage + kMapPointer, 4);
   const size_t mapPage = (pointer >> 8U) * kPage;
   const size_t map = mapPage + (Number(bytes, mapPage + 14 + 2 * (pointer & 0xFFU), 2) & 0x1FFFU);
   // The map of this table names a page of its own, which has a bit for every page of the file.

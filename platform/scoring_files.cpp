@@ -20,6 +20,7 @@ namespace fs = std::filesystem;
 
 constexpr off_t kLargest = 256 << 20;  // bytes; a database of this kind cannot be so large
 constexpr auto kPatience = std::chrono::milliseconds(200);
+constexpr auto kFolderPatience = std::chrono::milliseconds(500);
 
 /// An open file; closed when it goes.
 class OpenFile {
@@ -50,9 +51,51 @@ class OpenFile {
   int number_;
 };
 
+/// Runs what a dead share can hold up for minutes on a thread of its own.
+template <class Work>
+auto OnItsOwn(Work work) {
+  std::packaged_task<decltype(work())()> task(std::move(work));
+  auto result = task.get_future();
+  std::thread(std::move(task)).detach();
+  return result;
+}
+
 bool SameMoment(const struct stat& a, const struct stat& b) {
   return a.st_size == b.st_size && a.st_mtim.tv_sec == b.st_mtim.tv_sec &&
          a.st_mtim.tv_nsec == b.st_mtim.tv_nsec;
+}
+
+std::vector<ScoringFile> ListFiles(const std::string& folder) {
+  std::vector<ScoringFile> files;
+  std::error_code error;
+  fs::directory_iterator entry(folder, error);
+  for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+    struct stat state {};
+    const fs::path& path = entry->path();
+    if (!SameName(path.extension().string(), ".bws")) continue;
+    if (stat(path.c_str(), &state) != 0 || !S_ISREG(state.st_mode)) continue;
+    files.push_back({path.filename().string(), LocalTime(state.st_mtim.tv_sec)});
+  }
+  std::sort(files.begin(), files.end(),
+            [](const ScoringFile& a, const ScoringFile& b) { return a.name < b.name; });
+  return files;
+}
+
+std::string FindSpelling(const std::string& folder) {
+  std::error_code error;
+  if (fs::is_directory(folder, error)) return folder;
+  fs::path real;
+  for (const fs::path& part : fs::path(folder)) {
+    fs::path next = real / part;
+    if (!part.empty() && !fs::exists(next, error)) {
+      fs::directory_iterator entry(real.empty() ? fs::path(".") : real, error);
+      for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+        if (SameName(entry->path().filename().string(), part.string())) next = entry->path();
+      }
+    }
+    real = next;
+  }
+  return fs::is_directory(real, error) ? real.string() : folder;
 }
 
 }  // namespace
@@ -65,24 +108,21 @@ Result<ScoringFiles::Content> ScoringFiles::Fetch(const std::string& path) {
   if (before.st_size > kLargest) return Error{7, "The file is too large"};
   Content content{std::string(static_cast<size_t>(before.st_size), '\0'),
                   LocalTime(before.st_mtim.tv_sec)};
-  if (!file.Read(content.bytes) || !file.State(after)) return Error{57, "Device I/O error"};
-  if (!SameMoment(before, after)) return Error{70, "The file is being written"};
+  if (!file.Read(content.bytes) || !file.State(after)) return Error{kNoAnswer, "Device I/O error"};
+  if (!SameMoment(before, after)) return Error{kBeingWritten, "The file is being written"};
   return content;
 }
 
 Result<ScoringFiles::Content> ScoringFiles::FetchInTime(const std::string& path) {
-  if (!fetching_.valid()) {
-    std::packaged_task<Result<Content>()> task([path] { return Fetch(path); });
-    fetching_ = task.get_future();
+  // A stuck read of another file is left to itself.
+  if (!fetching_.valid() || fetchingPath_ != path) {
+    fetching_ = OnItsOwn([path] { return Fetch(path); });
     fetchingPath_ = path;
-    std::thread(std::move(task)).detach();
   }
   if (fetching_.wait_for(kPatience) != std::future_status::ready) {
-    return Error{57, "The file does not answer"};
+    return Error{kNoAnswer, "The file does not answer"};
   }
-  Result<Content> content = fetching_.get();
-  // What a stuck read of another file brought in the end is of no use.
-  return fetchingPath_ == path ? content : FetchInTime(path);
+  return fetching_.get();
 }
 
 Result<PicturePointer> ScoringFiles::Read(const std::string& path) {
@@ -102,36 +142,15 @@ Result<PicturePointer> ScoringFiles::Read(const std::string& path) {
 }
 
 std::vector<ScoringFile> ScoringFoldersOnDisk::Files(const std::string& folder) const {
-  std::vector<ScoringFile> files;
-  std::error_code error;
-  fs::directory_iterator entry(folder, error);
-  for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-    struct stat state {};
-    const fs::path& path = entry->path();
-    if (!SameName(path.extension().string(), ".bws")) continue;
-    if (stat(path.c_str(), &state) != 0 || !S_ISREG(state.st_mode)) continue;
-    files.push_back({path.filename().string(), LocalTime(state.st_mtim.tv_sec)});
-  }
-  std::sort(files.begin(), files.end(),
-            [](const ScoringFile& a, const ScoringFile& b) { return a.name < b.name; });
-  return files;
+  auto files = OnItsOwn([folder] { return ListFiles(folder); });
+  if (files.wait_for(kFolderPatience) != std::future_status::ready) return {};
+  return files.get();
 }
 
 std::string ScoringFoldersOnDisk::RealSpelling(const std::string& folder) const {
-  std::error_code error;
-  if (fs::is_directory(folder, error)) return folder;
-  fs::path real;
-  for (const fs::path& part : fs::path(folder)) {
-    fs::path next = real / part;
-    if (!part.empty() && !fs::exists(next, error)) {
-      fs::directory_iterator entry(real.empty() ? fs::path(".") : real, error);
-      for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-        if (SameName(entry->path().filename().string(), part.string())) next = entry->path();
-      }
-    }
-    real = next;
-  }
-  return fs::is_directory(real, error) ? real.string() : folder;
+  auto spelling = OnItsOwn([folder] { return FindSpelling(folder); });
+  if (spelling.wait_for(kFolderPatience) != std::future_status::ready) return folder;
+  return spelling.get();
 }
 
 }  // namespace corvanel

@@ -77,7 +77,7 @@ struct Pair {
   int16_t number = 0;
   bool eastWest = false;
 
-  auto operator<=>(const Pair&) const = default;
+  auto operator<=>(const Pair&) const = default;  // NOLINT(modernize-use-nullptr)
 };
 
 class SectionClock {
@@ -85,7 +85,7 @@ class SectionClock {
   SectionClock(const ScoringSession& session, const ScoringSection& section)
       : session_(session), section_(section), sendings_(SendingsOf(session, section)) {
     Straighten(sendings_);
-    shared_ = SharesNumbers();
+    shared_ = section.SharesNumbers();
     for (const auto& [place, minutes] : sendings_) rounds_.insert(place.second);
   }
 
@@ -98,31 +98,18 @@ class SectionClock {
   }
 
  private:
-  bool SharesNumbers() const {
-    for (const auto& [table, rounds] : section_.rounds) {
-      for (const auto& [round, row] : rounds) {
-        if (std::any_of(section_.rounds.begin(), section_.rounds.end(), [&](const auto& other) {
-              const TableRound* there = section_.Find(other.first, round);
-              return there != nullptr && row.nsPair != 0 && there->ewPair == row.nsPair;
-            })) {
-          return true;
-        }
-      }
-    }
-    return false;
-  }
-
   Pair PairAt(const TableRound& row, bool eastWest) const {
     return {eastWest ? row.ewPair : row.nsPair, shared_ && eastWest};
   }
 
-  /// When a table could begin a round: both its pairs were free.
-  std::optional<double> FreeAt(const TableRound& row) const {
-    std::optional<double> free;
+  /// When a table could begin a round: both its pairs were free. Whoever sat out the round before
+  /// begins with the others.
+  double FreeAt(const TableRound& row, double others) const {
+    double free = 0;
     for (const bool eastWest : {false, true}) {
       const auto finished = finishes_.find(PairAt(row, eastWest));
-      if (finished == finishes_.end()) continue;
-      free = std::max(free.value_or(finished->second), finished->second);
+      const bool sat = finished == finishes_.end() || finished->second.first != lastRound_;
+      free = std::max(free, sat ? others : finished->second.second);
     }
     return free;
   }
@@ -156,7 +143,7 @@ class SectionClock {
       const TableRound* row = section_.Find(place.first, round);
       if (place.second != round || row == nullptr) continue;
       const auto [first, last] = std::minmax_element(minutes.begin(), minutes.end());
-      const double start = std::min(FreeAt(*row).value_or(sectionStart), *first);
+      const double start = std::min(FreeAt(*row, sectionStart), *first);
       played.push_back({place.first, row, start, *first, *last, static_cast<int>(minutes.size())});
       waits.push_back(*first - start - kUsualPerBoard);
     }
@@ -181,12 +168,13 @@ class SectionClock {
     times_.rounds.push_back(summary);
     for (const Played& table : played) {
       for (const bool eastWest : {false, true}) {
-        finishes_[PairAt(*table.row, eastWest)] = table.last;
+        finishes_[PairAt(*table.row, eastWest)] = {round, table.last};
       }
     }
     std::vector<double> ends;
     for (const auto& [last, table] : order) ends.push_back(last);
     lastEnd_ = Median(ends);
+    lastRound_ = round;
   }
 
   static void Add(PlayerTimes& player, int16_t round, const RoundTime& time) {
@@ -256,8 +244,9 @@ class SectionClock {
   Sendings sendings_;
   bool shared_ = false;
   std::set<int16_t> rounds_;
-  std::map<Pair, double> finishes_;  // of the round before, minutes
-  std::optional<double> lastEnd_;    // of the round before, for most tables
+  std::map<Pair, std::pair<int16_t, double>> finishes_;  // last round played, and its end
+  int16_t lastRound_ = 0;
+  std::optional<double> lastEnd_;  // of the round before, for most tables
   SectionTimes times_;
 };
 

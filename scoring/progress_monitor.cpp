@@ -4,6 +4,9 @@
 #include <fmt/ranges.h>
 
 #include <algorithm>
+#include <utility>
+
+#include "basics/numbers.h"
 
 namespace corvanel {
 namespace {
@@ -28,7 +31,7 @@ double ProgressMonitor::Age() const {
 }
 
 void ProgressMonitor::TimerBWS_Timer() {
-  HandlerSteps step(parts_.errors, "TimerBWS_Timer");
+  HandlerSteps step(parts_.errors, "frmMain");
   if (!parts_.link.IsOpen() || parts_.clock.State().phase == Phase::Idle) return;
   step([&] {
     if (!lastGood_) lastGood_ = parts_.time.Counter();
@@ -67,7 +70,10 @@ void ProgressMonitor::PauseOrResume(const RoundProgress& progress) {
     acting_ = false;
     autoPaused_ = true;
     parts_.log.LogWrite(fmt::format("Paused - {} tables playing", progress.Playing()));
-    if (options.BMPausePlay) parts_.sounds.Play(options.BMPauseSound);
+    if (options.BMPausePlay) {
+      parts_.events.Happened(EventKind::Sound, std::string(FileName(options.BMPauseSound)));
+      parts_.sounds.Play(options.BMPauseSound);
+    }
   }
 }
 
@@ -104,12 +110,22 @@ bool ProgressMonitor::MayEndRound(const RoundProgress& progress) const {
 }
 
 void ProgressMonitor::EndRoundWhenFinished(const RoundProgress& progress) {
+  const bool confirmed = std::exchange(sawFinished_, false);
   if (!MayEndRound(progress)) return;
-  // The file may have been caught half-way: a second look must agree.
-  if (!parts_.link.BWSReadFile()) return;
-  if (!MayEndRound(ProgressOf(parts_.link.Model(), Input()))) return;
+  // The file may have been caught half-way: a second look must agree. On a share too slow for that
+  // the next poll is the second look.
+  if (!confirmed) {
+    sawFinished_ = !parts_.link.BWSReadFile();
+    if (sawFinished_ || !MayEndRound(ProgressOf(parts_.link.Model(), Input()))) return;
+  }
   parts_.log.LogWrite("End of round " + std::to_string(session_.currentRound));
   parts_.clock.EndRound();
+}
+
+void ProgressMonitor::SessionStarts() {
+  if (!parts_.link.IsOpen()) return;
+  parts_.log.LogWrite(
+      fmt::format("GetUserInputs - Max boards per set {}", parts_.link.Model().MaxBoardsPerSet()));
 }
 
 void ProgressMonitor::Happened(EventKind kind) {
@@ -121,25 +137,27 @@ void ProgressMonitor::Happened(EventKind kind) {
   }
 }
 
+bool ProgressMonitor::AllFinished() const {
+  return !parts_.link.Model().Empty() && ProgressOf(parts_.link.Model(), Input()).AllFinished();
+}
+
 /// A round begins or is begun again. One that all tables have finished already (an old file, a
 /// restart) is not ended at once.
 void ProgressMonitor::BeginRound() {
   const bool again = round_ == session_.currentRound;
-  if (round_ == 0 && parts_.link.IsOpen()) {
-    parts_.log.LogWrite(fmt::format("GetUserInputs - Max boards per set {}",
-                                    parts_.link.Model().MaxBoardsPerSet()));
-  }
   round_ = session_.currentRound;
   autoPaused_ = false;
   resumedByDirector_ = false;
-  waitForPlaying_ = again || (!parts_.link.Model().Empty() &&
-                              ProgressOf(parts_.link.Model(), Input()).AllFinished());
+  sawFinished_ = false;
+  waitForPlaying_ = again || AllFinished();
 }
 
 void ProgressMonitor::FileChanged() {
-  HandlerSteps(parts_.errors, "TimerBWS_Timer")([&] {
+  HandlerSteps(parts_.errors, "frmMain")([&] {
     LetGo();
     lastGood_.reset();
+    // A file that has all results of this round already is an old one.
+    waitForPlaying_ = AllFinished();
     face_ = ProgressFace();
     parts_.view.ShowTables(face_);
   });
@@ -163,7 +181,8 @@ std::string ProgressMonitor::Info(const RoundProgress& progress) const {
   }
   if (progress.tables.empty()) return unit + "no tables in the chosen sections";
   if (autoPaused_) {
-    return unit + fmt::format("waiting for {} tables", progress.Playing());
+    return unit + fmt::format("waiting for {} table{}", progress.Playing(),
+                              progress.Playing() == 1 ? "" : "s");
   }
   const auto silent = progress.Labels(TableState::Silent);
   if (!silent.empty() && progress.Playing() == 0) {

@@ -24,6 +24,7 @@ class ProgressMonitor {
     RoundClock& clock;
     ProgressView& view;
     SoundPlayer& sounds;
+    ClockEvents& events;
     const TimeSource& time;
     ActivityLog& log;
     ErrorTrap& errors;
@@ -32,6 +33,8 @@ class ProgressMonitor {
 
   /// One poll: reads the database, and acts on what it says. A read that fails is passed over.
   void TimerBWS_Timer();
+  /// The director starts a session.
+  void SessionStarts();
   /// The clock did something, by whatever hand.
   void Happened(EventKind kind);
   /// The scoring file was closed, or another one opened: a clock that the monitor paused goes on.
@@ -49,6 +52,7 @@ class ProgressMonitor {
   void EndRoundWhenFinished(const RoundProgress& progress);
   bool MayEndRound(const RoundProgress& progress) const;
   void BeginRound();
+  bool AllFinished() const;
   void Show(const RoundProgress& progress);
   std::string Info(const RoundProgress& progress) const;
   double Age() const;
@@ -58,6 +62,7 @@ class ProgressMonitor {
   bool autoPaused_ = false;
   bool acting_ = false;             // what the clock does now is the monitor's doing
   bool resumedByDirector_ = false;  // in this round
+  bool sawFinished_ = false;        // at the last look, which nobody could confirm yet
   bool waitForPlaying_ = false;     // a round is not ended before a table was seen playing it
   int16_t round_ = 0;               // that began last
   std::optional<double> lastGood_;  // counter at the last good picture

@@ -11,8 +11,9 @@
 namespace corvanel {
 namespace {
 
-constexpr std::string_view kPlace = "modBWS";
-constexpr int64_t kRecent = 60;  // minutes
+constexpr std::string_view kPlace = "ModScorer";
+constexpr int64_t kRecent = 60;      // minutes
+constexpr int kReadsOnOpening = 15;  // of a fifth of a second each, on a slow share
 
 std::string FolderOf(const std::string& path) {
   return path.substr(0, path.find_last_of("/\\") + 1);
@@ -20,13 +21,13 @@ std::string FolderOf(const std::string& path) {
 
 }  // namespace
 
-void ScoringLink::Suggest() {
+bool ScoringLink::Suggest() {
   BWSSetUnitCaptions();
-  if (parts_.session.options.BMSuggest) BWSChooseFile(true);
+  return parts_.session.options.BMSuggest && BWSChooseFile(true);
 }
 
-void ScoringLink::mnuOpenFile_Click() {
-  BWSChooseFile(false);
+bool ScoringLink::mnuOpenFile_Click() {
+  return BWSChooseFile(false);
 }
 
 void ScoringLink::mnuCloseFile_Click() {
@@ -44,18 +45,20 @@ void ScoringLink::BWSSetUnitCaptions() {
   parts_.view.SetUnitCaptions(unit);
 }
 
-/// The stored folder; one of a year's results becomes this year's.
+/// The stored folder, with a separator at its end; one of a year's results becomes this year's.
 std::string ScoringLink::FolderOfThisYear() const {
   std::string folder = parts_.session.options.BWSfolder;
+  if (folder.empty()) return folder;
   std::string upper = folder;
   std::transform(upper.begin(), upper.end(), upper.begin(),
                  [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
   const size_t place = upper.find("RES20");
-  if (place == std::string::npos) return folder;
-  const std::string year = fmt::format("RES{:04}", parts_.time.Now().Year());
-  folder.replace(place, year.size(), year);
+  if (place != std::string::npos) {
+    const std::string year = fmt::format("RES{:04}", parts_.time.Now().Year());
+    folder.replace(place, year.size(), year);
+  }
   if (folder.find_last_of("/\\") != folder.size() - 1) folder += '/';
-  return parts_.folders.RealSpelling(folder);
+  return place == std::string::npos ? folder : parts_.folders.RealSpelling(folder);
 }
 
 std::string ScoringLink::LatestFile(const std::string& folder, bool recentOnly) const {
@@ -71,16 +74,18 @@ std::string ScoringLink::LatestFile(const std::string& folder, bool recentOnly) 
   return latest;
 }
 
-void ScoringLink::BWSChooseFile(bool recentOnly) {
+bool ScoringLink::BWSChooseFile(bool recentOnly) {
+  bool opened = false;
   HandlerSteps(parts_.errors, kPlace)([&] {
     const std::string folder = FolderOfThisYear();
     const std::string latest = folder.empty() ? "" : LatestFile(folder, recentOnly);
     if (!latest.empty() && Accept(folder + latest)) {
-      BWSOpenFile(folder + latest);
+      opened = BWSOpenFile(folder + latest);
     } else if (!recentOnly || !latest.empty()) {
-      AskForFile();
+      opened = AskForFile();
     }
   });
+  return opened;
 }
 
 /// Asks whether the latest file is the one.
@@ -97,42 +102,48 @@ bool ScoringLink::Accept(const std::string& path) const {
   return parts_.prompts.AskYesNo(question + "\r\nDo you want to use this file?") == Answer::Yes;
 }
 
-void ScoringLink::AskForFile() {
+bool ScoringLink::AskForFile() {
   const auto path = parts_.prompts.ChooseFileToOpen("Choose a " + UnitName() + " (bws) file",
                                                     parts_.session.options.BWSfolder, "bws|*.bws");
-  if (!path) return;
+  if (!path) return false;
   HandlerSteps step(parts_.errors, kPlace);
   step([&] {
     parts_.session.options.BWSfolder = FolderOf(*path);
     parts_.table.SaveOptions({"BWSfolder"});
   });
-  BWSOpenFile(*path);
+  return BWSOpenFile(*path);
 }
 
-void ScoringLink::BWSOpenFile(const std::string& path) {
+/// On a slow share the bytes come later than a poll would wait for, and a file that is being
+/// written is whole a moment later.
+Result<PicturePointer> ScoringLink::ReadPatiently(const std::string& path) {
+  auto picture = parts_.database.Read(path);
+  for (int again = 0; again < kReadsOnOpening; ++again) {
+    if (picture || !ScoringDatabase::MayComeLater(picture.Failure())) break;
+    picture = parts_.database.Read(path);
+  }
+  return picture;
+}
+
+bool ScoringLink::BWSOpenFile(const std::string& path) {
   HandlerSteps step(parts_.errors, kPlace);
   parts_.log.LogOpen("START - version " + parts_.version);
   parts_.log.LogWrite("Database " + path);
-  const auto picture = parts_.database.Read(path);
-  if (!picture || picture.Value()->sections.empty()) {
-    parts_.prompts.Message("The file\r\n" + path + "\r\nis not in the correct format");
-    return;
+  const auto picture = ReadPatiently(path);
+  if (!picture) {
+    parts_.prompts.Message(ScoringDatabase::MayComeLater(picture.Failure())
+                               ? "Error reading file " + path
+                               : "The file\r\n" + path + "\r\nis not in the correct format");
+    return false;
   }
   const std::set<int16_t> selected = ChooseSections(*picture.Value());
   if (selected.empty()) {
     parts_.prompts.Message("You haven't selected any sections");
-    return;
+    return false;
   }
-  const std::string before = path_;
-  const std::set<int16_t> selectedBefore = selected_;
   path_ = path;
   selected_ = selected;
-  if (!BWSReadFile()) {
-    path_ = before;
-    selected_ = selectedBefore;
-    parts_.prompts.Message("Error reading file " + path);
-    return;
-  }
+  Take(picture.Value());
   parts_.session.unitLinkOpen = true;
   step([&] { parts_.view.ShowScoringFile(path_); });
   // A session under way keeps its round, its start and its shape.
@@ -141,6 +152,7 @@ void ScoringLink::BWSOpenFile(const std::string& path) {
     step([&] { BWSUpdateTimerSettings(); });
   }
   parts_.log.LogRead("BWSOpenFile", model_);
+  return true;
 }
 
 std::set<int16_t> ScoringLink::ChooseSections(const ScoringPicture& picture) {
@@ -161,11 +173,17 @@ std::set<int16_t> ScoringLink::ChooseSections(const ScoringPicture& picture) {
 bool ScoringLink::BWSReadFile() {
   const auto picture = parts_.database.Read(path_);
   if (!picture) return false;
-  if (model_.Empty() || picture.Value().get() != &model_.Picture()) {
-    model_ = ScoringSession(picture.Value(), selected_);
+  Take(picture.Value());
+  return true;
+}
+
+/// The model of a picture; the one that there is serves as long as nothing has changed.
+void ScoringLink::Take(const PicturePointer& picture) {
+  if (model_.Empty() || picture.get() != &model_.Picture() || selected_ != modelSections_) {
+    model_ = ScoringSession(picture, selected_);
+    modelSections_ = selected_;
   }
   parts_.log.LogRead("BWSReadFile", model_);
-  return true;
 }
 
 /// Takes over what the file says of the session, and calculates once.

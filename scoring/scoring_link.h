@@ -70,16 +70,16 @@ class ScoringLink : public FollowedScoring {
   explicit ScoringLink(const Parts& parts) : parts_(parts) {}
 
   /// At the start of the program: offers the latest file when the options say so.
-  void Suggest();
-  void mnuOpenFile_Click();
+  bool Suggest();
+  bool mnuOpenFile_Click();
   /// Forgets the file.
   void mnuCloseFile_Click();
 
   /// Chooses a scoring file and opens it. `recentOnly`: only one of the last hour is offered, and
-  /// nothing is asked when there is none.
-  void BWSChooseFile(bool recentOnly);
-  /// Opens a file; a message tells why it is not taken, and what was open stays open.
-  void BWSOpenFile(const std::string& path);
+  /// nothing is asked when there is none. True when a file was opened.
+  bool BWSChooseFile(bool recentOnly);
+  /// Opens a file. False when it is not taken: a message tells why, and what was open stays open.
+  bool BWSOpenFile(const std::string& path);
   bool BWSReadFile() override;
   /// Writes the unit's name where it stands; an empty name becomes "Bridgemate".
   void BWSSetUnitCaptions();
@@ -93,15 +93,17 @@ class ScoringLink : public FollowedScoring {
   std::string FolderOfThisYear() const;
   std::string LatestFile(const std::string& folder, bool recentOnly) const;
   bool Accept(const std::string& path) const;
-  void AskForFile();
-  void Take(const std::string& path);
+  bool AskForFile();
+  Result<PicturePointer> ReadPatiently(const std::string& path);
   std::set<int16_t> ChooseSections(const ScoringPicture& picture);
+  void Take(const PicturePointer& picture);
   void BWSUpdateTimerSettings();
 
   Parts parts_;
   std::string path_;
   std::set<int16_t> selected_;
   ScoringSession model_;
+  std::set<int16_t> modelSections_;  // that the model was made for
 };
 
 }  // namespace corvanel

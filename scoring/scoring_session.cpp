@@ -30,21 +30,6 @@ std::vector<int16_t> BoardsOf(const RoundRow& row) {
   return boards;
 }
 
-/// Whether the section gives north-south and east-west pairs the same numbers: then NS 3 and EW 3
-/// are two pairs.
-bool SharesNumbers(const ScoringSection& section) {
-  std::map<int16_t, std::set<int16_t>> northSouth;  // by round
-  for (const auto& [table, rounds] : section.rounds) {
-    for (const auto& [round, row] : rounds) northSouth[round].insert(row.nsPair);
-  }
-  for (const auto& [table, rounds] : section.rounds) {
-    for (const auto& [round, row] : rounds) {
-      if (row.ewPair != 0 && northSouth[round].contains(row.ewPair)) return true;
-    }
-  }
-  return false;
-}
-
 /// One number for a section's table, in a round or (0) in all of them.
 uint64_t KeyOf(int16_t section, int16_t table, int16_t round = 0) {
   const auto part = [](int16_t number) { return uint64_t{static_cast<uint16_t>(number)}; };
@@ -54,7 +39,7 @@ uint64_t KeyOf(int16_t section, int16_t table, int16_t round = 0) {
 void MarkMissingPair(ScoringSection& section) {
   const int missing = section.row.MissingPair;
   if (missing == 0) return;
-  const bool shared = SharesNumbers(section);
+  const bool shared = section.SharesNumbers();
   for (auto& [table, rounds] : section.rounds) {
     for (auto& [round, row] : rounds) {
       const bool ns = missing > 0 && row.nsPair == missing;
@@ -71,6 +56,19 @@ const TableRound* ScoringSection::Find(int16_t table, int16_t round) const {
   if (found == rounds.end()) return nullptr;
   const auto row = found->second.find(round);
   return row == found->second.end() ? nullptr : &row->second;
+}
+
+bool ScoringSection::SharesNumbers() const {
+  std::map<int16_t, std::set<int16_t>> northSouth;  // by round
+  for (const auto& [table, played] : rounds) {
+    for (const auto& [round, row] : played) northSouth[round].insert(row.nsPair);
+  }
+  for (const auto& [table, played] : rounds) {
+    for (const auto& [round, row] : played) {
+      if (row.ewPair != 0 && northSouth[round].contains(row.ewPair)) return true;
+    }
+  }
+  return false;
 }
 
 void ReceivedBoards::Add(int16_t board, int change) {

@@ -30,6 +30,9 @@ struct ScoringSection {
   std::map<int16_t, std::map<int16_t, TableRound>> rounds;
 
   const TableRound* Find(int16_t table, int16_t round) const;
+  /// Whether north-south and east-west pairs have the same numbers: then NS 3 and EW 3 are two
+  /// pairs.
+  bool SharesNumbers() const;
 };
 
 /// The boards that one table has sent in one round.

@@ -242,6 +242,7 @@ void ControlWindow::cmdStart_Click() {
   step([&] { Calculate(Progress{}); });
   // The calculation for a required finish may have left no time for a round, or a whole day.
   if (RefuseRoundLength()) return;
+  step([&] { parts_.stage.SessionStarts(); });
   step([&] { parts_.stage.ShowDisplays(); });
   step([&] {
     parts_.clock.Start();

@@ -58,6 +58,8 @@ class SessionKeeper {
 class Stage {
  public:
   virtual ~Stage() = default;
+  /// The director starts a session; it will be shown and begin to count next.
+  virtual void SessionStarts() = 0;
   /// Shows the room display (and its twin when the session has one), hides the control window.
   virtual void ShowDisplays() = 0;
 };

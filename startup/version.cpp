@@ -4,8 +4,12 @@
 
 namespace corvanel {
 
-std::string VersionText() {
-  return fmt::format("{}.{}.{:02}", CORVANEL_MAJOR, CORVANEL_MINOR, CORVANEL_REVISION);
+std::string Version::Text() const {
+  return fmt::format("{}.{}.{:02}", major, minor, revision);
+}
+
+Version ThisVersion() {
+  return {CORVANEL_MAJOR, CORVANEL_MINOR, CORVANEL_REVISION};
 }
 
 }  // namespace corvanel

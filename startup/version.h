@@ -4,7 +4,19 @@
 
 namespace corvanel {
 
-/// The program's version as it is shown: major, minor, and the revision with two digits, "1.4.02".
-std::string VersionText();
+/// A release of the program.
+struct Version {
+  int major = 0;
+  int minor = 0;
+  int revision = 0;
+
+  /// For comparing: 1.4.02 is 10402.
+  int Number() const { return major * 10000 + minor * 100 + revision; }
+  /// "1.4.02".
+  std::string Text() const;
+};
+
+/// The version of this build.
+Version ThisVersion();
 
 }  // namespace corvanel

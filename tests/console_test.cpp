@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdio>
+#include <nlohmann/json.hpp>
 #include <random>
 #include <sstream>
 #include <string>
@@ -145,6 +146,48 @@ TEST(ConsoleTest, AHundredSessionsOfOddShapeRunAsTheRulesSay) {
     }
     ASSERT_EQ(phases, ExpectedPhases(session.settings, static_cast<int>(round), start))
         << arguments;
+  }
+}
+
+std::string Fixture(const char* name) {
+  return " \"" CORVANEL_FIXTURES "/" + std::string(name) + ".bws\" ";
+}
+
+TEST(ConsoleTest, ShowsWhatAScoringFileSays) {
+  const Output lines = Console("scoring" + Fixture("live/04-1948"));
+  EXPECT_EQ(lines.code, 0);
+  EXPECT_NE(lines.text.find("skip\t4\narrow\t6\nresults\t24\nround\t1\n"), std::string::npos)
+      << lines.text;
+  EXPECT_NE(lines.text.find("progress\tTables 5 7 still playing\n"), std::string::npos);
+  const auto json = nlohmann::json::parse(Console("scoring --json" + Fixture("two-sections")).text);
+  EXPECT_EQ(json["format"], "Jet4");
+  EXPECT_EQ(json["totalTables"], 11);
+  EXPECT_EQ(json["received"], 70);
+  EXPECT_EQ(json["sections"][0]["missingPair"], 10);
+  const auto second =
+      nlohmann::json::parse(Console("scoring --json --round 2" + Fixture("two-sections")).text);
+  EXPECT_EQ(second["progress"]["notPlaying"], nlohmann::json({"A1"}));
+  EXPECT_EQ(second["progress"]["finished"].size(), 10U);
+  EXPECT_EQ(Console("scoring" + Fixture("no-section-table")).code, 2);
+}
+
+TEST(ConsoleTest, ReplaysAnEvening) {
+  const Output friday = Console("run --speed max --start 19:30 --replay" + Fixture("friday") +
+                                kEmpty + "--set MinPerRound=20 --set optBreak=False");
+  EXPECT_EQ(friday.code, 0);
+  for (const char* line :
+       {"19:30:00\tround\tTime remaining for Round 1 of 7\n", "\tmove\tSKIP - MOVE FOR ROUND 5\n",
+        "\tmove\tARROW - MOVE FOR THE FINAL ROUND\n", "\tpause\t", "\tresume\t",
+        "\tsound\tShipBell.wav\n", "\tprogress\t8 tables playing\n",
+        "\tend\tEnd of the session\n"}) {
+    EXPECT_NE(friday.text.find(line), std::string::npos) << line;
+  }
+}
+
+TEST(ConsoleTest, AReplayEndsThoughTheFileStopsInAnEvening) {
+  for (const char* name : {"two-sections", "sit-outs", "names-on-units", "empty-session"}) {
+    const Output run = Console("run --speed max --start 19:30 --replay" + Fixture(name) + kEmpty);
+    EXPECT_NE(run.text.find("\tend\tEnd of the session\n"), std::string::npos) << name;
   }
 }
 

@@ -67,6 +67,16 @@ TEST_F(PlayTimeTest, TheBreakIsNoPlayTime) {
   EXPECT_NEAR(Minutes(3, 3), 15, 2.1);
 }
 
+TEST_F(PlayTimeTest, ARoundSatOutIsNoPlayTime) {
+  std::erase_if(evening.received,
+                [](const ResultRow& row) { return row.Table == 1 && row.round == 2; });
+  for (RoundRow& row : evening.rounds) {
+    if (row.Table == 1 && row.round == 2) row = {1, 1, 2, 0, 0, 0, 0, ""};
+  }
+  EXPECT_NEAR(Minutes(1, 3), 13, 2.1);
+  EXPECT_LT(Times().byPair[0].PerBoard(), 8);
+}
+
 TEST_F(PlayTimeTest, WrongClocksLateAndRepeatedResultsChangeLittle) {
   const SectionTimes before = Times();
   for (ResultRow& row : evening.received) {

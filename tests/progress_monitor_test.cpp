@@ -229,5 +229,30 @@ TEST_F(EveningTest, WarningsOfRoundsAreOmittedWhileAFileIsOpen) {
   EXPECT_THAT(bench.clocks.played, ElementsAre("warning1", "warning1", "warning0"));
 }
 
+TEST_F(EveningTest, AnOldFileOpenedInASessionEndsNothing) {
+  AllSend(1, 3);
+  const ScoringPicture lastWeek = evening;
+  bench.link.mnuCloseFile_Click();
+  bench.clocks.clock.Restart();
+  bench.clocks.Pass(300);
+  bench.Open(lastWeek);
+  bench.PassWithPolls(60);
+  EXPECT_EQ(State().phase, Phase::Round);
+}
+
+TEST_F(EveningTest, OnASlowShareTheNextPollIsTheSecondLook) {
+  AllSend(1, 2);
+  bench.PassWithPolls(60);
+  AllSend(1, 1);
+  const auto finished = std::make_shared<ScoringPicture>(evening);
+  bench.database.unreadable = true;
+  bench.database.next = {finished};
+  bench.monitor.TimerBWS_Timer();
+  EXPECT_EQ(State().phase, Phase::Round);
+  bench.database.next = {finished};
+  bench.monitor.TimerBWS_Timer();
+  EXPECT_EQ(State().phase, Phase::Move);
+}
+
 }  // namespace
 }  // namespace corvanel

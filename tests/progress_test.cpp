@@ -201,6 +201,16 @@ TEST(MovementTest, SkipsAndSwitchesComeFromTheMovement) {
   EXPECT_EQ(MarksOf(Model(lastTwo)), (MovementMarks{"", "7,8"}));
   EXPECT_EQ(MarksOf(Model(howell)), (MovementMarks{"", ""}));
   EXPECT_EQ(MarksOf(Model(twoWinners)), (MovementMarks{"", ""}));
+  ScoringPicture twoWinnersSkip = skip;
+  for (RoundRow& row : twoWinnersSkip.rounds) row.EWpair = static_cast<int16_t>(row.EWpair - 8);
+  EXPECT_EQ(MarksOf(Model(twoWinnersSkip)), (MovementMarks{"4", ""}));
+  ScoringPicture rover = skip;  // an extra table, and table numbers with a gap
+  for (RoundRow& row : rover.rounds)
+    row.Table = static_cast<int16_t>(row.Table + (row.Table > 4 ? 6 : 0));
+  for (int16_t round = 1; round <= 7; ++round)
+    rover.rounds.push_back({1, 20, round, 17, 0, 0, 0, ""});
+  rover.sections.push_back({2, "B", 4, 0, 0});  // without a movement yet
+  EXPECT_EQ(MarksOf(Model(rover)), (MovementMarks{"4", ""}));
 }
 
 TEST(MovementTest, OnlyWhatAllSelectedSectionsDoIsListed) {

@@ -119,7 +119,8 @@ TEST_F(ScoringLinkTest, SectionsAreChosenOnceAndCompared) {
   EXPECT_EQ(session.settings.MinPerRound, minutes);
   EXPECT_EQ(session.settings.BreakAfterRound, 3);  // by the last one that has boards
   bench.sectionAnswers = {false, true, false};
-  bench.Open(picture);
+  bench.link.BWSOpenFile(ScoringBench::kFile);  // the same file, other sections
+  EXPECT_EQ(bench.link.Model().SelectedSections(), 1);
   std::swap(picture.sections[0], picture.sections[1]);  // the choice is by ID, not by place
   bench.Write(picture);
   EXPECT_TRUE(bench.link.BWSReadFile());
@@ -137,6 +138,16 @@ TEST_F(ScoringLinkTest, WhatIsNoScoringFileIsToldAndNotTaken) {
   EXPECT_FALSE(bench.link.BWSReadFile());  // a poll that fails is quiet
   EXPECT_EQ(Prompts().texts.size(), messages);
   EXPECT_EQ(bench.link.Model().TotalTables(), 8);
+}
+
+TEST_F(ScoringLinkTest, AFileThatComesLaterIsWaitedFor) {
+  bench.database.failure = {ScoringDatabase::kNoAnswer, "The file does not answer"};
+  bench.database.Put("/x.bws", Mitchell(4, 3, 2));
+  bench.database.failures = 3;
+  EXPECT_TRUE(bench.link.BWSOpenFile("/x.bws"));
+  bench.database.failures = 100;
+  EXPECT_FALSE(bench.link.BWSOpenFile("/x.bws"));
+  EXPECT_EQ(Prompts().texts.back(), "Error reading file /x.bws");
 }
 
 TEST_F(ScoringLinkTest, ASessionUnderWayKeepsItsShape) {
@@ -170,7 +181,7 @@ TEST_F(ScoringLinkTest, TheLogTellsWhatWasSeen) {
                           "19:40:00 Total number of tables 8", "19:40:00 Max boards per set 3",
                           "19:40:00 Received data - 2"));
   bench.log.clear();
-  bench.clocks.clock.Start();
+  bench.monitor.SessionStarts();
   EXPECT_THAT(bench.log, ElementsAre("19:40:00 GetUserInputs - Max boards per set 3"));
 }
 

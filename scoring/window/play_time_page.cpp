@@ -175,7 +175,7 @@ void PlayTimePage::PaintPairs(QPainter& painter, const SectionTimes& section,
   const size_t count = std::min(kPairs, section.byPair.size());
   const double row = std::min((place.height() - 46) / static_cast<double>(kPairs), 40.0);
   const double label = 56;
-  const double longest = std::max(section.byPair.front().PerBoard(), 0.1);
+  const double longest = count == 0 ? 1 : std::max(section.byPair.front().PerBoard(), 0.1);
   for (size_t i = 0; i < count; ++i) {
     const PlayerTimes& pair = section.byPair[i];
     const double y = place.y() + 46 + row * static_cast<double>(i) - 22;

@@ -25,6 +25,7 @@ class FakeControlWindow : public ControlWindowView, public Stage, public Program
     lines = shown.size();
     ++calculations;
   }
+  void SessionStarts() override { done += "session "; }
   void ShowDisplays() override { displaysShown = true; }
   void SaveDisplayGeometry() override { done += "geometry "; }
   void ShutDownComputer() override { done += "shutdown "; }

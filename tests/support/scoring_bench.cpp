@@ -40,7 +40,7 @@ Result<PicturePointer> FakeDatabase::Read(const std::string& path) {
     return picture;
   }
   const auto file = files_.find(path);
-  if (unreadable || file == files_.end()) return Error{3343, "Unrecognized database format"};
+  if (unreadable || file == files_.end() || failures-- > 0) return failure;
   return file->second;
 }
 

@@ -31,6 +31,8 @@ class FakeDatabase : public ScoringDatabase, public ScoringFolders {
   /// The pictures of the next reads of any file, before what the files hold.
   std::deque<PicturePointer> next;
   bool unreadable = false;
+  int failures = 0;  // of the next reads
+  Error failure{3343, "Unrecognized database format"};
   int reads = 0;
 
  private:
@@ -79,7 +81,7 @@ class ScoringBench : public LogStorage,
   ScoringLink link{{session, base.table, database, database, *this, *this, base.control,
                     clocks.clock, base.prompts, clocks.errors, clocks.time, activity, "1.2.03"}};
   ProgressMonitor monitor{
-      {session, link, clocks.clock, *this, clocks, clocks.time, activity, clocks.errors}};
+      {session, link, clocks.clock, *this, clocks, clocks, clocks.time, activity, clocks.errors}};
 };
 
 }  // namespace corvanel

@@ -22,6 +22,7 @@ namespace {
 
 class Desk : public Stage, public ProgramEnding {
  public:
+  void SessionStarts() override {}
   void ShowDisplays() override { done += "displays "; }
   void SaveDisplayGeometry() override { done += "geometry "; }
   void ShutDownComputer() override { done += "shutdown "; }

@@ -1,0 +1,175 @@
+#include "startup/update_check.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <string_view>
+
+#include "basics/numbers.h"
+
+namespace corvanel {
+namespace {
+
+constexpr const char* kVersionFile = "timerversion.txt";
+constexpr const char* kInstaller = "corvanelsetup.exe";
+constexpr const char* kChecksum = "corvanelsetup.exe.sha256";
+constexpr const char* kNoAccess = "- can't access Corvanel website at present";
+constexpr double kHighestPart = 99;  // of a version number, which are compared by hundreds
+constexpr size_t kSha256Length = 64;
+
+/// Takes the next line off the text, without its end.
+std::string_view TakeLine(std::string_view& text) {
+  const size_t end = std::min(text.find('\n'), text.size());
+  std::string_view line = text.substr(0, end);
+  text.remove_prefix(std::min(end + 1, text.size()));
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  return line;
+}
+
+/// The whole text as a part of a version.
+std::optional<int> VersionPart(std::string_view text) {
+  text = Trimmed(text);
+  const bool digits = !text.empty() && text.find_first_not_of("0123456789") == text.npos;
+  if (!digits || Val(text) > kHighestPart * 100) return std::nullopt;
+  return static_cast<int>(Val(text));
+}
+
+double Seconds(std::chrono::steady_clock::duration time) {
+  return std::chrono::duration<double>(time).count();
+}
+
+}  // namespace
+
+std::optional<Release> ParseVersionFile(const std::string& bytes) {
+  std::string_view rest = bytes;
+  std::string_view first = TakeLine(rest);
+  Release release;
+  for (int* part : {&release.version.major, &release.version.minor, &release.version.revision}) {
+    const size_t comma = std::min(first.find(','), first.size());
+    const auto number = VersionPart(first.substr(0, comma));
+    if (!number) return std::nullopt;
+    *part = *number;
+    first.remove_prefix(std::min(comma + 1, first.size()));
+  }
+  while (!rest.empty()) {
+    if (!release.notes.empty()) release.notes += "\r\n";
+    release.notes += TakeLine(rest);
+  }
+  return release;
+}
+
+std::string SizeText(double bytes) {
+  const double kilobytes = bytes / 1024;
+  if (kilobytes < 1024) return fmt::format("{:.0f} kb", kilobytes);
+  return fmt::format("{:.1f} mb", kilobytes / 1024);
+}
+
+bool UpdateCheck::Run() {
+  const auto release = NewerRelease();
+  if (!release) return false;
+  const Version& version = release->version;
+  const std::string available = fmt::format("Version {}.{}.{} is available for download",
+                                            version.major, version.minor, version.revision);
+  parts_.splash.Log(available);
+  std::string question = available;
+  if (!release->notes.empty()) question += "\r\n" + release->notes;
+  question += "\r\n\r\nDo you want to download and install the update?";
+  return parts_.prompts.AskYesNo(question) == Answer::Yes && FetchAndStart();
+}
+
+/// What the server has, when it is newer than this program; else the log says why not.
+std::optional<Release> UpdateCheck::NewerRelease() {
+  SplashView& splash = parts_.splash;
+  splash.Log("Checking internet");
+  if (!parts_.server.Connected()) {
+    splash.Log("- not connected");
+    return std::nullopt;
+  }
+  splash.Log("- connected");
+  splash.Log("- contacting Corvanel website");
+  if (parts_.server.DateOf(kVersionFile).empty()) {
+    splash.Log(kNoAccess);
+    return std::nullopt;
+  }
+  const auto file = parts_.server.Fetch(kVersionFile);
+  const auto release = file ? ParseVersionFile(file.Value()) : std::nullopt;
+  if (!release) {
+    if (!file) splash.Log(fmt::format("{}{:X}", kNoAccess, file.Failure().number));
+    splash.Log("Update information could not be found");
+    return std::nullopt;
+  }
+  splash.Log("Checking for updates");
+  if (release->version.Number() > parts_.version.Number()) return release;
+  splash.Log("Your version of Corvanel is up-to-date");
+  return std::nullopt;
+}
+
+bool UpdateCheck::FetchAndStart() {
+  parts_.splash.ShowDownload(true);
+  Result<bool> done = Error{0, "Connection to the internet has been lost"};
+  if (const auto download = parts_.server.Begin(kInstaller)) done = Receive(*download);
+  if (done) done = Verify();
+  parts_.splash.ShowDownload(false);
+  if (!done) {
+    parts_.installer.Remove();
+    parts_.prompts.Message(done.Failure().description);
+    parts_.splash.Log("Download failed");
+    return false;
+  }
+  if (!parts_.installer.CanStart()) {
+    parts_.prompts.Message("The installer was downloaded to\r\n" + parts_.installer.Path() +
+                           "\r\nIt is made for another system than this one");
+    parts_.installer.ShowFolder();
+    return false;
+  }
+  parts_.prompts.Message("Corvanel will now close whilst the update is installed");
+  parts_.installer.Start();
+  return true;
+}
+
+Result<bool> UpdateCheck::Receive(Download& download) {
+  const auto failed = [](const std::string& details) {
+    return Error{0, "Error trying to download - " + details};
+  };
+  InstallerFile& file = parts_.installer;
+  if (!file.Create()) return failed("the file could not be created");
+  const auto total = static_cast<double>(download.Total());
+  const auto start = std::chrono::steady_clock::now();
+  double received = 0;
+  for (;;) {
+    if (parts_.splash.StopWanted()) return Error{0, "Download was stopped"};
+    const auto chunk = download.Next();
+    // Nothing before the promised length is a lost connection too.
+    if (!chunk || (chunk.Value().empty() && received < total)) {
+      return Error{0, "Connection to the internet has been lost"};
+    }
+    if (chunk.Value().empty()) break;
+    if (!file.Write(chunk.Value())) return failed("the disk is full");
+    received += static_cast<double>(chunk.Value().size());
+    if (total >= 0 && received > total) return failed("more came than was promised");
+    const double perByte = Seconds(std::chrono::steady_clock::now() - start) / received;
+    const double remaining = std::max(total - received, 0.0) * perByte;
+    parts_.splash.ShowDownloadProgress(
+        SizeText(received) + " of " + SizeText(std::max(total, received)),
+        fmt::format(" - {:.0f} secs remaining", remaining),
+        total > 0 ? static_cast<int>(std::lround(100 * received / total)) : 0);
+  }
+  if (total < 0) return failed("the server did not say how long the file is");
+  if (!file.Close()) return failed("the disk is full");
+  return true;
+}
+
+/// Against the server's checksum, where it offers one.
+Result<bool> UpdateCheck::Verify() {
+  if (parts_.server.DateOf(kChecksum).empty()) return true;
+  const auto text = parts_.server.Fetch(kChecksum);
+  std::string wanted = text ? text.Value().substr(0, kSha256Length) : std::string();
+  std::transform(wanted.begin(), wanted.end(), wanted.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  if (wanted == parts_.installer.Sha256()) return true;
+  return Error{0, "Error trying to download - the file is not what the server has"};
+}
+
+}  // namespace corvanel

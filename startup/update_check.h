@@ -1,0 +1,111 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "basics/result.h"
+#include "session/prompts.h"
+#include "startup/version.h"
+
+namespace corvanel {
+
+/// What the update server says of its release.
+struct Release {
+  Version version;
+  std::string notes;  // lines joined by carriage return and line feed
+};
+
+/// Reads the version file: three numbers separated by commas, and the notes. Nothing when its
+/// first line does not say a version.
+std::optional<Release> ParseVersionFile(const std::string& bytes);
+
+/// A number of bytes as people read it: "900 kb", "1.5 mb".
+std::string SizeText(double bytes);
+
+/// A download under way.
+class Download {
+ public:
+  virtual ~Download() = default;
+  /// The length that the server has promised; negative when it did not say.
+  virtual int64_t Total() const = 0;
+  /// Waits for the next bytes, at most 20480. Empty when there are no more; an error when the
+  /// connection is lost.
+  virtual Result<std::string> Next() = 0;
+};
+
+/// The way to the update server. Everything waits a few seconds at most, while windows stay alive.
+class UpdateServer {
+ public:
+  virtual ~UpdateServer() = default;
+  virtual bool Connected() = 0;
+  /// The date of a file of the server, "20 Nov 2026 10:00:00"; empty when it does not answer.
+  virtual std::string DateOf(const std::string& name) = 0;
+  /// A small file of the server. The error's number is the result code.
+  virtual Result<std::string> Fetch(const std::string& name) = 0;
+  /// Null when the server does not give the file.
+  virtual std::unique_ptr<Download> Begin(const std::string& name) = 0;
+};
+
+/// The installer's file on this computer, under a fresh name that nobody else can write.
+class InstallerFile {
+ public:
+  virtual ~InstallerFile() = default;
+  /// False when it cannot be created.
+  virtual bool Create() = 0;
+  virtual bool Write(const std::string& bytes) = 0;
+  /// Finishes writing. False when not everything reached the disk.
+  virtual bool Close() = 0;
+  /// Of what was written, in lower-case hexadecimal digits.
+  virtual std::string Sha256() const = 0;
+  virtual std::string Path() const = 0;
+  /// Takes a partial or wrong file away.
+  virtual void Remove() = 0;
+  /// Whether this system runs the installer at all.
+  virtual bool CanStart() const = 0;
+  virtual void Start() = 0;
+  /// Shows the file in its folder.
+  virtual void ShowFolder() = 0;
+};
+
+/// The splash as start-up sees it.
+class SplashView {
+ public:
+  virtual ~SplashView() = default;
+  /// Appends a line to the log, selects it and shows it at once.
+  virtual void Log(const std::string& line) = 0;
+  virtual void ShowDownload(bool shown) = 0;
+  /// "1.5 mb of 20.0 mb", " - 12 secs remaining", 0 to 100.
+  virtual void ShowDownloadProgress(const std::string& sizes, const std::string& remaining,
+                                    int percent) = 0;
+  /// The stop button was pressed, or the splash closed.
+  virtual bool StopWanted() const = 0;
+};
+
+/// Looks for a newer release, and fetches and starts its installer when the director wants it.
+class UpdateCheck {
+ public:
+  struct Parts {
+    SplashView& splash;
+    UpdateServer& server;
+    InstallerFile& installer;
+    Prompts& prompts;
+    Version version;  // of this program
+  };
+  explicit UpdateCheck(const Parts& parts) : parts_(parts) {}
+
+  /// True when the installer was started and the program has to end. Every failure is a line of
+  /// the log or a message, and start-up goes on.
+  bool Run();
+
+ private:
+  std::optional<Release> NewerRelease();
+  bool FetchAndStart();
+  Result<bool> Receive(Download& download);
+  Result<bool> Verify();
+
+  Parts parts_;
+};
+
+}  // namespace corvanel
