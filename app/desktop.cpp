@@ -10,10 +10,14 @@
 #include "display/window/frm_help.h"
 #include "display/window/text_row.h"
 #include "platform/folders.h"
+#include "platform/qt_installer_file.h"
+#include "platform/qt_update_server.h"
 #include "platform/shut_down.h"
+#include "platform/standard_settings_file.h"
 #include "settings/sound_options.h"
 #include "settings/window/frm_options.h"
 #include "settings/window/frm_sound.h"
+#include "startup/start_up.h"
 #include "startup/version.h"
 
 namespace corvanel {
@@ -83,11 +87,42 @@ Desktop::Desktop(const std::filesystem::path& store)
           [this](const std::string& name) { favourites_.cmdFavSave_Click(name); });
   connect(&frmMain_, &FrmMain::FavouriteDeleteWanted, this,
           [this](const std::string& name) { favourites_.cmdFavDelete_Click(name); });
+}
+
+bool Desktop::Load() {
+  StandardSettingsFile waiting(session_.ProgramFolder);
+  if (!ImportStandardSettings(waiting, store_, prompts_, errors_)) return false;
   HandlerSteps step(errors_, "frmMain");
   step([&] { settings_.GetDefaults(time_.TimeOfDay()); });
   step([&] { favourites_.Fill(); });
   step([&] { control_.Display(); });
   step([&] { ApplyOptions(); });
+  return true;
+}
+
+void Desktop::StartUp() {
+  splash_ = std::make_unique<DlgSplash>(QString::fromStdString(ThisVersion().Text()));
+  QtUpdateServer server(UpdateUrl());
+  QtInstallerFile installer;
+  UpdateCheck update({*splash_, server, installer, prompts_, ThisVersion()});
+  corvanel::StartUp start({store_, *splash_, update, prompts_, errors_, ThisVersion()});
+  connect(splash_.get(), &DlgSplash::AutoLaunchTicked, this,
+          [this](bool ticked) { corvanel::SaveAutoLaunch(store_, errors_, ticked); });
+  splash_->SetAutoLaunch(start.AutoLaunch());
+  splash_->show();
+  const auto end = start.Run();
+  if (end == corvanel::StartUp::End::EndProgram) {
+    EndProgram();
+    return;
+  }
+  // A splash that was closed meanwhile does not wait either.
+  if (end == corvanel::StartUp::End::OpenAtOnce || !splash_->isVisible()) {
+    splash_->hide();
+    OpenControlWindow();
+    return;
+  }
+  splash_->ShowLaunch();
+  connect(splash_.get(), &QDialog::finished, this, &Desktop::OpenControlWindow);
 }
 
 void Desktop::ConnectDisplays() {
@@ -119,7 +154,11 @@ void Desktop::ConnectDisplays() {
   connect(qApp, &QGuiApplication::screenRemoved, this, later);
 }
 
-void Desktop::Open() {
+void Desktop::OpenControlWindow() {
+  if (!Load()) {
+    EndProgram();
+    return;
+  }
   frmMain_.show();
   if (!store_.Damage().empty()) {
     prompts_.Message(store_.Damage() +
@@ -312,7 +351,8 @@ void Desktop::ShutDownComputer() {
 }
 
 void Desktop::EndProgram() {
-  QApplication::exit(0);
+  // Also before the event loop has begun.
+  QTimer::singleShot(0, qApp, [] { QApplication::exit(0); });
 }
 
 }  // namespace corvanel

@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QTimer>
 #include <filesystem>
+#include <memory>
 #include <optional>
 
 #include "app/scoring_desk.h"
@@ -25,6 +26,7 @@
 #include "settings/favourites.h"
 #include "settings/settings_table.h"
 #include "startup/mod_error.h"
+#include "startup/window/dlg_splash.h"
 
 namespace corvanel {
 
@@ -39,11 +41,14 @@ class Desktop : public QObject,
   Q_OBJECT
 
  public:
-  /// Builds the program on a settings file and loads the settings; shows nothing yet.
+  /// Builds the program on a settings file; loads and shows nothing yet.
   explicit Desktop(const std::filesystem::path& store);
 
-  /// Shows the control window, and tells about a damaged settings file.
-  void Open();
+  /// The start of the program: the splash and what is done behind it, then the control window.
+  void StartUp();
+  /// Imports standard settings that are waiting, and loads the settings. False when the program
+  /// has to end.
+  bool Load();
 
   /// What the Start button does.
   void StartSession() { control_.cmdStart_Click(); }
@@ -79,6 +84,7 @@ class Desktop : public QObject,
 
  private:
   void ConnectDisplays();
+  void OpenControlWindow();
   void ArmTimeOfDay();
   void ShowDisplayOptions();
   void ShowGeneralOptions();
@@ -116,6 +122,7 @@ class Desktop : public QObject,
   Placed placedFor_ = Placed::Nothing;  // what the displays were last placed for, in this run
   std::optional<bool> roomFullScreen_;  // as it was before a screen went
   QTimer timerCurrentTime_;
+  std::unique_ptr<DlgSplash> splash_;
 };
 
 }  // namespace corvanel

@@ -43,12 +43,14 @@ int main(int argc, char** argv) {
   if (parser.isSet(store)) file = parser.value(store).toStdString();
   corvanel::Desktop desktop(file);
   if (parser.isSet(demonstration)) {
+    if (!desktop.Load()) return 2;
     corvanel::Demonstration show(desktop, parser.value(demonstration));
     return QApplication::exec();
   }
   if (parser.isSet(gallery)) {
+    if (!desktop.Load()) return 2;
     return corvanel::RenderGallery(desktop, parser.value(gallery)) ? 0 : 2;
   }
-  desktop.Open();
+  desktop.StartUp();
   return QApplication::exec();
 }

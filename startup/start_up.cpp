@@ -12,7 +12,18 @@ constexpr const char* kWhatsNew =
     "Corvanel can now link to table-top unit (Bridgemate etc.) files\r\n\r\n"
     "Do you want to see this message next time Corvanel starts?";
 
+void Save(SettingsStore& store, ErrorTrap& errors, const char* key, const std::string& value) {
+  HandlerSteps(errors, kPlace)([&] {
+    store.SaveSetting(kSection, key, value);
+    store.Flush();
+  });
+}
+
 }  // namespace
+
+void SaveAutoLaunch(SettingsStore& store, ErrorTrap& errors, bool ticked) {
+  Save(store, errors, "AutoLaunch", ticked ? "True" : "False");
+}
 
 /// Read from the store itself: the session's options are loaded after start-up.
 bool StartUp::Flag(const char* key, bool fallback) const {
@@ -21,19 +32,8 @@ bool StartUp::Flag(const char* key, bool fallback) const {
   return SameName(*value, "True") || Val(*value) != 0;
 }
 
-void StartUp::Save(const char* key, const std::string& value) {
-  HandlerSteps(parts_.errors, kPlace)([&] {
-    parts_.store.SaveSetting(kSection, key, value);
-    parts_.store.Flush();
-  });
-}
-
 bool StartUp::AutoLaunch() const {
   return Flag("AutoLaunch", false);
-}
-
-void StartUp::chkAutoLaunch_Click(bool ticked) {
-  Save("AutoLaunch", ticked ? "True" : "False");
 }
 
 StartUp::End StartUp::Run() {
@@ -55,7 +55,7 @@ void StartUp::TellWhatsNew() {
   const auto shown = parts_.store.GetSetting(kSection, "ShowMessage");
   const bool due = Val(shown.value_or("0")) < version;
   if (!due || parts_.prompts.AskYesNo(kWhatsNew) == Answer::No) {
-    Save("ShowMessage", std::to_string(version));
+    Save(parts_.store, parts_.errors, "ShowMessage", std::to_string(version));
   }
   if (due) AskForUnit();
 }
@@ -65,7 +65,7 @@ void StartUp::AskForUnit() {
   if (!Flag("BMSuggest", false)) return;
   if (!parts_.store.GetSetting(kSection, "TableTopUnit").value_or("").empty()) return;
   parts_.prompts.Message("Set the type of tabletop unit in options");
-  Save("TableTopUnit", "Bridgemate");
+  Save(parts_.store, parts_.errors, "TableTopUnit", "Bridgemate");
 }
 
 }  // namespace corvanel

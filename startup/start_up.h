@@ -24,18 +24,19 @@ class StartUp {
 
   /// Whether the control window opens without waiting at the splash.
   bool AutoLaunch() const;
-  void chkAutoLaunch_Click(bool ticked);
   /// Looks for an update and tells once per version what is new, unless the director has switched
   /// that off. Says whether the splash waits for its button.
   End Run();
 
  private:
   bool Flag(const char* key, bool fallback) const;
-  void Save(const char* key, const std::string& value);
   void TellWhatsNew();
   void AskForUnit();
 
   Parts parts_;
 };
+
+/// The splash's box was ticked or cleared; it may outlive start-up.
+void SaveAutoLaunch(SettingsStore& store, ErrorTrap& errors, bool ticked);
 
 }  // namespace corvanel
