@@ -143,8 +143,8 @@ void Desktop::ConnectDisplays() {
   }
   connect(&frmMain_, &FrmMain::DisplayOptionsWanted, this, &Desktop::ShowDisplayOptions);
   connect(&frmMain_, &FrmMain::SoundOptionsWanted, this, &Desktop::ShowSoundOptions);
-  connect(&frmMain_, &FrmMain::SoundsFileWanted, this,
-          [this] { opener_.Open(session_.ProgramFolder + "/sounds.txt"); });
+  connect(&frmMain_, &FrmMain::SoundsFileWanted, this, [this] { OpenProgramFile("sounds.txt"); });
+  connect(&frmMain_, &FrmMain::ManualWanted, this, [this] { OpenProgramFile("Timer Manual.pdf"); });
   connect(&frmMain_, &FrmMain::GeneralOptionsWanted, this, &Desktop::ShowGeneralOptions);
   const auto later = [this] {
     // The window system is still moving windows about.
@@ -201,8 +201,14 @@ void Desktop::ShowControlWindow() {
   frmMain_.activateWindow();
 }
 
+void Desktop::OpenProgramFile(const char* name) {
+  HandlerSteps(errors_, "frmMain")([&] { opener_.Open(session_.ProgramFolder + '/' + name); });
+}
+
 void Desktop::ShowHelp() {
-  FrmHelp(QApplication::activeWindow()).exec();
+  FrmHelp help(QApplication::activeWindow());
+  connect(&help, &FrmHelp::SoundsWanted, this, [this] { OpenProgramFile("sounds.txt"); });
+  help.exec();
 }
 
 double Desktop::ScreenWidth() const {

@@ -86,6 +86,7 @@ class Desktop : public QObject,
   void ConnectDisplays();
   void OpenControlWindow();
   void ArmTimeOfDay();
+  void OpenProgramFile(const char* name);
   void ShowDisplayOptions();
   void ShowGeneralOptions();
   void ShowSoundOptions();

@@ -1,10 +1,11 @@
 #include "display/window/frm_help.h"
 
-#include <QDialogButtonBox>
-#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLabel>
-
-#include "display/shortcuts.h"
+#include <QPushButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
 
 namespace corvanel {
 namespace {
@@ -13,12 +14,18 @@ QString Text(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-QLabel* Heading(const QString& text) {
-  auto* label = new QLabel(text);
-  QFont font = label->font();
-  font.setBold(true);
-  label->setFont(font);
+QLabel* Labelled(QLabel* label, const char* name) {
+  label->setObjectName(name);
+  label->setWordWrap(true);
   return label;
+}
+
+/// As high as its lines, so that nothing has to be scrolled.
+void FitHeight(QTreeWidget& list) {
+  const int lines = list.topLevelItemCount();
+  const int line = list.sizeHintForRow(0);
+  list.setFixedHeight(list.header()->sizeHint().height() + lines * line + 2 * list.frameWidth() +
+                      4);
 }
 
 }  // namespace
@@ -26,21 +33,57 @@ QLabel* Heading(const QString& text) {
 FrmHelp::FrmHelp(QWidget* parent) : QDialog(parent) {
   setObjectName("frmHelp");
   setWindowTitle(tr("Keyboard shortcuts"));
-  auto* grid = new QGridLayout(this);
-  grid->setContentsMargins(24, 20, 24, 16);
-  grid->setHorizontalSpacing(28);
-  grid->addWidget(Heading(tr("Key")), 0, 0);
-  grid->addWidget(Heading(tr("Action")), 0, 1);
-  int row = 1;
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(24, 20, 24, 16);
+  column->setSpacing(10);
+  column->addWidget(
+      Labelled(new QLabel(tr("While the clock is shown these keys act on it:")), "Label1"));
+  column->addWidget(Labelled(new QLabel(tr("<b>Room display</b>")), "lblScores"));
+  column->addWidget(AddList("lvwScores", false));
+  column->addWidget(Labelled(new QLabel(tr("<b>With a second monitor, on the director's screen also"
+                                           "</b>")),
+                             "lblMonitor"));
+  column->addWidget(AddList("lvwCont", true));
+  column->addWidget(Labelled(new QLabel(tr("Move the mouse over a display for buttons that do the "
+                                           "same.")),
+                             "Label2"));
+  column->addWidget(
+      Labelled(new QLabel(tr("In the control window Ctrl+Enter starts the clock.")), "Label3"));
+  auto* cmdSounds = new QPushButton(tr("&Sounds..."));
+  cmdSounds->setObjectName("cmdSounds");
+  auto* cmdOK = new QPushButton(tr("OK"));
+  cmdOK->setObjectName("cmdOK");
+  cmdOK->setDefault(true);
+  auto* row = new QHBoxLayout;
+  row->addWidget(cmdSounds);
+  row->addStretch();
+  row->addWidget(cmdOK);
+  column->addLayout(row);
+  connect(cmdSounds, &QPushButton::clicked, this, &FrmHelp::SoundsWanted);
+  connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);
+  cmdOK->setFocus();
+}
+
+QTreeWidget* FrmHelp::AddList(const char* name, bool ofTwin) {
+  auto* list = new QTreeWidget;
+  list->setObjectName(name);
+  list->setHeaderLabels({tr("Key"), tr("Action")});
+  list->setRootIsDecorated(false);
+  list->setFocusPolicy(Qt::NoFocus);
+  list->setSelectionMode(QAbstractItemView::NoSelection);
   for (const Shortcut& shortcut : kShortcuts) {
-    if (shortcut.listed.empty()) continue;
-    grid->addWidget(Heading(Text(shortcut.listed)), row, 0);
-    grid->addWidget(new QLabel(Text(shortcut.action)), row, 1);
-    ++row;
+    if (!shortcut.listed.empty() && shortcut.twinOnly == ofTwin) {
+      AddLine(*list, shortcut.listed, shortcut.action);
+    }
   }
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
-  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-  grid->addWidget(buttons, row, 0, 1, 2);
+  list->setColumnWidth(0, list->fontMetrics().horizontalAdvance("AAAAAAA"));
+  list->setMinimumWidth(420);
+  FitHeight(*list);
+  return list;
+}
+
+void FrmHelp::AddLine(QTreeWidget& list, std::string_view key, std::string_view action) {
+  list.addTopLevelItem(new QTreeWidgetItem({Text(key), Text(action)}));
 }
 
 }  // namespace corvanel

@@ -117,6 +117,7 @@ void FrmMain::SetLogic(ControlWindow& logic) {
   connect(ui_->mnuSettingsUndoImport, &QAction::triggered, this, &FrmMain::UndoImportWanted);
   connect(ui_->mnuOptionsGeneral, &QAction::triggered, this, &FrmMain::GeneralOptionsWanted);
   connect(ui_->mnuOptionsSounds, &QAction::triggered, this, &FrmMain::SoundOptionsWanted);
+  connect(ui_->mnuManual, &QAction::triggered, this, &FrmMain::ManualWanted);
   connect(ui_->mnuSound, &QAction::triggered, this, &FrmMain::SoundsFileWanted);
   connect(ui_->mnuOptionsDisplay, &QAction::triggered, this, &FrmMain::DisplayOptionsWanted);
   connect(ui_->mnuOptionsBridgemate, &QAction::triggered, this, &FrmMain::UnitOptionsWanted);

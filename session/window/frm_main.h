@@ -65,6 +65,7 @@ class FrmMain : public QMainWindow, public ControlWindowView, public FavouritesV
   void GeneralOptionsWanted();
   void SoundOptionsWanted();
   void SoundsFileWanted();
+  void ManualWanted();
   void UnitOptionsWanted();
   void OpenFileWanted();
   void CloseFileWanted();
