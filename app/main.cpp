@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QIcon>
 #include <cstdio>
 
 #include "app/demonstration.h"
@@ -11,6 +12,11 @@ int main(int argc, char** argv) {
   QApplication app(argc, argv);
   QApplication::setApplicationName("Corvanel");
   QApplication::setQuitOnLastWindowClosed(false);
+  QApplication::setDesktopFileName("corvanel");
+  QIcon icon;
+  for (const char* size : {"32", "64", "256"})
+    icon.addFile(QString(":/icons/corvanel-%1.png").arg(size));
+  QApplication::setWindowIcon(icon);
 
   QCommandLineParser parser;
   parser.setApplicationDescription(

@@ -6,7 +6,7 @@ namespace corvanel {
 namespace {
 
 constexpr int kWidestFile = 240;     // pixels
-constexpr int kBetweenTests = 1800;  // milliseconds, longer than any supplied sound
+constexpr int kBetweenTests = 4600;  // milliseconds, longer than any supplied sound
 
 }  // namespace
 

@@ -1,5 +1,6 @@
 #include "startup/window/dlg_splash.h"
 
+#include <QApplication>
 #include <QScreen>
 
 #include "ui_dlg_splash.h"
@@ -16,6 +17,7 @@ DlgSplash::DlgSplash(const QString& version)
       ui_(std::make_unique<Ui::DlgSplash>()) {
   ui_->setupUi(this);
   ui_->lblVer->setText(tr("Version %1").arg(version));
+  ui_->lblIcon->setPixmap(QApplication::windowIcon().pixmap(72));
   ui_->fraDownload->hide();
   ui_->cmdLaunch->hide();
   connect(ui_->cmdLaunch, &QPushButton::clicked, this, &QDialog::accept);
