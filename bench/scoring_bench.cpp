@@ -108,7 +108,8 @@ std::string WithResultsTimes(int64_t times) {
                                   [&](const auto& entry) { return entry.second == results; });
   const uint32_t pointer = Number(bytes, size_t{table->first} * kPage + kMapPointer, 4);
   const size_t mapPage = (pointer >> 8U) * kPage;
-  const size_t map = mapPage + (Number(bytes, mapPage + 14 + 2 * (pointer & 0xFFU), 2) & 0x1FFFU);
+  const size_t map =
+      mapPage + (Number(bytes, mapPage + 14 + size_t{2} * (pointer & 0xFFU), 2) & 0x1FFFU);
   // The map of this table names a page of its own, which has a bit for every page of the file.
   const size_t bits = Number(bytes, map + 1, 4) * kPage + 4;
   for (int64_t copy = 1; copy < times; ++copy) {

@@ -172,6 +172,7 @@ class SectionClock {
       }
     }
     std::vector<double> ends;
+    ends.reserve(order.size());
     for (const auto& [last, table] : order) ends.push_back(last);
     lastEnd_ = Median(ends);
     lastRound_ = round;
