@@ -14,6 +14,7 @@
 #include "platform/qt_update_server.h"
 #include "platform/shut_down.h"
 #include "platform/standard_settings_file.h"
+#include "session/window/dlg_welcome.h"
 #include "settings/sound_options.h"
 #include "settings/window/frm_options.h"
 #include "settings/window/frm_sound.h"
@@ -166,6 +167,18 @@ void Desktop::OpenControlWindow() {
                      "The damaged file will be kept beside the new one.");
   }
   scoring_.Suggest();
+  if (firstStart_) Welcome();
+}
+
+/// On a computer that has never seen the program; kept from coming again by what it stores.
+void Desktop::Welcome() {
+  HandlerSteps step(errors_, "frmMain");
+  step([&] { settings_.SaveSession(); });
+  DlgWelcome dialog(session_, &frmMain_);
+  if (dialog.exec() != QDialog::Accepted) return;
+  session_.settings = dialog.Settings();
+  step([&] { control_.Display(); });
+  control_.cmdStart_Click();
 }
 
 /// The time of day is shown to the minute, and changes with it. That the computer's clock was set

@@ -85,6 +85,7 @@ class Desktop : public QObject,
  private:
   void ConnectDisplays();
   void OpenControlWindow();
+  void Welcome();
   void ArmTimeOfDay();
   void OpenProgramFile(const char* name);
   void ShowDisplayOptions();
@@ -100,6 +101,7 @@ class Desktop : public QObject,
   SystemTime time_;
   Session session_;
   JsonStore store_;
+  const bool firstStart_ = store_.GetAllSettings("Timer").empty() && store_.Damage().empty();
   QtTickTimer ticks_;
   QtPrompts prompts_;
   ErrorReport errors_;

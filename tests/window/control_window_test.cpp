@@ -10,9 +10,11 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QSpinBox>
 #include <QTest>
 #include <map>
 
+#include "session/window/dlg_welcome.h"
 #include "session/window/frm_main.h"
 #include "settings/settings_table.h"
 #include "tests/support/fakes.h"
@@ -224,6 +226,24 @@ TEST_F(FrmMainTest, TheFavouritesControlsNameTheirFavourite) {
   QTest::keyClick(name, Qt::Key_Return);
   EXPECT_EQ(wanted, (std::vector<std::string>{"choose Teams \"A\", long", "save Teams \"A\", long",
                                               "choose &Élite", "delete &Élite", "new Monday"}));
+}
+
+TEST(DlgWelcomeTest, TwoNumbersMakeASession) {
+  Session session;
+  session.startTime = ClockTime::At(19, 30);
+  DlgWelcome dialog(session, nullptr);
+  auto* rounds = dialog.findChild<QSpinBox*>("spnRounds");
+  auto* finish = dialog.findChild<QLabel*>("lblFinish");
+  EXPECT_EQ(finish->text(), "Begun at 19:30 the session would end at 22:56.");
+  rounds->setValue(3);
+  dialog.findChild<QSpinBox*>("spnMinutes")->setValue(20);
+  EXPECT_EQ(finish->text(), "Begun at 19:30 the session would end at 20:32.");
+  EXPECT_EQ(dialog.Settings().nRounds, 3);
+  EXPECT_EQ(dialog.Settings().MinPerRound, 20);
+  EXPECT_FALSE(dialog.Settings().optBreak);
+  rounds->setValue(9);
+  EXPECT_EQ(dialog.Settings().BreakAfterRound, 4);
+  EXPECT_TRUE(dialog.Settings().optBreak);
 }
 
 }  // namespace

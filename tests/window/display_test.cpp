@@ -6,6 +6,7 @@
 #include <QScrollBar>
 #include <QTest>
 #include <QToolButton>
+#include <QTreeWidget>
 
 #include "display/window/countdown_panel.h"
 #include "display/window/dialog_placer.h"
@@ -248,6 +249,26 @@ TEST_F(FrmDisplayTest, NothingIsClippedAtAnySizeInAnyState) {
     }
   }
   EXPECT_EQ(clock.State().phase, Phase::Ended);
+}
+
+TEST(FrmHelpTest, ListsTheKeysOfBothDisplays) {
+  FrmHelp help(nullptr);
+  const auto lines = [&](const char* name) {
+    auto* list = help.findChild<QTreeWidget*>(name);
+    QStringList texts;
+    for (int i = 0; list != nullptr && i < list->topLevelItemCount(); ++i) {
+      texts << list->topLevelItem(i)->text(0) + ' ' + list->topLevelItem(i)->text(1);
+    }
+    return texts;
+  };
+  EXPECT_EQ(lines("lvwScores").size(), 8);
+  EXPECT_EQ(lines("lvwScores").first(), "f toggle between full screen and normal window");
+  EXPECT_EQ(lines("lvwCont"), (QStringList{"h hide/unhide the monitor display",
+                                           "m maximise/restore monitor display"}));
+  int sounds = 0;
+  QObject::connect(&help, &FrmHelp::SoundsWanted, [&] { ++sounds; });
+  help.findChild<QPushButton*>("cmdSounds")->click();
+  EXPECT_EQ(sounds, 1);
 }
 
 ProgressFace Tables(size_t count, size_t sections) {
