@@ -224,6 +224,16 @@ void Desktop::ShowHelp() {
   help.exec();
 }
 
+void Desktop::ComeToFront() {
+  QWidget* front = &frmMain_;
+  if (splash_ && splash_->isVisible()) front = splash_.get();
+  if (frmDisplay_.isVisible() && !frmMain_.isVisible()) front = &frmDisplay_;
+  if (frmDisplay2_.isVisible() && !frmMain_.isVisible()) front = &frmDisplay2_;
+  front->show();
+  front->raise();
+  front->activateWindow();
+}
+
 double Desktop::ScreenWidth() const {
   return QGuiApplication::primaryScreen()->geometry().width() * kTwipsPerPixel;
 }

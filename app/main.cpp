@@ -1,11 +1,15 @@
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDir>
+#include <QFileInfo>
 #include <QIcon>
+#include <QMessageBox>
 #include <cstdio>
 
 #include "app/demonstration.h"
 #include "app/desktop.h"
 #include "app/gallery.h"
+#include "app/single_instance.h"
 #include "platform/folders.h"
 
 int main(int argc, char** argv) {
@@ -57,6 +61,21 @@ int main(int argc, char** argv) {
     if (!desktop.Load()) return 2;
     return corvanel::RenderGallery(desktop, parser.value(gallery)) ? 0 : 2;
   }
+  QDir().mkpath(QFileInfo(QString::fromStdString(file.string())).path());
+  corvanel::SingleInstance instance(QString::fromStdString(file.string()));
+  switch (instance.Take()) {
+    case corvanel::SingleInstance::Place::First:
+      break;
+    case corvanel::SingleInstance::Place::Second:
+      return 0;
+    case corvanel::SingleInstance::Place::OtherComputer:
+      QMessageBox::warning(nullptr, "Corvanel",
+                           QApplication::tr("These settings are in use by another Corvanel:\n%1")
+                               .arg(QString::fromStdString(file.string())));
+      return 2;
+  }
+  QObject::connect(&instance, &corvanel::SingleInstance::StartedAgain, &desktop,
+                   &corvanel::Desktop::ComeToFront);
   desktop.StartUp();
   return QApplication::exec();
 }

@@ -17,6 +17,7 @@ constexpr const char* kInstaller = "corvanelsetup.exe";
 constexpr const char* kChecksum = "corvanelsetup.exe.sha256";
 constexpr const char* kNoAccess = "- can't access Corvanel website at present";
 constexpr double kHighestPart = 99;  // of a version number, which are compared by hundreds
+constexpr int kStopped = 1;          // by the director
 constexpr size_t kSha256Length = 64;
 
 /// Takes the next line off the text, without its end.
@@ -113,7 +114,8 @@ bool UpdateCheck::FetchAndStart() {
   if (done) done = Verify();
   parts_.splash.ShowDownload(false);
   if (!done) {
-    parts_.installer.Remove();
+    // Meant so: a download that the director stopped stays as far as it came.
+    if (done.Failure().number != kStopped) parts_.installer.Remove();
     parts_.prompts.Message(done.Failure().description);
     parts_.splash.Log("Download failed");
     return false;
@@ -139,7 +141,7 @@ Result<bool> UpdateCheck::Receive(Download& download) {
   const auto start = std::chrono::steady_clock::now();
   double received = 0;
   for (;;) {
-    if (parts_.splash.StopWanted()) return Error{0, "Download was stopped"};
+    if (parts_.splash.StopWanted()) return Error{kStopped, "Download was stopped"};
     const auto chunk = download.Next();
     // Nothing before the promised length is a lost connection too.
     if (!chunk || (chunk.Value().empty() && received < total)) {

@@ -172,7 +172,7 @@ TEST_F(StartUpTest, OnlyAWholeInstallerIsStarted) {
     prompts.answers = {Answer::Yes};
     EXPECT_FALSE(update.Run()) << row.name;
     EXPECT_EQ(prompts.texts.back(), row.message) << row.name;
-    EXPECT_EQ(done, "hidden removed ") << row.name;
+    EXPECT_EQ(done, stop ? "hidden " : "hidden removed ") << row.name;
     EXPECT_EQ(log.back(), "Download failed");
   }
   files["corvanelsetup.exe.sha256"] = std::string(64, 'A') + "  corvanelsetup.exe\n";

@@ -279,7 +279,14 @@ void DisplayWindow::HideCommandBar() {
 }
 
 void DisplayWindow::keyPressEvent(QKeyEvent* event) {
-  commands_.Form_KeyDown(VirtualKey(*event), *this);
+  const int key = VirtualKey(*event);
+  // A key that is held down, or that something lies on, must not throw round after round away:
+  // only minutes are repeated.
+  const auto command = CommandOfKey(key, Kind());
+  const bool repeats =
+      command == DisplayCommand::AddMinute || command == DisplayCommand::SubtractMinute;
+  if (event->isAutoRepeat() && !repeats) return;
+  commands_.Form_KeyDown(key, *this);
 }
 
 }  // namespace corvanel

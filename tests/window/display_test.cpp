@@ -251,6 +251,22 @@ TEST_F(FrmDisplayTest, NothingIsClippedAtAnySizeInAnyState) {
   EXPECT_EQ(clock.State().phase, Phase::Ended);
 }
 
+TEST_F(FrmDisplayTest, AHeldKeyDoesItsCommandOnce) {
+  const auto hold = [&](Qt::Key key, const char* text) {
+    for (const bool repeated : {false, true, true}) {
+      QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text, repeated);
+      QApplication::sendEvent(&window, &press);
+    }
+  };
+  hold(Qt::Key_N, "n");
+  EXPECT_EQ(session.currentRound, 2);
+  hold(Qt::Key_P, "p");
+  EXPECT_TRUE(clock.State().paused);
+  QTest::keyClick(&window, Qt::Key_P);
+  hold(Qt::Key_Plus, "+");
+  EXPECT_EQ(Countdown(), "13:00");
+}
+
 TEST(FrmHelpTest, ListsTheKeysOfBothDisplays) {
   FrmHelp help(nullptr);
   const auto lines = [&](const char* name) {
