@@ -95,7 +95,7 @@ std::optional<Release> UpdateCheck::NewerRelease() {
     return std::nullopt;
   }
   const auto file = parts_.server.Fetch(kVersionFile);
-  const auto release = file ? ParseVersionFile(file.Value()) : std::nullopt;
+  auto release = file ? ParseVersionFile(file.Value()) : std::nullopt;
   if (!release) {
     if (!file) splash.Log(fmt::format("{}{:X}", kNoAccess, file.Failure().number));
     splash.Log("Update information could not be found");

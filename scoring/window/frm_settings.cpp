@@ -25,6 +25,7 @@ FrmSettings::~FrmSettings() = default;
 
 std::vector<bool> FrmSettings::Ticked() const {
   std::vector<bool> ticked;
+  ticked.reserve(static_cast<size_t>(ui_->lstSett->count()));
   for (int row = 0; row < ui_->lstSett->count(); ++row) {
     ticked.push_back(ui_->lstSett->item(row)->checkState() == Qt::Checked);
   }
