@@ -83,6 +83,10 @@ void ScoringDesk::ShowUnitOptions() {
 
 /// Writes the report's text where it can be written, opens it and shows the picture.
 void ScoringDesk::mnuPlayTime_Click() {
+  if (!link_.IsOpen()) {
+    parts_.prompts.Message("Open the scoring file of the session first");
+    return;
+  }
   HandlerSteps(parts_.errors, "frmMain")([&] {
     // What cannot be read just now was read a moment ago.
     link_.BWSReadFile();

@@ -211,8 +211,6 @@ void FrmMain::ShowScoringFile(const QString& path) {
   const QString name = path.section('/', -1);
   ui_->lblScoringFile->setText(name.isEmpty() ? QString() : tr("Scoring file: ") + name);
   ui_->lblScoringFile->setToolTip(path);
-  ui_->mnuCloseFile->setEnabled(!path.isEmpty());
-  ui_->mnuPlayTime->setEnabled(!path.isEmpty());
 }
 
 void FrmMain::ShowFavourites(const std::vector<std::string>& names, const std::string& text) {
