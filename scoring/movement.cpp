@@ -19,8 +19,10 @@ struct Seat {
 /// east-west pair has its number negative.
 using Seating = std::map<int16_t, std::map<int16_t, Seat>>;
 
-/// Takes the seats down; false when a number stands twice in a round.
-bool TakeSeats(const ScoringSection& section, bool shared, Seating& seating) {
+/// Nothing when a number stands twice in a round and so tells nothing.
+std::optional<Seating> SeatingOf(const ScoringSection& section) {
+  const bool shared = section.SharesNumbers();
+  Seating seating;
   for (const auto& [table, rounds] : section.rounds) {
     for (const auto& [round, row] : rounds) {
       if (row.boards.empty()) continue;
@@ -28,19 +30,11 @@ bool TakeSeats(const ScoringSection& section, bool shared, Seating& seating) {
       const std::pair<int16_t, bool> sides[] = {{row.nsPair, true}, {ew, false}};
       for (const auto& [pair, northSouth] : sides) {
         if (pair == 0) continue;
-        if (!seating[round].emplace(pair, Seat{table, northSouth}).second) return false;
+        if (!seating[round].emplace(pair, Seat{table, northSouth}).second) return std::nullopt;
       }
     }
   }
-  return true;
-}
-
-std::optional<Seating> SeatingOf(const ScoringSection& section) {
-  for (const bool shared : {false, true}) {
-    Seating seating;
-    if (TakeSeats(section, shared, seating)) return seating;
-  }
-  return std::nullopt;
+  return seating;
 }
 
 /// The tables at which the section plays, in their order: pairs move from one to the next.
