@@ -56,7 +56,7 @@ void ProgressMonitor::Follow() {
   if (progress.Playing() > 0) waitForPlaying_ = false;
   PauseOrResume(progress);
   EndRoundWhenFinished(progress);
-  Show(ProgressOf(parts_.link.Model(), Input()));
+  Show(progress);
 }
 
 void ProgressMonitor::PauseOrResume(const RoundProgress& progress) {

@@ -61,15 +61,13 @@ std::string ScoringLink::FolderOfThisYear() const {
   return place == std::string::npos ? folder : parts_.folders.RealSpelling(folder);
 }
 
-std::string ScoringLink::LatestFile(const std::string& folder, bool recentOnly) const {
-  std::string latest;
-  DateTime best;
+std::optional<ScoringFile> ScoringLink::LatestFile(const std::string& folder,
+                                                   bool recentOnly) const {
+  std::optional<ScoringFile> latest;
   for (const ScoringFile& file : parts_.folders.Files(folder)) {
     const int64_t age = (parts_.time.Now().seconds - file.modified.seconds) / 60;
     if (recentOnly && age >= kRecent) continue;
-    if (!latest.empty() && file.modified <= best) continue;
-    latest = file.name;
-    best = file.modified;
+    if (!latest || file.modified > latest->modified) latest = file;
   }
   return latest;
 }
@@ -78,10 +76,10 @@ bool ScoringLink::BWSChooseFile(bool recentOnly) {
   bool opened = false;
   HandlerSteps(parts_.errors, kPlace)([&] {
     const std::string folder = FolderOfThisYear();
-    const std::string latest = folder.empty() ? "" : LatestFile(folder, recentOnly);
-    if (!latest.empty() && Accept(folder + latest)) {
-      opened = BWSOpenFile(folder + latest);
-    } else if (!recentOnly || !latest.empty()) {
+    const auto latest = folder.empty() ? std::nullopt : LatestFile(folder, recentOnly);
+    if (latest && Accept(folder + latest->name, latest->modified)) {
+      opened = BWSOpenFile(folder + latest->name);
+    } else if (!recentOnly || latest) {
       opened = AskForFile();
     }
   });
@@ -89,13 +87,11 @@ bool ScoringLink::BWSChooseFile(bool recentOnly) {
 }
 
 /// Asks whether the latest file is the one.
-bool ScoringLink::Accept(const std::string& path) const {
-  std::string question = "The latest " + UnitName() + " file is:\r\n" + std::string(FileName(path));
+bool ScoringLink::Accept(const std::string& path, DateTime modified) const {
+  std::string question = "The latest " + UnitName() + " file is:\r\n" +
+                         std::string(FileName(path)) + " dated " +
+                         DateAndTimeText(modified, parts_.session.options.Form()) + "\r\n";
   const auto picture = parts_.database.Read(path);
-  for (const ScoringFile& file : parts_.folders.Files(FolderOf(path))) {
-    if (file.name != FileName(path)) continue;
-    question += " dated " + DateAndTimeText(file.modified, parts_.session.options.Form()) + "\r\n";
-  }
   if (picture && !picture.Value()->sessionName.empty()) {
     question += "\r\n" + picture.Value()->sessionName + "\r\n";
   }

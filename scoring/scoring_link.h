@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -91,8 +92,8 @@ class ScoringLink : public FollowedScoring {
 
  private:
   std::string FolderOfThisYear() const;
-  std::string LatestFile(const std::string& folder, bool recentOnly) const;
-  bool Accept(const std::string& path) const;
+  std::optional<ScoringFile> LatestFile(const std::string& folder, bool recentOnly) const;
+  bool Accept(const std::string& path, DateTime modified) const;
   bool AskForFile();
   Result<PicturePointer> ReadPatiently(const std::string& path);
   std::set<int16_t> ChooseSections(const ScoringPicture& picture);
