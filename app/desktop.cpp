@@ -343,9 +343,7 @@ void Desktop::PlaceBothDisplays() {
   const QList<QScreen*> screens = QGuiApplication::screens();
   for (const QScreen* screen : screens) {
     if (screen == frmMain_.screen()) control = areas.size();
-    const QRect area = screen->availableGeometry();
-    areas.push_back({static_cast<double>(area.x()), static_cast<double>(area.y()),
-                     static_cast<double>(area.width()), static_cast<double>(area.height())});
+    areas.push_back(PlaceOf(screen->availableGeometry()));
   }
   const ScreenPlan plan = PlanScreens(areas, control);
   const bool wanted = roomFullScreen_.value_or(session_.options.DisplayState == 0);

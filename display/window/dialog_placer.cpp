@@ -11,12 +11,8 @@
 namespace corvanel {
 namespace {
 
-constexpr int kTitleBar = 36;  // pixels; the frame is not known before the window is shown
-
-Place PlaceOf(const QRect& rect) {
-  return {static_cast<double>(rect.x()), static_cast<double>(rect.y()),
-          static_cast<double>(rect.width()), static_cast<double>(rect.height())};
-}
+constexpr int kTitleBar = 36;      // pixels; the frame is not known before the window is shown
+constexpr int kLeastBeside = 150;  // pixels; a countdown is still legible in them
 
 }  // namespace
 
@@ -46,7 +42,7 @@ void DialogPlacer::PlaceBeside(QDialog& dialog) {
   for (DisplayWindow* display : displays_) {
     const int left = display->width() - place.width();
     if (!display->isVisible() || !place.intersects(display->CountdownOnScreen()) ||
-        left < kLeastWindow) {
+        left < kLeastBeside) {
       continue;
     }
     dialog.move(display->geometry().right() - place.width(), place.y());

@@ -15,6 +15,11 @@ QRect Pixels(const Place& place) {
           static_cast<int>(std::ceil(place.Bottom())) - top};
 }
 
+Place PlaceOf(const QRect& pixels) {
+  return {static_cast<double>(pixels.x()), static_cast<double>(pixels.y()),
+          static_cast<double>(pixels.width()), static_cast<double>(pixels.height())};
+}
+
 TextRow::TextRow(const QString& name, QWidget* parent) : QWidget(parent) {
   setObjectName(name);
   setAttribute(Qt::WA_TransparentForMouseEvents);

@@ -36,5 +36,7 @@ class TextRow : public QWidget {
 
 /// A layout's place in whole pixels of the window.
 QRect Pixels(const Place& place);
+/// The way back.
+Place PlaceOf(const QRect& pixels);
 
 }  // namespace corvanel

@@ -11,6 +11,7 @@
 #include <QTest>
 
 #include "settings/settings_table.h"
+#include "tests/support/dialogs.h"
 #include "tests/support/fakes.h"
 
 namespace corvanel {
@@ -32,12 +33,6 @@ class FrmFontTest : public testing::Test, public DisplayOptionsHost {
  protected:
   void RearrangeDisplays() override { ++rearranged; }
   void RewriteTimes() override {}
-  template <class Widget>
-  static Widget* Find(QDialog& dialog, const char* name) {
-    auto* widget = dialog.findChild<Widget*>(name);
-    EXPECT_NE(widget, nullptr) << name;
-    return widget;
-  }
 
   int rearranged = 0;
   FakeStore store;
