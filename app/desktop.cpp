@@ -105,7 +105,9 @@ void Desktop::StartUp() {
   splash_ = std::make_unique<DlgSplash>(QString::fromStdString(ThisVersion().Text()));
   QtUpdateServer server(UpdateUrl());
   QtInstallerFile installer;
-  UpdateCheck update({*splash_, server, installer, prompts_, ThisVersion()});
+  UpdateCheck update(
+      {*splash_, server, installer, prompts_, ThisVersion(),
+       [this](const std::string& bytes) { WriteOutput(disk_, "version.txt", bytes); }});
   corvanel::StartUp start({store_, *splash_, update, prompts_, errors_, ThisVersion()});
   connect(splash_.get(), &DlgSplash::AutoLaunchTicked, this,
           [this](bool ticked) { corvanel::SaveAutoLaunch(store_, errors_, ticked); });

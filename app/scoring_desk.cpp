@@ -2,6 +2,7 @@
 
 #include <QApplication>
 
+#include "platform/disk.h"
 #include "platform/folders.h"
 #include "scoring/play_time.h"
 #include "scoring/window/frm_options_bridgemate.h"
@@ -92,13 +93,7 @@ void ScoringDesk::mnuPlayTime_Click() {
     link_.BWSReadFile();
     const ScoringSession& session = link_.Model();
     const std::vector<SectionTimes> times = PlayTimesOf(session);
-    std::string file;
-    for (const std::filesystem::path& folder : OutputFolders()) {
-      std::error_code error;
-      std::filesystem::create_directories(folder, error);
-      const std::string path = (folder / "BST1.txt").string();
-      if (file.empty() && parts_.disk.WriteFile(path, PlayTimeReport(session, times))) file = path;
-    }
+    const std::string file = WriteOutput(parts_.disk, "BST1.txt", PlayTimeReport(session, times));
     if (!file.empty()) parts_.opener.Open(file);
     FrmPlayTime window(
         session.Picture().sessionName + "  " + DateAndTimeText(session.Picture().SessionStart()),

@@ -6,6 +6,8 @@
 #include <fstream>
 #include <iterator>
 
+#include "platform/folders.h"
+
 namespace corvanel {
 namespace {
 
@@ -34,6 +36,16 @@ Result<bool> Disk::WriteFile(const std::string& path, const std::string& bytes) 
   file.close();
   if (!file) return LastError(path);
   return true;
+}
+
+std::string WriteOutput(FileAccess& files, const std::string& name, const std::string& bytes) {
+  for (const std::filesystem::path& folder : OutputFolders()) {
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    const std::string path = (folder / name).string();
+    if (files.WriteFile(path, bytes)) return path;
+  }
+  return {};
 }
 
 }  // namespace corvanel

@@ -11,4 +11,8 @@ class Disk : public FileAccess {
   Result<bool> WriteFile(const std::string& path, const std::string& bytes) override;
 };
 
+/// Writes a file of the program's own to the first of the output folders that takes it. Returns
+/// where; empty when none did.
+std::string WriteOutput(FileAccess& files, const std::string& name, const std::string& bytes);
+
 }  // namespace corvanel

@@ -95,6 +95,7 @@ std::optional<Release> UpdateCheck::NewerRelease() {
     return std::nullopt;
   }
   const auto file = parts_.server.Fetch(kVersionFile);
+  if (file) parts_.keepVersionFile(file.Value());
   auto release = file ? ParseVersionFile(file.Value()) : std::nullopt;
   if (!release) {
     if (!file) splash.Log(fmt::format("{}{:X}", kNoAccess, file.Failure().number));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -91,7 +92,8 @@ class UpdateCheck {
     UpdateServer& server;
     InstallerFile& installer;
     Prompts& prompts;
-    Version version;  // of this program
+    Version version;                                          // of this program
+    std::function<void(const std::string&)> keepVersionFile;  // a copy of what the server said
   };
   explicit UpdateCheck(const Parts& parts) : parts_(parts) {}
 

@@ -77,6 +77,7 @@ class StartUpTest : public testing::Test,
   bool runs = true;
   bool stop = false;
   std::string written;
+  std::string kept;
   std::string done;
   std::string progress;
   std::vector<std::string> log;
@@ -84,7 +85,9 @@ class StartUpTest : public testing::Test,
   FakeStore store;
   FakeErrors errors;
   Version version{1, 4, 2};
-  UpdateCheck update{{*this, *this, *this, prompts, version}};
+  UpdateCheck update{
+      {*this, *this, *this, prompts, version, [this](const std::string& bytes) { kept = bytes; }}};
+
   StartUp start{{store, *this, update, prompts, errors, version}};
 };
 
@@ -96,6 +99,7 @@ TEST_F(StartUpTest, TheCheckTellsWhatItFound) {
     return more;
   };
   EXPECT_FALSE(update.Run());  // the offer is declined
+  EXPECT_EQ(kept, files["timerversion.txt"]);
   EXPECT_EQ(log, lines({"Checking for updates", "Version 1.5.0 is available for download"}));
   EXPECT_EQ(prompts.texts.back(),
             "Version 1.5.0 is available for download\r\nFaster\r\nNicer\r\n\r\n"
