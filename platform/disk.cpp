@@ -42,7 +42,7 @@ std::string WriteOutput(FileAccess& files, const std::string& name, const std::s
   for (const std::filesystem::path& folder : OutputFolders()) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
-    const std::string path = (folder / name).string();
+    std::string path = (folder / name).string();
     if (files.WriteFile(path, bytes)) return path;
   }
   return {};
