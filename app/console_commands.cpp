@@ -137,10 +137,8 @@ class EventPrinter : public ClockEvents, public ClockView, public SoundPlayer, p
   explicit EventPrinter(const TimeSource& time) : time_(time) {}
   void Happened(EventKind kind, const std::string& text) override {
     if (follower != nullptr) follower->Happened(kind);
-    constexpr std::array<std::string_view, 8> kNames = {"round", "warning", "sound",  "move",
-                                                        "break", "pause",   "resume", "end"};
     fmt::print("{}\t{}\t{}\n", TimeTextWithSeconds(time_.TimeOfDay()),
-               kNames[static_cast<size_t>(kind)], text);
+               kEventNames[static_cast<size_t>(kind)], text);
   }
   void ShowFace(const ClockFace& /*face*/) override {}
   void ShowTimeOfDay(const std::string& /*time*/) override {}
@@ -186,7 +184,7 @@ void Run(Session& session, const ConsoleArguments& arguments) {
   double nextPoll = replay ? 0 : 1e18;
   const auto began = std::chrono::steady_clock::now();
   clock.Start();
-  while (time.Due() && *time.Due() <= last) {
+  while (time.Due() && *time.Due() <= last && clock.State().phase != Phase::Ended) {
     const bool poll = nextPoll < *time.Due();
     if (arguments.speed > 0) {
       std::fflush(stdout);

@@ -10,28 +10,6 @@ namespace {
 
 constexpr int kSettle = 350;  // milliseconds from an event to its picture
 
-const char* NameOf(EventKind kind) {
-  switch (kind) {
-    case EventKind::Round:
-      return "round";
-    case EventKind::Warning:
-      return "warning";
-    case EventKind::Sound:
-      return "sound";
-    case EventKind::Move:
-      return "move";
-    case EventKind::Break:
-      return "break";
-    case EventKind::Pause:
-      return "pause";
-    case EventKind::Resume:
-      return "resume";
-    case EventKind::End:
-      return "end";
-  }
-  return "";
-}
-
 }  // namespace
 
 Demonstration::Demonstration(Desktop& desktop, const QString& folder)
@@ -65,10 +43,11 @@ void Demonstration::Shape() {
 }
 
 void Demonstration::Record(EventKind kind, const QString& text) {
-  std::printf("%s\t%s\n", NameOf(kind), qPrintable(text));
+  const std::string event(kEventNames[static_cast<size_t>(kind)]);
+  std::printf("%s\t%s\n", event.c_str(), qPrintable(text));
   std::fflush(stdout);
   if (kind == EventKind::Sound) return;
-  QTimer::singleShot(kSettle, this, [this, name = QString::fromUtf8(NameOf(kind)), kind] {
+  QTimer::singleShot(kSettle, this, [this, name = QString::fromStdString(event), kind] {
     Picture(desktop_.Display(), name);
     if (kind == EventKind::End) desktop_.EndProgram();
   });

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <string>
+#include <string_view>
 
 #include "session/schedule.h"
 #include "session/session.h"
@@ -19,6 +21,8 @@ struct ClockFace {
   std::string message;                              // the move message; empty outside a move
   std::string finish;                               // "Finish at 22:31"
   std::string breakLine;  // "Break:20:53 End:21:08", empty when no break is ahead
+  std::string undo;       // "Undo next round, 12 s ago"; empty when nothing can be taken back
+  double away = 0;        // seconds that the computer was away, while they can be taken out
 
   bool operator==(const ClockFace&) const = default;
 };
@@ -43,7 +47,12 @@ class TickTimer {
 };
 
 /// What happened in the session, for whoever keeps a record of it.
-enum class EventKind { Round, Warning, Sound, Move, Break, Pause, Resume, End };
+/// Undo and Continue put the session somewhere else than it was.
+enum class EventKind { Round, Warning, Sound, Move, Break, Pause, Resume, End, Undo, Continue };
+
+/// The events' names in logs and listings, indexed by EventKind.
+inline constexpr std::array<std::string_view, 10> kEventNames = {
+    "round", "warning", "sound", "move", "break", "pause", "resume", "end", "undo", "continue"};
 
 class ClockEvents {
  public:

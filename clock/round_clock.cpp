@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "basics/numbers.h"
 #include "session/captions.h"
 
 namespace corvanel {
@@ -14,7 +13,8 @@ constexpr std::string_view kPlace = "frmMain";
 /// A difference of more than this is not a long round but an end mark beyond midnight.
 constexpr double kBeyondMidnight = 40000;
 
-constexpr double kPauseTick = 1;  // seconds
+constexpr double kEverySecond = 1;
+constexpr double kAway = 30;  // seconds; a shorter gap is not worth the director's while
 
 /// Seconds until a count-down next stands at a whole second. Ticking there, rather than once a
 /// second from wherever it began, makes the shown seconds step evenly, and a late tick does not
@@ -26,9 +26,13 @@ double ToNextWholeSecond(double left) {
 
 }  // namespace
 
+double Overdue(double mark, double counter) {
+  const double left = mark - counter;
+  return left > kBeyondMidnight ? kSecondsPerDay - left : -left;
+}
+
 double SecondsRemaining(double endMark, double counter) {
-  double left = endMark - counter;
-  if (left > kBeyondMidnight) left -= kSecondsPerDay;
+  const double left = -Overdue(endMark, counter);
   return left <= 0.5 ? 0 : left;
 }
 
@@ -55,11 +59,11 @@ Progress RoundClock::CurrentProgress() const {
   return progress;
 }
 
-/// Every command and tick: one reading of the counter, then the work, then the wake-up for the
-/// next tick and the new face.
+/// Every command and tick: one reading of the counter, what fell due meanwhile, then the work, the
+/// wake-up for the next tick and the new face.
 void RoundClock::Handle(const std::function<void()>& command) {
   HandlerSteps step(parts_.errors, kPlace);
-  step([&] { counter_ = parts_.time.Counter(); });
+  step([&] { BringUpToDate(); });
   step(command);
   step([&] { WriteSchedule({state_.phase, state_.secondsLeft, state_.inBreak}); });
   step([&] { Publish(); });
@@ -67,15 +71,60 @@ void RoundClock::Handle(const std::function<void()>& command) {
 }
 
 void RoundClock::Tick() {
-  Handle([&] {
-    // In a pause nothing counts down; but the finish gets later, and is written after every tick.
-    if (state_.paused) return;
-    if (state_.phase == Phase::Move) {
-      TimerBetween_Timer();
-    } else if (Counting()) {
-      TimerRound_Timer();
+  Handle([] {});
+}
+
+void RoundClock::BringUpToDate() {
+  counter_ = parts_.time.Counter();
+  uptime_ = parts_.time.ThisMoment().uptime;
+  late_ = 0;
+  heardFrom_ = kNever;
+  // In a pause nothing counts down; but the finish gets later, and is written after every tick.
+  if (!state_.Running() || state_.paused) return;
+  const double away = uptime_ - wakesAt_;
+  if (away > kAway) gap_ = Gap{away, uptime_, Point()};
+  if (away > kBeyondMidnight) {
+    // The marks of so long ago can no longer be told from those of today.
+    EndSession();
+    return;
+  }
+  CatchUp();
+}
+
+/// Counter value at which something happens next: a warning, or the end of the count-down.
+double RoundClock::NextMoment() const {
+  const std::array<float, kWarnings> minutes = {session_.settings.MinWarning,
+                                                session_.settings.MinWarning1};
+  double next = EndMark();
+  for (size_t warning = 0; warning < kWarnings && Counting(); ++warning) {
+    if (state_.warningPending[warning]) {
+      next = std::min(next, state_.roundEnd - minutes[warning] * 60.0);
     }
-  });
+  }
+  return next;
+}
+
+/// Goes through everything that fell due up to the present, each at its own moment.
+void RoundClock::CatchUp() {
+  const double now = counter_;
+  while (state_.Running() && !state_.paused) {
+    late_ = Overdue(NextMoment(), now);
+    if (late_ <= 0) break;
+    counter_ = ClockTime(now - late_).Seconds();
+    Count();
+  }
+  late_ = 0;
+  counter_ = now;
+  if (!state_.paused) Count();
+}
+
+/// What a tick does with the count-down that is on.
+void RoundClock::Count() {
+  if (state_.phase == Phase::Move) {
+    TimerBetween_Timer();
+  } else if (Counting()) {
+    TimerRound_Timer();
+  }
 }
 
 void RoundClock::TimerCurrentTime_Timer() {
@@ -86,22 +135,31 @@ void RoundClock::TimerCurrentTime_Timer() {
 
 void RoundClock::Start() {
   TimerCurrentTime_Timer();
-  Handle([&] { StartRound(); });
+  Handle([&] {
+    if (state_.Running()) Remember(SessionCommand::Start);
+    StartRound();
+  });
 }
 
-void RoundClock::Pause() {
-  if (state_.paused || !CurrentProgress().Running()) return;
+void RoundClock::Pause(Hand hand) {
   Handle([&] {
+    if (state_.paused || !state_.Running()) return;
+    Remember(hand == Hand::Link ? SessionCommand::AutoPause : SessionCommand::Pause);
     state_.pauseMark = counter_;
     state_.secondsLeft = SecondsRemaining(EndMark(), counter_);
     state_.paused = true;
+    state_.autoPaused = hand == Hand::Link;
     parts_.events.Happened(EventKind::Pause, MinutesAndSeconds(state_.secondsLeft));
   });
 }
 
-void RoundClock::Resume() {
+void RoundClock::Resume(Hand hand) {
   if (!state_.paused) return;
   Handle([&] {
+    if (hand == Hand::Director) {
+      Remember(SessionCommand::Resume);
+      state_.mayAutoPause = false;
+    }
     double length = counter_ - state_.pauseMark;
     if (length < 0) length += kSecondsPerDay;
     // Meant so: both marks move, whichever count-down was running.
@@ -110,33 +168,42 @@ void RoundClock::Resume() {
       if (*mark - counter_ > kSecondsPerDay) *mark -= kSecondsPerDay;
     }
     state_.paused = false;
+    state_.autoPaused = false;
     parts_.events.Happened(EventKind::Resume, MinutesAndSeconds(state_.secondsLeft));
   });
 }
 
 void RoundClock::NextRound() {
-  if (!CurrentProgress().Running() || InFinalRound()) return;
-  Handle([&] { AdvanceRound(); });
+  Handle([&] {
+    if (!state_.Running() || InFinalRound()) return;
+    Remember(SessionCommand::NextRound);
+    AdvanceRound();
+  });
 }
 
 void RoundClock::Restart() {
   if (state_.phase == Phase::Idle) return;
-  Handle([&] { StartRound(); });
+  Handle([&] {
+    Remember(SessionCommand::Restart);
+    StartRound();
+  });
 }
 
 void RoundClock::ChangeMinutes(int minutes) {
-  if (!Counting() || state_.paused) return;
   Handle([&] {
+    if (!Counting() || state_.paused) return;
     const double left = SecondsRemaining(state_.roundEnd, counter_) + minutes * 60.0;
     if (left > kLongestPhase * 60) return;
+    Remember(minutes > 0 ? SessionCommand::AddMinute : SessionCommand::SubtractMinute);
     state_.roundEnd = counter_ + left;
     TimerRound_Timer();
   });
 }
 
 void RoundClock::EndRound() {
-  if (state_.phase != Phase::Round || state_.paused) return;
   Handle([&] {
+    if (state_.phase != Phase::Round || state_.paused) return;
+    Remember(SessionCommand::AutoEnd);
     state_.roundEnd = counter_;
     state_.warningPending = {false, false};
     TimerRound_Timer();
@@ -150,145 +217,19 @@ void RoundClock::OmitWarnings() {
   if (options.BMOmitwarning2) state_.warningPending[1] = false;
 }
 
-void RoundClock::StartRound() {
-  const SessionSettings& s = session_.settings;
-  state_.phase = Phase::Round;
-  state_.inBreak = false;
-  state_.paused = false;
-  face_.caption = RoundCaption(session_.currentRound, s.nRounds);
-  face_.message.clear();
-  parts_.events.Happened(EventKind::Round, face_.caption);
-  // A warning of 0 minutes is never given; the second one neither when its sound is off.
-  state_.warningPending[0] = s.MinWarning > 0;
-  state_.warningPending[1] =
-      s.MinWarning1 > 0 && s.sounds.play[static_cast<size_t>(Cue::SecondWarning)] != 0;
-  OmitWarnings();
-  CountDown(s.MinPerRound);
-}
-
-/// Starts the count-down of a round or break and ticks once, so that it shows without a wait.
-void RoundClock::CountDown(double minutes) {
-  state_.style = Element::TimeRemaining;
-  state_.roundEnd = counter_ + minutes * 60;
-  TimerRound_Timer();
-}
-
-void RoundClock::TimerRound_Timer() {
-  state_.secondsLeft = SecondsRemaining(state_.roundEnd, counter_);
-  GiveWarnings();
-  if (state_.secondsLeft == 0) TimeUp();
-}
-
-void RoundClock::TimerBetween_Timer() {
-  state_.secondsLeft = SecondsRemaining(state_.moveEnd, counter_);
-  if (state_.secondsLeft == 0) AdvanceRound();
-}
-
-void RoundClock::GiveWarnings() {
-  const std::array<float, kWarnings> minutes = {session_.settings.MinWarning,
-                                                session_.settings.MinWarning1};
-  for (size_t warning = 0; warning < kWarnings; ++warning) {
-    if (state_.warningPending[warning] && state_.secondsLeft <= minutes[warning] * 60.0) {
-      GiveWarning(warning);
-    }
-  }
-}
-
-void RoundClock::GiveWarning(size_t warning) {
-  state_.warningPending[warning] = false;
-  state_.style = warning == 0 ? Element::WarningPeriod : Element::BetweenWarnings;
-  parts_.events.Happened(EventKind::Warning, std::string(NameOf(state_.style)));
-  if (state_.phase == Phase::Break) {
-    PlayCue(Cue::EndOfBreak);
-  } else if (!InFinalRound() || session_.settings.sounds.playFinalRound[warning] != 0) {
-    PlayCue(warning == 0 ? Cue::FirstWarning : Cue::SecondWarning);
-  }
-}
-
-void RoundClock::TimeUp() {
-  const SessionSettings& s = session_.settings;
-  state_.style = Element::TimeUp;
-  if (state_.phase == Phase::Break) {
-    EndBreak();
-  } else if (InFinalRound()) {
-    EndSession();
-  } else if (s.optBreak && session_.currentRound == s.BreakAfterRound) {
-    BeginBreak();
-  } else {
-    BeginMove();
-  }
-}
-
-void RoundClock::BeginMove() {
-  const SessionSettings& s = session_.settings;
-  const int round = session_.currentRound;
-  state_.phase = Phase::Move;
-  face_.message = MoveMessage(s, round);
-  parts_.events.Happened(EventKind::Move, face_.message);
-  const bool skip = InRoundList(s.Skip, round);
-  const bool arrow = InRoundList(s.Arrow, round);
-  if (skip) PlayCue(Cue::Skip);
-  if (arrow) PlayCue(Cue::Arrow);
-  if (!skip && !arrow) PlayCue(Cue::EndOfRound);
-  session_.startTime = *ParseTime(TimeText(parts_.time.TimeOfDay()));
-  state_.secondsLeft = s.MinBetweenRounds * 60.0;
-  state_.moveEnd = counter_ + state_.secondsLeft;
-}
-
-void RoundClock::BeginBreak() {
-  state_.phase = Phase::Break;
-  state_.inBreak = true;
-  face_.caption = kBreakCaption;
-  parts_.events.Happened(EventKind::Break, face_.caption);
-  PlayCue(Cue::Break);
-  // The first warning rings at the end of the break; the second has no part in it.
-  state_.warningPending = {session_.settings.MinWarning > 0, false};
-  CountDown(session_.settings.TimeForBreak);
-}
-
-void RoundClock::EndBreak() {
-  if (session_.settings.MoveAfterBreak && !InFinalRound()) {
-    BeginMove();
-  } else {
-    AdvanceRound();
-  }
-}
-
-/// Starts the round after the current one. There may be none when the director has shortened the
-/// session meanwhile.
-void RoundClock::AdvanceRound() {
-  if (InFinalRound()) {
-    EndSession();
-    return;
-  }
-  session_.currentRound = Checked16(session_.currentRound + 1);
-  StartRound();
-}
-
-void RoundClock::EndSession() {
-  state_.phase = Phase::Ended;
-  state_.paused = false;
-  state_.secondsLeft = 0;
-  face_.message.clear();
-  parts_.events.Happened(EventKind::End, "End of the session");
-}
-
-void RoundClock::PlayCue(Cue cue) {
-  const SoundChoices& sounds = session_.settings.sounds;
-  const auto index = static_cast<size_t>(cue);
-  if (sounds.play[index] == 0 || sounds.files[index].empty()) return;
-  parts_.events.Happened(EventKind::Sound, std::string(FileName(sounds.files[index])));
-  parts_.sounds.Play(sounds.files[index]);
-}
-
 void RoundClock::ArmTimer() {
-  if (state_.paused) {
-    parts_.timer.Arm(kPauseTick);
-  } else if (Counting() || state_.phase == Phase::Move) {
-    parts_.timer.Arm(ToNextWholeSecond(SecondsRemaining(EndMark(), counter_)));
+  if (state_.paused || (state_.phase == Phase::Ended && !face_.undo.empty())) {
+    Arm(kEverySecond);
+  } else if (state_.Running()) {
+    Arm(ToNextWholeSecond(SecondsRemaining(EndMark(), counter_)));
   } else {
     parts_.timer.Disarm();
   }
+}
+
+void RoundClock::Arm(double seconds) {
+  wakesAt_ = uptime_ + seconds;
+  parts_.timer.Arm(seconds);
 }
 
 void RoundClock::RefreshSchedule() {
@@ -318,6 +259,8 @@ void RoundClock::Publish() {
   face_.secondsLeft = state_.secondsLeft;
   face_.countdown = MinutesAndSeconds(
       ShownSeconds(state_.secondsLeft, CountdownStep(session_.options.TimeChange)));
+  face_.undo = undo_.Label(uptime_);
+  face_.away = gap_ ? gap_->seconds : 0;
   parts_.view.ShowFace(face_);
 }
 

@@ -2,9 +2,14 @@
 
 #include <array>
 #include <functional>
+#include <limits>
+#include <optional>
+#include <vector>
 
 #include "basics/runtime_error.h"
+#include "clock/clock_point.h"
 #include "clock/clock_view.h"
+#include "clock/undo_list.h"
 #include "session/control_window_view.h"
 #include "session/session.h"
 #include "session/sound_player.h"
@@ -12,24 +17,18 @@
 
 namespace corvanel {
 
-/// What the clock knows beyond the session's settings.
-struct ClockState {
-  Phase phase = Phase::Idle;
-  bool paused = false;
-  double roundEnd = 0;     // counter value at which the round or break ends; may exceed 86400
-  double moveEnd = 0;      // counter value at which the move ends
-  double pauseMark = 0;    // counter value at which the pause began
-  double secondsLeft = 0;  // of the phase, as of the last tick
-  std::array<bool, kWarnings> warningPending = {false, false};
-  bool inBreak = false;  // from the start of the break until the next round starts
-  Element style = Element::TimeRemaining;
-};
+/// Who asks for a pause or lets the clock go on.
+enum class Hand { Director, Link };
 
 /// Runs a session round by round: counts down, warns, moves, takes the break, ends.
 ///
 /// Everything follows from end marks: a tick that comes late loses no time, and one that comes
-/// twice changes nothing. Every command is defined in every state; one without a meaning there
-/// does nothing:
+/// twice changes nothing. However long no tick came (a computer asleep, a process stopped), the
+/// session then stands where it would stand had every tick come in time: each round, move and
+/// break that ran out meanwhile ended at its own mark. Cues more than half a minute late are not
+/// played. After a gap of more than half a minute the director can take it out again.
+///
+/// Every command is defined in every state; one without a meaning there does nothing:
 ///
 /// | command  | idle   | round      | move            | break           | ended    | paused     |
 /// |----------|--------|------------|-----------------|-----------------|----------|------------|
@@ -39,6 +38,7 @@ struct ClockState {
 /// | Next     | -      | next round | next round now  | next round now  | -        | next round |
 /// | Restart  | -      | again      | round just over | round just over | last one | as unpaused|
 /// | +-minute | -      | changes    | -               | changes         | -        | -          |
+/// | Undo     | takes the last command back, in any state                                        |
 ///
 /// Next does nothing in the final round.
 class RoundClock : public SessionClock {
@@ -56,12 +56,21 @@ class RoundClock : public SessionClock {
 
   // The session's commands.
   void Start() override;
-  void Pause();
-  void Resume();
+  void Pause(Hand hand = Hand::Director);
+  /// Lets a paused clock go on. After the director's own it is not paused automatically again in
+  /// this round.
+  void Resume(Hand hand = Hand::Director);
   void NextRound();
   void Restart();
   /// Adds minutes (or takes them off) while a round or break counts down.
   void ChangeMinutes(int minutes);
+
+  /// Takes back the last command: the session stands where it would stand without it. Cues that
+  /// were played since are not played again.
+  void Undo();
+  /// Takes out the time that the computer was away, while that is offered.
+  void TakeOutGap();
+  void LeaveGapIn();
 
   /// Every table has finished: ends the round that counts down at once, as at time up.
   void EndRound();
@@ -77,19 +86,40 @@ class RoundClock : public SessionClock {
   Progress CurrentProgress() const override;
   void RefreshSchedule() override;
   const ClockState& State() const { return state_; }
+
+  /// Where the session stands.
+  ClockPoint Point() const;
+  const std::vector<UndoStep>& UndoSteps() const { return undo_.Steps(); }
+  /// Goes on from a point of an earlier run of the program, its marks and the uptimes of its
+  /// commands already by this run's clocks.
+  void Continue(const ClockPoint& point, std::vector<UndoStep> undo);
+
   const ClockFace& Face() const { return face_; }
 
  private:
+  /// Time without ticks, as it can still be taken out.
+  struct Gap {
+    double seconds = 0;
+    double endedAt = 0;  // uptime
+    ClockPoint before;
+  };
+
   bool Counting() const { return state_.phase == Phase::Round || state_.phase == Phase::Break; }
   double EndMark() const;
   void Handle(const std::function<void()>& command);
+  void BringUpToDate();
+  double NextMoment() const;
+  void CatchUp();
+  void Count();
+  void Remember(SessionCommand command);
+  void Recall(const ClockPoint& point);
+  void RecallSince(const ClockPoint& point, double uptime);
   void StartRound();
   void TimerRound_Timer();
   void TimerBetween_Timer();
   void CountDown(double minutes);
   void GiveWarnings();
   void GiveWarning(size_t warning);
-  void PlayWarning(size_t warning);
   void TimeUp();
   void BeginMove();
   void BeginBreak();
@@ -99,6 +129,7 @@ class RoundClock : public SessionClock {
   void PlayCue(Cue cue);
   bool InFinalRound() const { return session_.currentRound >= session_.settings.nRounds; }
   void ArmTimer();
+  void Arm(double seconds);
   void WriteSchedule(const Progress& progress);
   void Publish();
 
@@ -108,7 +139,19 @@ class RoundClock : public SessionClock {
   ClockFace face_;
   Schedule schedule_;   // as it was last worked out
   double counter_ = 0;  // the one reading of the counter that serves the whole tick
+  double uptime_ = 0;   // and of the uptime
+  double wakesAt_ = 0;  // uptime of the wake-up that is due
+  double late_ = 0;     // seconds by which what happens in this step of catching up is late
+  static constexpr double kNever = std::numeric_limits<double>::infinity();
+  double heardFrom_ = kNever;  // uptime from which a cue that was played is not played again
+  std::array<double, kCues> playedAt_ = {-1, -1, -1, -1, -1, -1, -1};  // uptime
+  UndoList undo_;
+  std::optional<Gap> gap_;
 };
+
+/// Seconds from `mark` to `counter`: over midnight where they lie on two days; negative while the
+/// mark lies ahead.
+double Overdue(double mark, double counter);
 
 /// Seconds from `counter` to `endMark`: over midnight where the marks lie on two days, and 0 when
 /// half a second or less is left.

@@ -13,10 +13,14 @@ class VirtualTime : public TimeSource, public TickTimer {
  public:
   explicit VirtualTime(ClockTime start, DateTime day = {}) : start_(start), day_(day) {}
 
-  double Counter() const override { return TimeOfDay().Seconds(); }
-  ClockTime TimeOfDay() const override { return start_.PlusSeconds(elapsed_); }
+  double Counter() const override { return start_.PlusSeconds(elapsed_).Seconds(); }
+  Moment ThisMoment() const override {
+    return {"virtual", elapsed_,
+            static_cast<double>(day_.seconds) + start_.Seconds() + elapsed_ + set_};
+  }
+  ClockTime TimeOfDay() const override { return start_.PlusSeconds(elapsed_ + set_); }
   DateTime Now() const override {
-    return {day_.seconds + static_cast<int64_t>(start_.Seconds() + elapsed_)};
+    return {day_.seconds + static_cast<int64_t>(start_.Seconds() + elapsed_ + set_)};
   }
   void Arm(double seconds) override { due_ = elapsed_ + seconds; }
   void Disarm() override { due_.reset(); }
@@ -25,6 +29,8 @@ class VirtualTime : public TimeSource, public TickTimer {
   double Elapsed() const { return elapsed_; }
   /// When the wake-up is due, in seconds since the start; nothing when none is outstanding.
   std::optional<double> Due() const { return due_; }
+  /// The computer's clock is set, forward or back, by `seconds`.
+  void SetClock(double seconds) { set_ += seconds; }
   /// Lets time pass to `elapsed` seconds since the start, without waking anybody.
   void PassTo(double elapsed) { elapsed_ = elapsed; }
   /// Lets time pass to the wake-up that is due, and takes it as given.
@@ -37,6 +43,7 @@ class VirtualTime : public TimeSource, public TickTimer {
   ClockTime start_;
   DateTime day_;
   double elapsed_ = 0;
+  double set_ = 0;  // seconds that the computer's clock was set forward
   std::optional<double> due_;
 };
 

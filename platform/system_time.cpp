@@ -2,6 +2,8 @@
 
 #include <time.h>
 
+#include <fstream>
+
 namespace corvanel {
 namespace {
 
@@ -34,13 +36,24 @@ ClockTime ComputersTimeOfDay() {
                        local.tm_sec + static_cast<double>(now.tv_nsec) * 1e-9);
 }
 
+/// The kernel's name for this run of the computer; another one after each start.
+std::string BootId() {
+  std::string id;
+  std::ifstream("/proc/sys/kernel/random/boot_id") >> id;
+  return id;
+}
+
 }  // namespace
 
 SystemTime::SystemTime()
-    : startOfDay_(ComputersTimeOfDay().Seconds()), startOfCount_(SinceBoot()) {}
+    : boot_(BootId()), startOfDay_(ComputersTimeOfDay().Seconds()), startOfCount_(SinceBoot()) {}
 
 double SystemTime::Counter() const {
   return ClockTime(startOfDay_ + SinceBoot() - startOfCount_).Seconds();
+}
+
+Moment SystemTime::ThisMoment() const {
+  return {boot_, SinceBoot(), Seconds(RealTime())};
 }
 
 ClockTime SystemTime::TimeOfDay() const {

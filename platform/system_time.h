@@ -10,10 +10,12 @@ class SystemTime : public TimeSource {
  public:
   SystemTime();
   double Counter() const override;
+  Moment ThisMoment() const override;
   ClockTime TimeOfDay() const override;
   DateTime Now() const override;
 
  private:
+  std::string boot_;
   double startOfDay_ = 0;
   double startOfCount_ = 0;
 };

@@ -62,13 +62,10 @@ void ProgressMonitor::Follow() {
 void ProgressMonitor::PauseOrResume(const RoundProgress& progress) {
   const Options& options = session_.options;
   // Meant so: strictly more tables pause the clock, as many let it run again.
-  if (autoPaused_) {
+  if (parts_.clock.State().autoPaused) {
     if (progress.Playing() <= options.BMPauseTables || !options.BMAutoPause) LetGo();
   } else if (progress.Playing() > options.BMPauseTables && MayPause(progress)) {
-    acting_ = true;
-    parts_.clock.Pause();
-    acting_ = false;
-    autoPaused_ = true;
+    parts_.clock.Pause(Hand::Link);
     parts_.log.LogWrite(fmt::format("Paused - {} tables playing", progress.Playing()));
     if (options.BMPausePlay) {
       parts_.events.Happened(EventKind::Sound, std::string(FileName(options.BMPauseSound)));
@@ -89,16 +86,13 @@ bool ProgressMonitor::MayPause(const RoundProgress& progress) const {
       std::any_of(progress.tables.begin(), progress.tables.end(),
                   [](const TableProgress& table) { return table.received > 0; });
   return options.BMAutoPause && state.phase == Phase::Round && !state.paused && nearlySpent &&
-         resultInRound && !resumedByDirector_;
+         resultInRound && state.mayAutoPause;
 }
 
 /// Resumes a pause of the monitor's own, and no other.
 void ProgressMonitor::LetGo() {
-  if (!autoPaused_) return;
-  autoPaused_ = false;
-  acting_ = true;
-  parts_.clock.Resume();
-  acting_ = false;
+  if (!parts_.clock.State().autoPaused) return;
+  parts_.clock.Resume(Hand::Link);
   parts_.log.LogWrite("Resumed");
 }
 
@@ -130,11 +124,9 @@ void ProgressMonitor::SessionStarts() {
 
 void ProgressMonitor::Happened(EventKind kind) {
   if (kind == EventKind::Round) BeginRound();
-  if (kind == EventKind::Resume && !acting_) {
-    // The director wants it to run: it is not paused again in this round.
-    resumedByDirector_ = true;
-    autoPaused_ = false;
-  }
+  if (kind == EventKind::Continue) BeginRound();
+  // Else a round that was ended by mistake would end again at the next look.
+  if (kind == EventKind::Undo) waitForPlaying_ = true;
 }
 
 bool ProgressMonitor::AllFinished() const {
@@ -146,8 +138,6 @@ bool ProgressMonitor::AllFinished() const {
 void ProgressMonitor::BeginRound() {
   const bool again = round_ == session_.currentRound;
   round_ = session_.currentRound;
-  autoPaused_ = false;
-  resumedByDirector_ = false;
   sawFinished_ = false;
   waitForPlaying_ = again || AllFinished();
 }
@@ -180,7 +170,7 @@ std::string ProgressMonitor::Info(const RoundProgress& progress) const {
     return unit + fmt::format("no data for {} min", static_cast<int>(Age() / 60));
   }
   if (progress.tables.empty()) return unit + "no tables in the chosen sections";
-  if (autoPaused_) {
+  if (parts_.clock.State().autoPaused) {
     return unit + fmt::format("waiting for {} table{}", progress.Playing(),
                               progress.Playing() == 1 ? "" : "s");
   }

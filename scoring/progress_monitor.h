@@ -40,9 +40,6 @@ class ProgressMonitor {
   /// The scoring file was closed, or another one opened: a clock that the monitor paused goes on.
   void FileChanged();
 
-  /// Whether the present pause is the monitor's own.
-  bool AutoPaused() const { return autoPaused_; }
-
  private:
   ProgressInput Input() const;
   void Follow();
@@ -59,9 +56,6 @@ class ProgressMonitor {
 
   Parts parts_;
   Session& session_ = parts_.session;
-  bool autoPaused_ = false;
-  bool acting_ = false;             // what the clock does now is the monitor's doing
-  bool resumedByDirector_ = false;  // in this round
   bool sawFinished_ = false;        // at the last look, which nobody could confirm yet
   bool waitForPlaying_ = false;     // a round is not ended before a table was seen playing it
   int16_t round_ = 0;               // that began last

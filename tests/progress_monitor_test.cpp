@@ -140,7 +140,7 @@ TEST_F(EveningTest, TheDirectorsOwnPauseAndResumeHold) {
   bench.clocks.clock.Resume();  // P pressed while held
   bench.PassWithPolls(60);
   EXPECT_EQ(State().phase, Phase::Move);
-  EXPECT_FALSE(bench.monitor.AutoPaused());
+  EXPECT_FALSE(State().autoPaused);
   bench.PassWithPolls(60);
   bench.clocks.clock.Pause();
   AllSend(1, 1);

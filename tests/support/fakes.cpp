@@ -1,7 +1,6 @@
 #include "tests/support/fakes.h"
 
 #include <algorithm>
-#include <array>
 
 #include "basics/numbers.h"
 
@@ -56,10 +55,8 @@ ClockBench::ClockBench(ClockTime start)
 }
 
 void ClockBench::Happened(EventKind kind, const std::string& text) {
-  constexpr std::array kNames = {"round", "warning", "sound",  "move",
-                                 "break", "pause",   "resume", "end"};
-  log.push_back(TimeTextWithSeconds(time.TimeOfDay()) + ' ' + kNames[static_cast<size_t>(kind)] +
-                ' ' + text);
+  log.push_back(TimeTextWithSeconds(time.TimeOfDay()) + ' ' +
+                std::string(kEventNames[static_cast<size_t>(kind)]) + ' ' + text);
   happened(kind);
 }
 

@@ -1,0 +1,57 @@
+#include "clock/undo_list.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <cmath>
+#include <string_view>
+
+namespace corvanel {
+namespace {
+
+constexpr std::array<std::string_view, kSessionCommands> kNames = {
+    "start",     "pause",     "resume",          "next round",     "restart",
+    "+1 minute", "-1 minute", "automatic pause", "automatic move", "the time taken out"};
+
+/// Changed to the next longer unit as soon as it is full.
+std::string Ago(double seconds) {
+  const long whole = std::lround(seconds);
+  return whole < 60 ? fmt::format("{} s ago", whole) : fmt::format("{} min ago", whole / 60);
+}
+
+}  // namespace
+
+std::string_view NameOf(SessionCommand command) {
+  return kNames[static_cast<size_t>(command)];
+}
+
+ClockPoint Shifted(ClockPoint point, double seconds) {
+  for (double* mark : {&point.state.roundEnd, &point.state.moveEnd, &point.state.pauseMark}) {
+    *mark += seconds;
+  }
+  return point;
+}
+
+void UndoList::Push(UndoStep step) {
+  if (steps_.size() == kLevels) steps_.erase(steps_.begin());
+  steps_.push_back(std::move(step));
+}
+
+bool UndoList::Offers(double uptime) const {
+  return !steps_.empty() && uptime - steps_.back().at < kForgottenAfter;
+}
+
+std::optional<UndoStep> UndoList::Take(double uptime) {
+  if (!Offers(uptime)) return {};
+  UndoStep step = std::move(steps_.back());
+  steps_.pop_back();
+  return step;
+}
+
+std::string UndoList::Label(double uptime) const {
+  if (!Offers(uptime)) return {};
+  const UndoStep& step = steps_.back();
+  return fmt::format("Undo {}, {}", NameOf(step.command), Ago(uptime - step.at));
+}
+
+}  // namespace corvanel

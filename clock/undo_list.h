@@ -1,0 +1,60 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "clock/clock_point.h"
+
+namespace corvanel {
+
+/// What was done to a running session and can be taken back.
+enum class SessionCommand {
+  Start,
+  Pause,
+  Resume,
+  NextRound,
+  Restart,
+  AddMinute,
+  SubtractMinute,
+  AutoPause,  // by the scoring link
+  AutoEnd,    // of the round, by the scoring link
+  TakeOutGap
+};
+constexpr int kSessionCommands = 10;
+
+/// The command as it is named to the director: "next round".
+std::string_view NameOf(SessionCommand command);
+
+/// A command with what there was before it.
+struct UndoStep {
+  SessionCommand command = SessionCommand::Start;
+  double at = 0;  // uptime in seconds
+  ClockPoint before;
+
+  bool operator==(const UndoStep&) const = default;
+};
+
+/// The last commands, the latest at the end. What was done long ago is no slip of the hand, and
+/// taking it back by another slip would change the whole evening: it is forgotten.
+class UndoList {
+ public:
+  static constexpr size_t kLevels = 20;
+  static constexpr double kForgottenAfter = 900;  // seconds
+
+  void Push(UndoStep step);
+  /// The command to take back at `uptime`, off the list; nothing when there is none.
+  std::optional<UndoStep> Take(double uptime);
+  /// "Undo next round, 12 s ago"; empty when nothing can be taken back.
+  std::string Label(double uptime) const;
+  const std::vector<UndoStep>& Steps() const { return steps_; }
+  void Replace(std::vector<UndoStep> steps) { steps_ = std::move(steps); }
+
+ private:
+  bool Offers(double uptime) const;
+
+  std::vector<UndoStep> steps_;
+};
+
+}  // namespace corvanel
