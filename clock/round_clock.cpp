@@ -27,8 +27,11 @@ double ToNextWholeSecond(double left) {
 }  // namespace
 
 double Overdue(double mark, double counter) {
-  const double left = mark - counter;
-  return left > kBeyondMidnight ? kSecondsPerDay - left : -left;
+  double left = mark - counter;
+  if (left > kBeyondMidnight) left -= kSecondsPerDay;
+  // The same the other way about, where a mark was carried over from the day before.
+  if (left < kBeyondMidnight - kSecondsPerDay) left += kSecondsPerDay;
+  return -left;
 }
 
 double SecondsRemaining(double endMark, double counter) {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <optional>
+#include <string>
+#include <utility>
 
 #include "clock/clock_view.h"
 #include "session/time_source.h"
@@ -11,11 +13,13 @@ namespace corvanel {
 /// fast as the processor goes.
 class VirtualTime : public TimeSource, public TickTimer {
  public:
-  explicit VirtualTime(ClockTime start, DateTime day = {}) : start_(start), day_(day) {}
+  /// `boot` names the run of the computer.
+  explicit VirtualTime(ClockTime start, DateTime day = {}, std::string boot = "virtual")
+      : start_(start), day_(day), boot_(std::move(boot)) {}
 
   double Counter() const override { return start_.PlusSeconds(elapsed_).Seconds(); }
   Moment ThisMoment() const override {
-    return {"virtual", elapsed_,
+    return {boot_, elapsed_,
             static_cast<double>(day_.seconds) + start_.Seconds() + elapsed_ + set_};
   }
   ClockTime TimeOfDay() const override { return start_.PlusSeconds(elapsed_ + set_); }
@@ -42,6 +46,7 @@ class VirtualTime : public TimeSource, public TickTimer {
  private:
   ClockTime start_;
   DateTime day_;
+  std::string boot_;
   double elapsed_ = 0;
   double set_ = 0;  // seconds that the computer's clock was set forward
   std::optional<double> due_;

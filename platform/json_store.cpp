@@ -1,9 +1,7 @@
 #include "platform/json_store.h"
 
-#include <fcntl.h>
 #include <fmt/chrono.h>
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -14,7 +12,7 @@
 #include <nlohmann/json.hpp>
 
 #include "basics/numbers.h"
-#include "basics/runtime_error.h"
+#include "platform/durable_file.h"
 
 namespace corvanel {
 
@@ -25,40 +23,6 @@ namespace {
 constexpr const char* kCopyMark = ".copy-";
 constexpr const char* kApplication = "Olvendra";
 constexpr std::uintmax_t kLargestStore = 64U << 20U;  // bytes; real ones have a few thousand
-
-RuntimeError WriteError(const fs::path& file, int error) {
-  const int number = error == ENOSPC ? 61 : 75;
-  return {number, fmt::format("{}: {}", file.string(), std::strerror(error))};
-}
-
-/// Writes all of `text` to a new file and has it on the disk before it returns.
-void WriteDurably(const fs::path& file, std::string_view text) {
-  const int handle = ::open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
-  if (handle < 0) throw WriteError(file, errno);
-  int failure = 0;
-  while (!text.empty() && failure == 0) {
-    const ssize_t written = ::write(handle, text.data(), text.size());
-    if (written < 0) {
-      if (errno != EINTR) failure = errno;
-    } else {
-      text.remove_prefix(static_cast<size_t>(written));
-    }
-  }
-  if (failure == 0 && ::fsync(handle) != 0) failure = errno;
-  if (::close(handle) != 0 && failure == 0) failure = errno;
-  if (failure != 0) {
-    ::unlink(file.c_str());
-    throw WriteError(file, failure);
-  }
-}
-
-/// Makes a rename in `folder` last over a power cut; not every file system can.
-void SyncFolder(const fs::path& folder) {
-  const int handle = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (handle < 0) return;
-  ::fsync(handle);
-  ::close(handle);
-}
 
 }  // namespace
 
@@ -201,12 +165,7 @@ void JsonStore::Flush() {
   temporary += ".new";
   WriteDurably(temporary, Text());
   KeepDamagedFile();
-  if (::rename(temporary.c_str(), file_.c_str()) != 0) {
-    const int failure = errno;
-    ::unlink(temporary.c_str());
-    throw WriteError(file_, failure);
-  }
-  SyncFolder(folder);
+  RenameDurably(temporary, file_);
 }
 
 void JsonStore::KeepAsDamaged() {

@@ -4,17 +4,31 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QPushButton>
+#include <algorithm>
 
 namespace corvanel {
 
+namespace {
+
+/// A message box as all of them are.
+class Box : public QMessageBox {
+ public:
+  Box(const std::string& text, QMessageBox::Icon icon, StandardButtons buttons)
+      : QMessageBox(icon, QStringLiteral("Corvanel"), QString::fromStdString(text).remove('\r'),
+                    buttons, QApplication::activeWindow()) {
+    setTextFormat(Qt::PlainText);
+    // In front of a full-screen display and of windows that are always on top.
+    setWindowFlag(Qt::WindowStaysOnTopHint);
+  }
+};
+
+}  // namespace
+
 Answer QtPrompts::Ask(const std::string& text, QMessageBox::Icon icon,
                       QMessageBox::StandardButtons buttons, QMessageBox::StandardButton onEnter) {
-  QMessageBox box(icon, QStringLiteral("Corvanel"), QString::fromStdString(text).remove('\r'),
-                  buttons, QApplication::activeWindow());
-  box.setTextFormat(Qt::PlainText);
+  Box box(text, icon, buttons);
   box.setDefaultButton(onEnter);
-  // In front of a full-screen display and of windows that are always on top.
-  box.setWindowFlag(Qt::WindowStaysOnTopHint);
   switch (box.exec()) {
     case QMessageBox::Yes:
       return Answer::Yes;
@@ -38,6 +52,24 @@ Answer QtPrompts::AskYesNo(const std::string& question) {
 Answer QtPrompts::AskYesNoCancel(const std::string& question) {
   return Ask(question, QMessageBox::Question,
              QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Cancel);
+}
+
+std::optional<size_t> QtPrompts::Choose(const std::string& question,
+                                        const std::vector<std::string>& answers) {
+  Box box(question, QMessageBox::Question, QMessageBox::NoButton);
+  std::vector<QAbstractButton*> buttons;
+  for (const std::string& answer : answers) {
+    // One role for all, so that they stand in their order.
+    buttons.push_back(box.addButton(QString::fromStdString(answer), QMessageBox::ActionRole));
+  }
+  box.setDefaultButton(qobject_cast<QPushButton*>(buttons.front()));
+  // Without a button to reject with, Escape would do nothing.
+  QPushButton* closed = box.addButton(QMessageBox::Cancel);
+  closed->hide();
+  box.exec();
+  const auto clicked = std::find(buttons.begin(), buttons.end(), box.clickedButton());
+  if (clicked == buttons.end()) return std::nullopt;
+  return static_cast<size_t>(clicked - buttons.begin());
 }
 
 Answer QtPrompts::AskToContinue(const std::string& question) {

@@ -14,6 +14,8 @@ class QtPrompts : public Prompts {
   void Message(const std::string& text) override;
   Answer AskYesNo(const std::string& question) override;
   Answer AskYesNoCancel(const std::string& question) override;
+  std::optional<size_t> Choose(const std::string& question,
+                               const std::vector<std::string>& answers) override;
   Answer AskToContinue(const std::string& question) override;
   std::optional<std::string> ChooseFileToSave(const std::string& name,
                                               const std::string& filter) override;

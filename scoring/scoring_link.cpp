@@ -151,6 +151,20 @@ bool ScoringLink::BWSOpenFile(const std::string& path) {
   return true;
 }
 
+void ScoringLink::Reopen(const std::string& path, const std::set<int16_t>& sections) {
+  HandlerSteps step(parts_.errors, kPlace);
+  step([&] {
+    parts_.log.LogOpen("CONTINUE - version " + parts_.version);
+    parts_.log.LogWrite("Database " + path);
+  });
+  path_ = path;
+  selected_ = sections;
+  model_ = ScoringSession();
+  parts_.session.unitLinkOpen = true;
+  step([&] { parts_.view.ShowScoringFile(path_); });
+  step([&] { BWSReadFile(); });
+}
+
 std::set<int16_t> ScoringLink::ChooseSections(const ScoringPicture& picture) {
   std::set<int16_t> all = AllSections(picture);
   if (all.size() < 2) return all;

@@ -81,6 +81,9 @@ class ScoringLink : public FollowedScoring {
   bool BWSChooseFile(bool recentOnly);
   /// Opens a file. False when it is not taken: a message tells why, and what was open stays open.
   bool BWSOpenFile(const std::string& path);
+  /// Goes on with a file that an earlier run of the program had open, with the sections chosen
+  /// then. Nothing is asked or taken over; a file that is not there now is waited for.
+  void Reopen(const std::string& path, const std::set<int16_t>& sections);
   bool BWSReadFile() override;
   /// Writes the unit's name where it stands; an empty name becomes "Bridgemate".
   void BWSSetUnitCaptions();
@@ -88,6 +91,8 @@ class ScoringLink : public FollowedScoring {
   bool IsOpen() const override { return !path_.empty(); }
   const ScoringSession& Model() const override { return model_; }
   const std::string& Path() const { return path_; }
+  /// The chosen sections, by their numbers in the file.
+  const std::set<int16_t>& Sections() const { return selected_; }
   const std::string& UnitName() const { return parts_.session.options.TableTopUnit; }
 
  private:

@@ -259,6 +259,14 @@ void ControlWindow::cmdResume_Click() {
   step([&] { parts_.stage.ShowDisplays(); });
 }
 
+void ControlWindow::SessionContinues() {
+  started_ = true;
+  Display();
+  HandlerSteps step(parts_.errors, kPlace);
+  step([&] { parts_.view.OfferResume(); });
+  step([&] { parts_.stage.ShowDisplays(); });
+}
+
 void ControlWindow::cmdStop_Click() {
   Handle([&] { parts_.exit.FromControlWindow(started_); });
 }

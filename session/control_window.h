@@ -60,6 +60,8 @@ class ControlWindow {
   /// paused one stays paused.
   void cmdResume_Click();
   void cmdStop_Click();
+  /// The clock goes on with a session of an earlier run of the program: shows it.
+  void SessionContinues();
 
   /// The clock moved on: shows round, start time and finish as they are now.
   void ShowProgress();

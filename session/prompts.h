@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace corvanel {
 
@@ -16,6 +17,10 @@ class Prompts {
   virtual void Message(const std::string& text) = 0;
   virtual Answer AskYesNo(const std::string& question) = 0;
   virtual Answer AskYesNoCancel(const std::string& question) = 0;
+  /// A question with answers of its own; Enter gives the first. Returns the index of the one
+  /// chosen, nothing when the box was closed without an answer.
+  virtual std::optional<size_t> Choose(const std::string& question,
+                                       const std::vector<std::string>& answers) = 0;
   /// The question of the error report, Yes or No. While it is open the clock's ticks are held; the
   /// first one afterwards catches up.
   virtual Answer AskToContinue(const std::string& question) = 0;

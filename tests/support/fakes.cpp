@@ -46,8 +46,8 @@ void FakeStore::Flush() {
   ++flushes;
 }
 
-ClockBench::ClockBench(ClockTime start)
-    : time(start), clock({session, time, time, *this, *this, *this, errors}) {
+ClockBench::ClockBench(ClockTime start, DateTime day, const std::string& boot)
+    : time(start, day, boot), clock({session, time, time, *this, *this, *this, errors}) {
   session.settings.sounds.files = {"warning0", "warning1", "end",     "break",
                                    "skip",     "arrow",    "endbreak"};
   session.settings.optBreak = false;

@@ -22,6 +22,12 @@ class FakePrompts : public Prompts {
   void Message(const std::string& text) override { texts.push_back(text); }
   Answer AskYesNo(const std::string& question) override { return Next(question); }
   Answer AskYesNoCancel(const std::string& question) override { return Next(question); }
+  std::optional<size_t> Choose(const std::string& question,
+                               const std::vector<std::string>& answers) override {
+    texts.push_back(question);
+    choices = answers;
+    return choice;
+  }
   Answer AskToContinue(const std::string& question) override { return Next(question); }
   std::optional<std::string> ChooseFileToSave(const std::string& name,
                                               const std::string& /*filter*/) override {
@@ -35,7 +41,9 @@ class FakePrompts : public Prompts {
     return file;
   }
 
-  std::optional<std::string> file;  // what the choosers answer
+  std::vector<std::string> choices;  // of the last question with answers of its own
+  std::optional<size_t> choice;      // what is chosen of them
+  std::optional<std::string> file;   // what the choosers answer
 
   std::deque<Answer> answers;
   std::vector<std::string> texts;
@@ -94,7 +102,8 @@ class FakeStore : public SettingsStore {
 /// A round clock in virtual time that keeps what it shows, plays and tells.
 class ClockBench : public ClockView, public SoundPlayer, public ClockEvents {
  public:
-  explicit ClockBench(ClockTime start = ClockTime::At(19, 30));
+  explicit ClockBench(ClockTime start = ClockTime::At(19, 30), DateTime day = {},
+                      const std::string& boot = "virtual");
 
   void ShowFace(const ClockFace& shown) override {
     face = shown;

@@ -13,6 +13,10 @@ namespace corvanel {
 /// controls show.
 class FavouritesBench : public FavouritesView {
  public:
+  explicit FavouritesBench(ClockTime start = ClockTime::At(19, 30), DateTime day = {},
+                           const std::string& boot = "virtual")
+      : bench(start, day, boot) {}
+
   void ShowFavourites(const std::vector<std::string>& names, const std::string& text) override {
     listed = names;
     chosen = text;

@@ -59,7 +59,8 @@ void FakeDatabase::Put(const std::string& path, ScoringPicture picture, DateTime
   files_[path] = std::make_shared<ScoringPicture>(std::move(picture));
 }
 
-ScoringBench::ScoringBench() {
+ScoringBench::ScoringBench(ClockTime start, DateTime day, const std::string& boot)
+    : base(start, day, boot) {
   clocks.happened = [this](EventKind kind) { monitor.Happened(kind); };
   session.options.LogFile = -1;
 }

@@ -45,7 +45,8 @@ class ScoringBench : public LogStorage,
                      public LinkView,
                      public ProgressView {
  public:
-  ScoringBench();
+  explicit ScoringBench(ClockTime start = ClockTime::At(19, 30), DateTime day = {},
+                        const std::string& boot = "virtual");
 
   void OpenLog(const std::string& name) override { log.push_back("open " + name); }
   void WriteLine(const std::string& line) override { log.push_back(line); }

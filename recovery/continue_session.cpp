@@ -1,0 +1,114 @@
+#include "recovery/continue_session.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace corvanel {
+namespace {
+
+constexpr double kOverFor = 3600;  // seconds after its end for which an evening is asked for
+constexpr double kLongestAbsence = 40000;  // seconds over which marks can be followed
+
+/// Seconds left of the phase at `moment`, which lies after the record was taken.
+double SecondsLeft(const SessionRecord& record, const Moment& moment) {
+  const ClockState& state = record.point.state;
+  const double end = state.phase == Phase::Move ? state.moveEnd : state.roundEnd;
+  if (state.paused) return SecondsRemaining(end, state.pauseMark);
+  return std::max(SecondsRemaining(end, record.counter) - moment.Since(record.at), 0.0);
+}
+
+std::string TextOfPhase(const SessionRecord& record) {
+  const int round = record.point.currentRound;
+  switch (record.point.state.phase) {
+    case Phase::Break:
+      return "Break";
+    case Phase::Move:
+      return fmt::format("Move after round {} of {}", round, record.settings.nRounds);
+    default:
+      return fmt::format("Round {} of {}", round, record.settings.nRounds);
+  }
+}
+
+std::string Ago(double seconds) {
+  if (seconds < 90) return fmt::format("{:.0f} seconds ago", seconds);
+  if (seconds < 5400) return fmt::format("{:.0f} minutes ago", seconds / 60);
+  return fmt::format("{:.1f} hours ago", seconds / 3600);
+}
+
+}  // namespace
+
+/// The newest record that can be read. One that is damaged stands back for an older one.
+std::optional<SessionRecord> ContinueSession::Latest() {
+  std::string damage;
+  for (const std::string& text : parts_.keeper.Kept()) {
+    const auto record = ReadRecord(text);
+    if (record) return record.Value();
+    if (damage.empty()) damage = record.Failure().description;
+  }
+  if (!damage.empty()) {
+    parts_.notices.Set(
+        {NoticeKind::LastSession, "The record of the last session cannot be used: " + damage, ""});
+  }
+  return {};
+}
+
+/// Whether the session would have ended some time ago, had it run on.
+bool ContinueSession::LongOver(const SessionRecord& record) const {
+  const ClockState& state = record.point.state;
+  const Schedule schedule =
+      CalcFinish(record.settings, record.point.currentRound,
+                 {state.phase, SecondsLeft(record, record.at), state.inBreak}, {});
+  const double over = schedule.finish.Seconds() + kOverFor;
+  return parts_.time.ThisMoment().Since(record.at) > std::min(over, kLongestAbsence);
+}
+
+/// When the earlier run was last known to be alive.
+Moment ContinueSession::Stopped(const SessionRecord& record) const {
+  const auto alive = parts_.keeper.LastAlive();
+  return alive && alive->Since(record.at) > 0 ? *alive : record.at;
+}
+
+std::string ContinueSession::Question(const SessionRecord& record) const {
+  const Moment stopped = Stopped(record);
+  const double ago = parts_.time.ThisMoment().Since(stopped);
+  const ClockTime when = parts_.time.TimeOfDay().PlusSeconds(-ago);
+  return fmt::format(
+      "Corvanel was ended while a session was running.\r\n\r\n{}, {} left{}\r\n"
+      "as it stood at {}, {}\r\n\r\nHow shall the session go on?",
+      TextOfPhase(record), MinutesAndSeconds(SecondsLeft(record, stopped)),
+      record.point.state.paused ? ", paused" : "",
+      TimeTextWithSeconds(when, parts_.session.options.Form()), Ago(ago));
+}
+
+std::optional<SessionRecord> ContinueSession::Ask() {
+  const auto record = Latest();
+  if (!record || !record->point.state.Running() || LongOver(*record)) return {};
+  const auto chosen = parts_.prompts.Choose(
+      Question(*record),
+      {"As if the clock had run on",
+       "From " + MinutesAndSeconds(SecondsLeft(*record, Stopped(*record))), "Not at all"});
+  if (!chosen) return {};  // nothing was decided: it can still be asked at the next start
+  if (*chosen == 2) {
+    parts_.keeper.Forget();
+    return {};
+  }
+  fromWhereItStopped_ = *chosen == 1;
+  return record;
+}
+
+void ContinueSession::GoOn(const SessionRecord& record) {
+  parts_.session.settings = record.settings;
+  const Moment now = parts_.time.ThisMoment();
+  const double elapsed = now.Since(record.at);
+  const double counted = fromWhereItStopped_ ? Stopped(record).Since(record.at) : elapsed;
+  const double shift = parts_.time.Counter() - counted - record.counter;
+  std::vector<UndoStep> undo = record.undo;
+  for (UndoStep& step : undo) {
+    step.at += now.uptime - elapsed - record.at.uptime;
+    step.before = Shifted(step.before, shift);
+  }
+  parts_.clock.Continue(Shifted(record.point, shift), undo);
+}
+
+}  // namespace corvanel

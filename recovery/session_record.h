@@ -1,0 +1,34 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "basics/result.h"
+#include "clock/undo_list.h"
+#include "session/time_source.h"
+
+namespace corvanel {
+
+/// A running session as it is written down, so that a later run of the program can go on with it.
+struct SessionRecord {
+  Moment at;           // when it was taken
+  double counter = 0;  // what the counter, by which all marks are, showed then
+  ClockPoint point;
+  SessionSettings settings;
+  std::vector<UndoStep> undo;
+  std::string scoringFile;     // that was open; empty when none was
+  std::set<int16_t> sections;  // that were chosen of it
+
+  /// Whether both tell of the same state, whenever they were taken.
+  bool SameState(const SessionRecord& other) const;
+};
+
+/// The record as text (JSON).
+std::string TextOf(const SessionRecord& record);
+
+/// The record of a text. An error when the text is damaged or cannot be true, or was written by a
+/// newer version of the program.
+Result<SessionRecord> ReadRecord(const std::string& text);
+
+}  // namespace corvanel

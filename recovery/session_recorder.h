@@ -1,0 +1,61 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "clock/round_clock.h"
+#include "recovery/session_record.h"
+#include "scoring/scoring_link.h"
+#include "session/notices.h"
+
+namespace corvanel {
+
+/// Where records of the session are kept over the end of the program.
+class RecordKeeper {
+ public:
+  virtual ~RecordKeeper() = default;
+  /// Has the text written, durably and at once, and does not wait for it. A text that has not
+  /// been written when the next one comes is left out.
+  virtual void Keep(const std::string& text) = 0;
+  /// The session still runs: keeps the moment, overwriting the one before it. Needs not survive a
+  /// power cut.
+  virtual void KeepAlive(const Moment& moment) = 0;
+  /// Why the latest text is not on the disk; empty when it is, or is still on its way.
+  virtual std::string Failure() const = 0;
+  /// The texts of an earlier run, the latest first.
+  virtual std::vector<std::string> Kept() const = 0;
+  /// The last moment at which that run was alive, if it is known.
+  virtual std::optional<Moment> LastAlive() const = 0;
+  /// There is nothing to go on with: no text is kept any more when it returns, but on a disk that
+  /// does not answer.
+  virtual void Forget() = 0;
+};
+
+/// Writes a running session down whenever anything about it changes.
+class SessionRecorder {
+ public:
+  struct Parts {
+    const Session& session;
+    const RoundClock& clock;
+    const ScoringLink& link;
+    const TimeSource& time;
+    RecordKeeper& keeper;
+    Notices& notices;
+  };
+  explicit SessionRecorder(const Parts& parts) : parts_(parts) {}
+
+  /// To be called after everything that the clock does, and at least once a second while it runs.
+  void Update();
+  /// The program ends properly: nothing is to be continued.
+  void Close();
+
+ private:
+  void Write(const SessionRecord& record);
+
+  Parts parts_;
+  SessionRecord written_;
+  bool anyWritten_ = false;
+};
+
+}  // namespace corvanel

@@ -1,0 +1,342 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "platform/record_files.h"
+#include "recovery/continue_session.h"
+#include "tests/support/scoring_bench.h"
+
+namespace corvanel {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+/// Records in memory.
+class FakeKeeper : public RecordKeeper {
+ public:
+  void Keep(const std::string& text) override {
+    ++writes;
+    if (failure.empty()) texts.insert(texts.begin(), text);
+  }
+  void KeepAlive(const Moment& moment) override { alive = moment; }
+  std::string Failure() const override { return failure; }
+  std::vector<std::string> Kept() const override { return texts; }
+  std::optional<Moment> LastAlive() const override { return alive; }
+  void Forget() override { texts.clear(); }
+
+  std::vector<std::string> texts;  // the latest first
+  std::optional<Moment> alive;
+  std::string failure;
+  int writes = 0;
+};
+
+class FakeNotices : public NoticeView {
+ public:
+  void ShowNotices(const std::vector<Notice>& shown) override { notices = shown; }
+  std::vector<Notice> notices;
+};
+
+/// One run of the program, which writes its session down.
+struct ProgramRun {
+  ProgramRun(FakeKeeper& records, ClockTime start, const std::string& boot)
+      : bench(start, DateTime::Of(2026, 11, 20), boot), keeper(records) {}
+
+  void Begin() {
+    SessionSettings& s = session().settings;
+    s.nRounds = 4;
+    s.MinPerRound = 10;
+    s.optBreak = true;
+    s.BreakAfterRound = 2;
+    s.TimeForBreak = 5;
+    bench.clocks.clock.Start();
+    recorder.Update();
+  }
+  void Pass(double seconds) {
+    ClockBench& clocks = bench.clocks;
+    const double until = clocks.time.Elapsed() + seconds;
+    while (clocks.time.Due() && *clocks.time.Due() <= until) {
+      clocks.time.PassToWakeUp();
+      clocks.clock.Tick();
+      recorder.Update();
+    }
+    clocks.time.PassTo(until);
+  }
+  void Do(const std::function<void(RoundClock&)>& command) {
+    command(bench.clocks.clock);
+    recorder.Update();
+  }
+  /// What a start of the program does.
+  bool Resume() {
+    const auto record = ending.Ask();
+    if (record) ending.GoOn(*record);
+    return record.has_value();
+  }
+  Session& session() { return bench.session; }
+  const ClockFace& Face() { return bench.clocks.face; }
+  double Left() { return bench.clocks.clock.CurrentProgress().secondsLeft; }
+
+  ScoringBench bench;
+  FakeKeeper& keeper;
+  FakeNotices view;
+  Notices notices{view};
+  SessionRecorder recorder{
+      {bench.session, bench.clocks.clock, bench.link, bench.clocks.time, keeper, notices}};
+  ContinueSession ending{
+      {bench.session, bench.clocks.clock, bench.clocks.time, keeper, bench.base.prompts, notices}};
+};
+
+constexpr double kMoments[] = {0, 3.3, 299.5, 425, 595, 640, 700, 1300, 1500, 1900, 2600};
+
+/// The program is killed at each of these moments and started again later, in a run of the computer
+/// in which the counter started elsewhere.
+TEST(ContinueSessionTest, GoesOnAsIfTheClockHadRunOn) {
+  for (const bool restarted : {false, true}) {
+    for (const double killed : kMoments) {
+      for (const double later : {0.2, 20.0, 100.0, 800.0}) {
+        const std::string where = std::to_string(killed) + " and " + std::to_string(later);
+        FakeKeeper keeper;
+        FakeKeeper other;
+        ProgramRun first(keeper, ClockTime::At(23, 30), "one");
+        ProgramRun awake(other, ClockTime::At(23, 30), "one");
+        for (ProgramRun* run : {&first, &awake}) {
+          run->Begin();
+          run->Pass(killed);
+        }
+        awake.Pass(later);
+        awake.bench.clocks.clock.Tick();
+        const double now = 23.5 * 3600 + killed + later;
+        ProgramRun second(keeper,
+                          restarted ? ClockTime::At(0, 0).PlusSeconds(now) : ClockTime::At(23, 30),
+                          restarted ? "two" : "one");
+        if (!restarted) second.bench.clocks.time.PassTo(killed + later);
+        if (restarted && now >= kSecondsPerDay) second.bench.clocks.time.SetClock(kSecondsPerDay);
+        second.bench.base.prompts.choice = 0;
+        ASSERT_TRUE(second.Resume()) << where;
+        EXPECT_EQ(second.Face().countdown, awake.Face().countdown) << where;
+        EXPECT_EQ(second.Face().phase, awake.Face().phase) << where;
+        EXPECT_EQ(second.Face().caption, awake.Face().caption) << where;
+        EXPECT_EQ(second.Face().message, awake.Face().message) << where;
+        EXPECT_EQ(second.Face().countdownStyle, awake.Face().countdownStyle) << where;
+        EXPECT_EQ(second.session().currentRound, awake.session().currentRound) << where;
+        EXPECT_NEAR(second.Left(), awake.Left(), 1e-3) << where;
+      }
+    }
+  }
+}
+
+TEST(ContinueSessionTest, GoesOnFromWhereItStopped) {
+  FakeKeeper keeper;
+  ProgramRun first(keeper, ClockTime::At(20, 0), "one");
+  first.Begin();
+  first.Pass(100.5);
+  first.Do([](RoundClock& clock) { clock.NextRound(); });
+  first.Pass(200);  // nothing changes in it; the last second that was shown is what counts
+  ProgramRun second(keeper, ClockTime::At(20, 12), "two");
+  second.bench.base.prompts.choice = 1;
+  ASSERT_TRUE(second.Resume());
+  EXPECT_NEAR(second.Left(), 400, 1);
+  EXPECT_EQ(second.session().currentRound, 2);
+  EXPECT_EQ(second.bench.base.prompts.choices[1], "From 6:40");
+  EXPECT_EQ(second.bench.base.prompts.texts.back(),
+            "Corvanel was ended while a session was running.\r\n\r\nRound 2 of 4, 6:40 left\r\n"
+            "as it stood at 20:05:01, 7 minutes ago\r\n\r\nHow shall the session go on?");
+  // What was done just before can still be taken back.
+  EXPECT_EQ(second.Face().undo, "Undo next round, 10 min ago");
+  second.Do([](RoundClock& clock) { clock.Undo(); });
+  EXPECT_EQ(second.session().currentRound, 1);
+  EXPECT_NEAR(second.Left(), 600 - 300.5, 1);
+}
+
+TEST(ContinueSessionTest, APausedSessionStaysPaused) {
+  for (const size_t choice : {0U, 1U}) {
+    FakeKeeper keeper;
+    ProgramRun first(keeper, ClockTime::At(20, 0), "one");
+    first.Begin();
+    first.Pass(60);
+    first.Do([](RoundClock& clock) { clock.Pause(Hand::Link); });
+    first.Pass(30);
+    ProgramRun second(keeper, ClockTime::At(20, 20), "two");
+    second.bench.base.prompts.choice = choice;
+    ASSERT_TRUE(second.Resume());
+    EXPECT_TRUE(second.Face().paused);
+    EXPECT_TRUE(second.bench.clocks.clock.State().autoPaused);
+    EXPECT_EQ(second.Face().countdown, "9:00");
+    second.Pass(15);
+    second.Do([](RoundClock& clock) { clock.Resume(); });
+    EXPECT_EQ(second.Face().countdown, "9:00");
+  }
+}
+
+TEST(ContinueSessionTest, NothingIsAskedWhereNothingIsToBeContinued) {
+  struct Row {
+    const char* what;
+    std::function<void(ProgramRun&)> evening;
+    ClockTime next;
+    bool asked;
+  };
+  const auto nothing = [](ProgramRun& run) { run.Pass(60); };
+  const Row rows[] = {
+      {"killed", nothing, ClockTime::At(20, 10), true},
+      {"ended properly", [](ProgramRun& run) { run.recorder.Close(); }, ClockTime::At(20, 10),
+       false},
+      {"session over", [](ProgramRun& run) { run.Pass(4000); }, ClockTime::At(21, 10), false},
+      {"never started", [](ProgramRun& run) { run.keeper.texts.clear(); }, ClockTime::At(20, 10),
+       false},
+      {"an hour after its end", nothing, ClockTime::At(21, 46), true},
+      {"long over", nothing, ClockTime::At(21, 50), false},
+      {"paused long ago", [](ProgramRun& run) { run.Do([](RoundClock& clock) { clock.Pause(); }); },
+       ClockTime::At(21, 50), false},
+      {"clock set back", nothing, ClockTime::At(19, 0), true},
+  };
+  for (const Row& row : rows) {
+    FakeKeeper keeper;
+    ProgramRun first(keeper, ClockTime::At(20, 0), "one");
+    first.Begin();
+    row.evening(first);
+    ProgramRun second(keeper, row.next, "two");
+    second.Resume();
+    EXPECT_EQ(!second.bench.base.prompts.texts.empty(), row.asked) << row.what;
+    EXPECT_THAT(second.view.notices, IsEmpty()) << row.what;
+  }
+}
+
+TEST(ContinueSessionTest, LeavingItForgetsItAndClosingTheQuestionDoesNot) {
+  FakeKeeper keeper;
+  ProgramRun first(keeper, ClockTime::At(20, 0), "one");
+  first.Begin();
+  ProgramRun second(keeper, ClockTime::At(20, 1), "two");
+  EXPECT_FALSE(second.Resume());
+  EXPECT_EQ(second.bench.base.prompts.texts.size(), 1U);
+  second.bench.base.prompts.choice = 2;
+  EXPECT_FALSE(second.Resume());
+  EXPECT_FALSE(second.Resume());
+  EXPECT_EQ(second.bench.base.prompts.texts.size(), 2U);
+}
+
+TEST(ContinueSessionTest, ADamagedRecordIsToldInALineAndAnOlderOneServes) {
+  FakeKeeper keeper;
+  ProgramRun first(keeper, ClockTime::At(20, 0), "one");
+  first.Begin();
+  const std::string whole = keeper.texts.front();
+  const auto with = [&](const std::string& from, const std::string& to) {
+    std::string text = whole;
+    const size_t place = text.find(from);
+    EXPECT_NE(place, std::string::npos) << from;
+    return text.replace(place, from.size(), to);
+  };
+  const std::string damaged[] = {
+      "",
+      "{}",
+      "[1,2",
+      std::string(100, '\0'),
+      whole.substr(0, whole.size() / 2),
+      with("\"format\": 1", "\"format\": 2"),
+      with("\"phase\": 1", "\"phase\": 17"),
+      with("\"currentRound\": 1", "\"currentRound\": 0"),
+      with("\"nRounds\": 4", "\"nRounds\": 0"),
+      with("\"nRounds\": 4", "\"nRounds\": null"),
+      with("\"MinPerRound\": 10.0", "\"MinPerRound\": -3"),
+      with("\"MinPerRound\": 10.0", "\"MinPerRound\": \"ten\""),
+      with("\"roundEnd\": ", "\"roundEnd\": 1e30"),
+  };
+  for (const std::string& text : damaged) {
+    for (const bool olderOne : {false, true}) {
+      keeper.texts = {text};
+      if (olderOne) keeper.texts.push_back(whole);
+      ProgramRun second(keeper, ClockTime::At(20, 1), "two");
+      EXPECT_EQ(second.Resume(), false);
+      EXPECT_EQ(second.bench.base.prompts.texts.empty(), !olderOne) << text;
+      EXPECT_EQ(second.view.notices.size(), olderOne ? 0U : 1U) << text;
+    }
+  }
+}
+
+TEST(SessionRecorderTest, WritesEveryChangeAndOnlyChanges) {
+  FakeKeeper keeper;
+  ProgramRun run(keeper, ClockTime::At(20, 0), "one");
+  run.recorder.Update();
+  EXPECT_EQ(keeper.writes, 0);  // nothing has begun
+  run.Begin();
+  EXPECT_EQ(keeper.writes, 1);
+  const auto writes = [&](const std::function<void()>& change) {
+    const int before = keeper.writes;
+    change();
+    return keeper.writes - before;
+  };
+  const auto does = [&](auto command) { return writes([&] { run.Do(command); }); };
+  EXPECT_EQ(writes([&] { run.Pass(60); }), 0);
+  EXPECT_EQ(does([](RoundClock& clock) { clock.Pause(); }), 1);
+  EXPECT_EQ(writes([&] { run.Pass(60); }), 0);
+  EXPECT_EQ(does([](RoundClock& clock) { clock.Resume(); }), 1);
+  EXPECT_EQ(does([](RoundClock& clock) { clock.ChangeMinutes(1); }), 1);
+  EXPECT_EQ(does([](RoundClock& clock) { clock.Undo(); }), 1);
+  EXPECT_EQ(does([](RoundClock& clock) { clock.Restart(); }), 1);
+  EXPECT_EQ(writes([&] { run.Pass(200); }), 1);  // a warning
+  EXPECT_EQ(writes([&] { run.Pass(400); }), 2);  // the other one, the move
+  EXPECT_EQ(does([](RoundClock& clock) { clock.NextRound(); }), 1);
+  EXPECT_EQ(writes([&] {
+              run.session().settings.Header = "Monday";
+              run.Pass(1);
+            }),
+            1);
+  EXPECT_EQ(writes([&] {
+              run.bench.Open(Mitchell(4, 4, 2));
+              run.Pass(1);
+            }),
+            1);
+  const auto record = ReadRecord(keeper.texts.front());
+  ASSERT_TRUE(record);
+  EXPECT_EQ(record.Value().scoringFile, ScoringBench::kFile);
+  EXPECT_THAT(record.Value().sections, ElementsAre(1));
+  EXPECT_EQ(record.Value().settings, run.session().settings);
+}
+
+TEST(SessionRecorderTest, AFailureIsShownTriedAgainAndMended) {
+  FakeKeeper keeper;
+  ProgramRun run(keeper, ClockTime::At(20, 0), "one");
+  run.Begin();
+  keeper.failure = "No space left on device";
+  run.Do([](RoundClock& clock) { clock.Pause(); });
+  ASSERT_EQ(run.view.notices.size(), 1U);
+  EXPECT_THAT(run.view.notices[0].text, HasSubstr("No space left on device"));
+  const int writes = keeper.writes;
+  run.Pass(21);
+  EXPECT_EQ(keeper.writes, writes + 4);
+  keeper.failure.clear();
+  run.Pass(1);
+  EXPECT_THAT(run.view.notices, IsEmpty());
+}
+
+TEST(RecordFilesTest, KeepsTheLatestAndSurvivesWhatLiesInItsWay) {
+  char name[] = "/tmp/corvanel-record-XXXXXX";
+  const std::filesystem::path folder = mkdtemp(name);
+  const std::filesystem::path store = folder / "settings.json";
+  for (const char* text : {"1", "2", "3", "4", "5"}) RecordFiles(store).Keep(text);
+  EXPECT_THAT(RecordFiles(store).Kept(), ElementsAre("5", "4", "3"));
+  RecordFiles(store).KeepAlive({"boot", 12.5, 1e9});
+  EXPECT_EQ(RecordFiles(store).LastAlive()->utc, 1e9);
+  std::filesystem::remove(folder / "settings.json.session");
+  EXPECT_THAT(RecordFiles(store).Kept(), ElementsAre("4", "3"));
+  // A folder where the file should be written: an error, not a crash.
+  std::filesystem::create_directory(folder / "settings.json.session.new");
+  RecordFiles files(store);
+  files.Keep("6");
+  while (files.Failure().empty()) std::this_thread::yield();
+  EXPECT_THAT(files.Kept(), ElementsAre("4", "3"));
+  std::filesystem::remove(folder / "settings.json.session.new");
+  files.Keep("7");
+  while (!files.Failure().empty()) std::this_thread::yield();
+  files.Forget();
+  EXPECT_THAT(files.Kept(), IsEmpty());
+  EXPECT_FALSE(files.LastAlive());
+  EXPECT_TRUE(std::filesystem::is_empty(folder));
+  std::filesystem::remove_all(folder);
+}
+
+}  // namespace
+}  // namespace corvanel
