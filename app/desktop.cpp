@@ -1,14 +1,11 @@
 #include "app/desktop.h"
 
 #include <QApplication>
-#include <QScreen>
 #include <cmath>
 #include <cstdlib>
 
-#include "display/screen_plan.h"
 #include "display/window/frm_font.h"
 #include "display/window/frm_help.h"
-#include "display/window/text_row.h"
 #include "platform/folders.h"
 #include "platform/qt_installer_file.h"
 #include "platform/qt_update_server.h"
@@ -22,11 +19,6 @@
 #include "startup/version.h"
 
 namespace corvanel {
-namespace {
-
-constexpr int kWindowsSettle = 300;  // milliseconds that the window system moves windows about
-
-}  // namespace
 
 Desktop::Desktop(const std::filesystem::path& store)
     : store_(store),
@@ -57,7 +49,18 @@ Desktop::Desktop(const std::filesystem::path& store)
                 time_,
                 ticks_,
                 frmMain_,
-                {&frmDisplay_, &frmDisplay2_}}) {
+                {&frmDisplay_, &frmDisplay2_}}),
+      safety_({session_,
+               control_,
+               clock_,
+               scoring_,
+               prompts_,
+               sounds_,
+               time_,
+               store_,
+               frmMain_,
+               {&frmDisplay_, &frmDisplay2_}},
+              store) {
   session_.ProgramFolder = ProgramFolderPath();
   frmMain_.SetLogic(control_);
   frmMain_.ShowVersion(QString::fromStdString(ThisVersion().Text()));
@@ -128,35 +131,6 @@ void Desktop::StartUp() {
   connect(splash_.get(), &QDialog::finished, this, &Desktop::OpenControlWindow);
 }
 
-void Desktop::ConnectDisplays() {
-  for (DisplayWindow* display :
-       {static_cast<DisplayWindow*>(&frmDisplay_), static_cast<DisplayWindow*>(&frmDisplay2_)}) {
-    display->setWindowTitle(frmMain_.windowTitle());
-    connect(display, &DisplayWindow::StateChanged, this, [this, display] {
-      ShowFullScreenPair(!display->Place().normal);
-      ShowMonitorPairs();
-      // A room display that comes to the front must not take the director's keys with it.
-      if (frmDisplay2_.isVisible() && display == &frmDisplay_) {
-        QTimer::singleShot(kWindowsSettle, &frmDisplay2_,
-                           [this] { frmDisplay2_.activateWindow(); });
-      }
-    });
-    connect(display, &DisplayWindow::SoundsWanted, this, &Desktop::ShowSoundOptions);
-    connect(display, &DisplayWindow::OptionsWanted, this, &Desktop::ShowDisplayOptions);
-  }
-  connect(&frmMain_, &FrmMain::DisplayOptionsWanted, this, &Desktop::ShowDisplayOptions);
-  connect(&frmMain_, &FrmMain::SoundOptionsWanted, this, &Desktop::ShowSoundOptions);
-  connect(&frmMain_, &FrmMain::SoundsFileWanted, this, [this] { OpenProgramFile("sounds.txt"); });
-  connect(&frmMain_, &FrmMain::ManualWanted, this, [this] { OpenProgramFile("Timer Manual.pdf"); });
-  connect(&frmMain_, &FrmMain::GeneralOptionsWanted, this, &Desktop::ShowGeneralOptions);
-  const auto later = [this] {
-    // The window system is still moving windows about.
-    QTimer::singleShot(kWindowsSettle, this, &Desktop::ScreensChanged);
-  };
-  connect(qApp, &QGuiApplication::screenAdded, this, later);
-  connect(qApp, &QGuiApplication::screenRemoved, this, later);
-}
-
 void Desktop::OpenControlWindow() {
   if (!Load()) {
     EndProgram();
@@ -168,6 +142,7 @@ void Desktop::OpenControlWindow() {
                      "\n\nWhat could be read of it is used, and defaults for the rest. "
                      "The damaged file will be kept beside the new one.");
   }
+  if (safety_.OfferToContinue()) return;
   scoring_.Suggest();
   if (firstStart_) Welcome();
 }
@@ -190,22 +165,13 @@ void Desktop::ArmTimeOfDay() {
   timerCurrentTime_.start(static_cast<int>(std::ceil((60 - intoMinute) * 1000)));
 }
 
-void Desktop::ShowFace(const ClockFace& face) {
-  frmDisplay_.ShowFace(face);
-  if (UsesTwin() || frmDisplay2_.isVisible()) frmDisplay2_.ShowFace(face);
-  clock_.TimerCurrentTime_Timer();
-  control_.ShowProgress();
-}
-
-void Desktop::ShowTimeOfDay(const std::string& time) {
-  frmDisplay_.ShowTimeOfDay(time);
-  if (UsesTwin() || frmDisplay2_.isVisible()) frmDisplay2_.ShowTimeOfDay(time);
-}
-
 void Desktop::Happened(EventKind kind, const std::string& text) {
   scoring_.Happened(kind);
-  if (kind == EventKind::Round) awake_.Hold();
-  if (kind == EventKind::End) awake_.Release();
+  if (kind == EventKind::End) {
+    awake_.Release();
+  } else {
+    awake_.Hold();
+  }
   emit SessionEvent(static_cast<int>(kind), QString::fromStdString(text));
 }
 
@@ -224,37 +190,6 @@ void Desktop::ShowHelp() {
   FrmHelp help(QApplication::activeWindow());
   connect(&help, &FrmHelp::SoundsWanted, this, [this] { OpenProgramFile("sounds.txt"); });
   help.exec();
-}
-
-void Desktop::ComeToFront() {
-  QWidget* front = &frmMain_;
-  if (splash_ && splash_->isVisible()) front = splash_.get();
-  if (frmDisplay_.isVisible() && !frmMain_.isVisible()) front = &frmDisplay_;
-  if (frmDisplay2_.isVisible() && !frmMain_.isVisible()) front = &frmDisplay2_;
-  front->show();
-  front->raise();
-  front->activateWindow();
-}
-
-double Desktop::ScreenWidth() const {
-  return QGuiApplication::primaryScreen()->geometry().width() * kTwipsPerPixel;
-}
-
-void Desktop::ShowFullScreenPair(bool fullScreen) {
-  frmDisplay_.ShowFullScreenPair(fullScreen);
-  frmDisplay2_.ShowFullScreenPair(fullScreen);
-}
-
-void Desktop::ShowMonitorPairs() {
-  frmDisplay2_.ShowRoomDisplay(frmDisplay_.isVisible(), !frmDisplay_.Place().normal);
-  // Where both displays share one screen neither is full screen; that is not remembered.
-  if (QGuiApplication::screens().size() > 1) roomFullScreen_ = frmDisplay_.isFullScreen();
-}
-
-void Desktop::RearrangeDisplays() {
-  frmDisplay_.Rearrange();
-  if (UsesTwin()) frmDisplay2_.Rearrange();
-  control_.ShowTitleTick();
 }
 
 void Desktop::RewriteTimes() {
@@ -289,97 +224,12 @@ void Desktop::ApplyOptions() {
   RearrangeDisplays();
 }
 
-void Desktop::ApplyOnTop() {
-  for (QWidget* window : {static_cast<QWidget*>(&frmMain_), static_cast<QWidget*>(&frmDisplay_),
-                          static_cast<QWidget*>(&frmDisplay2_)}) {
-    if (window->windowFlags().testFlag(Qt::WindowStaysOnTopHint) == session_.options.OnTop)
-      continue;
-    const bool visible = window->isVisible();
-    // Changing the flag takes the window off the screen.
-    window->setWindowFlag(Qt::WindowStaysOnTopHint, session_.options.OnTop);
-    window->setVisible(visible);
-  }
-}
-
-void Desktop::ShowDisplays() {
-  if (UsesTwin()) {
-    if (placedFor_ != Placed::Both) PlaceBothDisplays();
-    frmDisplay2_.ShowFace(clock_.Face());
-    frmDisplay2_.show();
-  } else {
-    frmDisplay2_.hide();
-    if (placedFor_ != Placed::Room) PlaceRoomDisplay();
-  }
-  frmDisplay_.show();
-  ShowMonitorPairs();
-  // The director's keys go to the director's window.
-  DisplayWindow& directors = UsesTwin() ? static_cast<DisplayWindow&>(frmDisplay2_) : frmDisplay_;
-  directors.activateWindow();
-  directors.setFocus();
-  ArmTimeOfDay();
-  frmMain_.hide();
-}
-
-/// Where the room display stood when the program was last used.
-void Desktop::PlaceRoomDisplay() {
-  placedFor_ = Placed::Room;
-  const Options& options = session_.options;
-  const auto pixels = [](int32_t twips) {
-    return static_cast<int>(std::lround(twips / kTwipsPerPixel));
-  };
-  QRect place(pixels(options.FormX), pixels(options.FormY), pixels(options.FormSizeX),
-              pixels(options.FormSizeY));
-  // A window that would stand on a screen that is no longer there comes to the first one.
-  if (QGuiApplication::screenAt(place.center()) == nullptr) {
-    place.moveTopLeft(QGuiApplication::primaryScreen()->availableGeometry().topLeft());
-  }
-  const bool fullScreen = options.DisplayState == 0;
-  frmDisplay_.PlaceAt(place, fullScreen);
-  ShowFullScreenPair(fullScreen);
-}
-
-void Desktop::PlaceBothDisplays() {
-  placedFor_ = Placed::Both;
-  std::vector<corvanel::Place> areas;
-  size_t control = 0;
-  const QList<QScreen*> screens = QGuiApplication::screens();
-  for (const QScreen* screen : screens) {
-    if (screen == frmMain_.screen()) control = areas.size();
-    areas.push_back(PlaceOf(screen->availableGeometry()));
-  }
-  const ScreenPlan plan = PlanScreens(areas, control);
-  const bool wanted = roomFullScreen_.value_or(session_.options.DisplayState == 0);
-  const bool fullScreen = !plan.sideBySide && wanted;
-  frmDisplay_.PlaceAt(Pixels(plan.room), fullScreen);
-  frmDisplay2_.PlaceAt(Pixels(plan.twin), false);
-  ShowFullScreenPair(fullScreen);
-  ShowMonitorPairs();
-}
-
-/// A screen went or came: no window is lost, and the room display comes back to its screen.
-void Desktop::ScreensChanged() {
-  if (UsesTwin() && (frmDisplay_.isVisible() || frmDisplay2_.isVisible())) {
-    PlaceBothDisplays();
-    frmDisplay2_.activateWindow();
-  } else if (frmDisplay_.isVisible() && frmDisplay_.isFullScreen()) {
-    PlaceRoomDisplay();
-  }
-}
-
-void Desktop::SaveDisplayGeometry() {
-  // The program ends all the same when the store cannot be written.
-  HandlerSteps step(errors_, "modTimer");
-  step([&] { commands_.CaptureGeometry(frmDisplay_); });
-  step([&] {
-    settings_.SaveOptions({"DisplayState", "FormX", "FormY", "FormSizeX", "FormSizeY"});
-  });
-}
-
 void Desktop::ShutDownComputer() {
   corvanel::ShutDownComputer();
 }
 
 void Desktop::EndProgram() {
+  safety_.EndProgram();
   // Also before the event loop has begun.
   QTimer::singleShot(0, qApp, [] { QApplication::exit(0); });
 }

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 
+#include "app/safety_desk.h"
 #include "app/scoring_desk.h"
 #include "clock/round_clock.h"
 #include "display/display_commands.h"
@@ -121,6 +122,7 @@ class Desktop : public QObject,
   FrmDisplay frmDisplay_;
   FrmDisplay2 frmDisplay2_;
   ScoringDesk scoring_;
+  SafetyDesk safety_;
   DialogPlacer dialogPlacer_{{&frmDisplay_, &frmDisplay2_}};
   StayAwake awake_;
   enum class Placed { Nothing, Room, Both };

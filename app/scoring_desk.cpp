@@ -55,6 +55,17 @@ void ScoringDesk::FileChanged(bool changed) {
   }
 }
 
+void ScoringDesk::Reopen(const std::string& path, const std::set<int16_t>& sections) {
+  link_.Reopen(path, sections);
+  FileChanged(true);
+}
+
+std::string ScoringDesk::Problem() {
+  // A file that is being written cannot be read now and then.
+  failedReads_ = !link_.IsOpen() || link_.BWSReadFile() ? 0 : failedReads_ + 1;
+  return failedReads_ < 2 ? "" : "the file " + link_.Path() + " cannot be read";
+}
+
 /// A poll can take its time on a slow share; it waits until just after a second was shown, so that
 /// the next one is never late.
 void ScoringDesk::Poll() {

@@ -42,6 +42,11 @@ class ScoringDesk : public QObject, public SectionChooser, public LinkView, publ
 
   /// The control window is shown for the first time: offers the latest scoring file.
   void Suggest() { FileChanged(link_.Suggest()); }
+  /// Goes on with the file of an earlier run of the program.
+  void Reopen(const std::string& path, const std::set<int16_t>& sections);
+  const ScoringLink& Link() const { return link_; }
+  /// Why the file that is open cannot be followed, found by reading it; empty when it can.
+  std::string Problem();
   /// Writes the unit's name into menus; to be called when the options were loaded.
   void ShowUnitName() { link_.BWSSetUnitCaptions(); }
   /// The clock did something.
@@ -69,6 +74,7 @@ class ScoringDesk : public QObject, public SectionChooser, public LinkView, publ
   ScoringLink link_;
   ProgressMonitor monitor_;
   QTimer timerBWS_;
+  int failedReads_ = 0;  // one after the other
 };
 
 }  // namespace corvanel

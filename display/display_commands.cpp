@@ -47,6 +47,9 @@ void DisplayCommands::Run(DisplayCommand command, DisplayForm& form) {
     case DisplayCommand::Restart:
       cmdRestart_Click();
       break;
+    case DisplayCommand::Undo:
+      cmdUndo_Click();
+      break;
     case DisplayCommand::Close:
       cmdClose_Click(form);
       break;
@@ -82,6 +85,10 @@ void DisplayCommands::cmdNextRound_Click() {
 
 void DisplayCommands::cmdRestart_Click() {
   parts_.clock.Restart();
+}
+
+void DisplayCommands::cmdUndo_Click() {
+  parts_.clock.Undo();
 }
 
 void DisplayCommands::cmdClose_Click(DisplayForm& form) {

@@ -68,6 +68,7 @@ class DisplayCommands {
   void cmdResume_Click();
   void cmdNextRound_Click();
   void cmdRestart_Click();
+  void cmdUndo_Click();
   void cmdClose_Click(DisplayForm& form);
   /// `index`: 0 for full screen, 1 for a normal window.
   void cmdFullScreen_Click(int index, DisplayForm& form);

@@ -2,6 +2,7 @@
 
 #include <fmt/chrono.h>
 #include <fmt/format.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -21,39 +22,52 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* kCopyMark = ".copy-";
+constexpr const char* kOutsideMark = ".outside-";
 constexpr const char* kApplication = "Olvendra";
 constexpr std::uintmax_t kLargestStore = 64U << 20U;  // bytes; real ones have a few thousand
 
 }  // namespace
 
 /// Takes the values out of a JSON text as they come, so that one cut off half-way still gives what
-/// stands before the cut: {"Olvendra": {section: {key: value}}}.
+/// stands before the cut: {"Olvendra": {section: {key: value}}}. What else there is, perhaps of a
+/// newer version, is passed over.
 class StoreReader : public nlohmann::json_sax<nlohmann::json> {
  public:
   explicit StoreReader(JsonStore& store) : store_(store) {}
 
-  bool null() override { return Refuse(); }
+  bool null() override { return PassOver(); }
   bool boolean(bool value) override { return Take(value ? "True" : "False"); }
   bool number_integer(number_integer_t value) override { return Take(std::to_string(value)); }
   bool number_unsigned(number_unsigned_t value) override { return Take(std::to_string(value)); }
   bool number_float(number_float_t /*value*/, const string_t& text) override { return Take(text); }
   bool string(string_t& value) override { return Take(value); }
-  bool binary(binary_t& /*value*/) override { return Refuse(); }
-  bool start_array(std::size_t /*elements*/) override { return Refuse(); }
-  bool end_array() override { return Refuse(); }
+  bool binary(binary_t& /*value*/) override { return PassOver(); }
+  bool start_array(std::size_t /*elements*/) override {
+    ++passing_;
+    return PassOver();
+  }
+  bool end_array() override {
+    --passing_;
+    return true;
+  }
   bool start_object(std::size_t /*elements*/) override {
+    if (passing_ > 0 || depth_ == 3 || (depth_ == 1 && !ours_)) {
+      ++passing_;
+      return PassOver();
+    }
     ++depth_;
-    if (depth_ > 3) return Refuse();
     if (depth_ == 3) section_ = key_;
     return true;
   }
   bool end_object() override {
-    --depth_;
+    --(passing_ > 0 ? passing_ : depth_);
     return true;
   }
   bool key(string_t& name) override {
+    if (passing_ > 0) return true;
     key_ = name;
-    if (depth_ == 1 && !SameName(name, kApplication)) return Refuse();
+    if (depth_ == 1) ours_ = SameName(name, kApplication);
+    found_ = found_ || ours_;
     return true;
   }
   bool parse_error(std::size_t position, const std::string& /*token*/,
@@ -61,21 +75,29 @@ class StoreReader : public nlohmann::json_sax<nlohmann::json> {
     fault_ = fmt::format("it cannot be read from byte {} on", position);
     return false;
   }
-  const std::string& Fault() const { return fault_; }
+  /// What was wrong; empty when nothing was.
+  std::string Fault() const {
+    return found_ || !fault_.empty() ? fault_ : "it is not a settings file of this program";
+  }
 
  private:
   bool Take(const std::string& value) {
-    if (depth_ != 3) return Refuse();
+    if (depth_ != 3 || passing_ > 0) return PassOver();
     store_.SaveSetting(section_, key_, value);
     return true;
   }
-  bool Refuse() {
-    fault_ = fmt::format("it is not a settings file of this program (at \"{:.40}\")", key_);
-    return false;
+  bool PassOver() {
+    if (fault_.empty()) {
+      fault_ = fmt::format("it holds what this version does not know (at \"{:.40}\")", key_);
+    }
+    return true;
   }
 
   JsonStore& store_;
-  int depth_ = 0;
+  int depth_ = 0;    // of objects
+  int passing_ = 0;  // depth within what is passed over
+  bool ours_ = false;
+  bool found_ = false;
   std::string section_;
   std::string key_;
   std::string fault_;
@@ -102,7 +124,8 @@ void JsonStore::Read() {
   }
   StoreReader reader(*this);
   const bool tooLarge = fs::file_size(file_, error) > kLargestStore;
-  if (!tooLarge && nlohmann::json::sax_parse(stream, &reader)) return;
+  stamp_ = Stamp();
+  if (!tooLarge && nlohmann::json::sax_parse(stream, &reader) && reader.Fault().empty()) return;
   damage_ = fmt::format("The settings file {} is damaged: {}", file_.string(),
                         tooLarge ? "it is far too large" : reader.Fault());
   damagedFileInPlace_ = true;
@@ -157,6 +180,26 @@ std::string JsonStore::Text() const {
   return all.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) + '\n';
 }
 
+std::string JsonStore::Stamp() const {
+  struct stat status {};
+  if (::stat(file_.c_str(), &status) != 0) return {};
+  return fmt::format("{}.{} {} {}", status.st_mtim.tv_sec, status.st_mtim.tv_nsec, status.st_size,
+                     status.st_ino);
+}
+
+/// Somebody else wrote the file since it was last read or written here: what stands there now will
+/// be replaced, and is kept.
+void JsonStore::KeepOutsideChange() {
+  const std::string stamp = Stamp();
+  if (stamp.empty() || stamp == stamp_ || damagedFileInPlace_ || !fs::is_regular_file(file_))
+    return;
+  const fs::path kept = FreeName(kOutsideMark);
+  std::error_code error;
+  fs::copy_file(file_, kept, error);
+  if (error) throw WriteError(kept, error.value());
+  outsideChange_ = kept.string();
+}
+
 void JsonStore::Flush() {
   std::error_code error;
   const fs::path folder = fs::absolute(file_, error).parent_path();
@@ -164,8 +207,10 @@ void JsonStore::Flush() {
   fs::path temporary = file_;
   temporary += ".new";
   WriteDurably(temporary, Text());
+  KeepOutsideChange();
   KeepDamagedFile();
   RenameDurably(temporary, file_);
+  stamp_ = Stamp();
 }
 
 void JsonStore::KeepAsDamaged() {
@@ -173,17 +218,23 @@ void JsonStore::KeepAsDamaged() {
   damagedFileInPlace_ = fs::is_regular_file(file_, error);
 }
 
-std::string JsonStore::KeepCopy() {
+/// A name beside the file that is not taken. Several within a second get a number each; names sort
+/// by age.
+fs::path JsonStore::FreeName(const char* mark) const {
   const std::time_t now = std::time(nullptr);
   std::tm local{};
   localtime_r(&now, &local);
-  fs::path copy;
+  fs::path name;
   int number = 0;
-  // Several within a second get a number each; names sort by age.
   do {
-    copy = file_;
-    copy += fmt::format("{}{:%Y-%m-%d-%H%M%S}-{:02}", kCopyMark, local, number++);
-  } while (fs::exists(copy));
+    name = file_;
+    name += fmt::format("{}{:%Y-%m-%d-%H%M%S}-{:02}", mark, local, number++);
+  } while (fs::exists(name));
+  return name;
+}
+
+std::string JsonStore::KeepCopy() {
+  const fs::path copy = FreeName(kCopyMark);
   std::error_code error;
   fs::create_directories(fs::absolute(file_, error).parent_path(), error);
   WriteDurably(copy, Text());

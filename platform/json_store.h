@@ -12,7 +12,9 @@ namespace corvanel {
 /// file, flushed and renamed, so that a power cut leaves the old or the new one.
 ///
 /// A file that is damaged is read as far as it goes. The first Flush after that moves it aside,
-/// under its own name with ".damaged" and a number, before it writes a new one.
+/// under its own name with ".damaged" and a number, before it writes a new one. A file that
+/// somebody else has changed since it was read is replaced too, and kept under its name with
+/// ".outside-" and the date.
 class JsonStore : public SettingsStore {
  public:
   /// Reads `file`; a missing one is an empty store.
@@ -20,6 +22,8 @@ class JsonStore : public SettingsStore {
 
   /// What was wrong with the file when it was read, in one line; empty when nothing was.
   const std::string& Damage() const { return damage_; }
+  /// Where the file as somebody else had changed it is kept, when a Flush found it so; else empty.
+  const std::string& OutsideChange() const { return outsideChange_; }
 
   std::optional<std::string> GetSetting(std::string_view section,
                                         std::string_view key) const override;
@@ -40,6 +44,9 @@ class JsonStore : public SettingsStore {
 
   void Read();
   std::filesystem::path NewestCopy() const;
+  std::filesystem::path FreeName(const char* mark) const;
+  std::string Stamp() const;
+  void KeepOutsideChange();
   void KeepDamagedFile();
   std::string Text() const;
   const Section* Find(std::string_view section) const;
@@ -48,6 +55,8 @@ class JsonStore : public SettingsStore {
   std::vector<Section> sections_;
   std::string damage_;
   bool damagedFileInPlace_ = false;
+  std::string stamp_;  // of the file as it was last read or written here
+  std::string outsideChange_;
 };
 
 }  // namespace corvanel

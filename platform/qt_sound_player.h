@@ -18,11 +18,23 @@ class QtSoundPlayer : public QObject, public SoundPlayer {
   ~QtSoundPlayer() override;
   void Play(const std::string& file) override;
   bool IsThere(const std::string& file) const override;
+  /// Looks for a sound device; the answer comes with DeviceSeen.
+  void LookForDevice();
 
  signals:
+  /// A sound could not be heard; `why` is for people.
+  void NotPlayed(const QString& file, const QString& why);
+  /// A sound began.
+  void Played();
+  void DeviceSeen(bool there);
+
+  // To the sound thread.
   void Wanted(const QString& file);
+  void DeviceWanted();
 
  private:
+  void EnsureThread();
+
   std::string programFolder_;
   QThread thread_;
 };

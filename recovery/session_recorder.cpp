@@ -35,7 +35,8 @@ void SessionRecorder::Write(const SessionRecord& record) {
 }
 
 void SessionRecorder::Close() {
-  parts_.keeper.Forget();
+  // What an earlier run left behind is not this one's to forget.
+  if (anyWritten_) parts_.keeper.Forget();
 }
 
 }  // namespace corvanel

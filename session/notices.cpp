@@ -3,10 +3,23 @@
 #include <algorithm>
 
 namespace corvanel {
+namespace {
+
+std::vector<Notice>::iterator Find(std::vector<Notice>& notices, NoticeKind kind) {
+  return std::find_if(notices.begin(), notices.end(),
+                      [&](const Notice& notice) { return notice.kind == kind; });
+}
+
+void Drop(std::vector<Notice>& notices, NoticeKind kind) {
+  std::erase_if(notices, [&](const Notice& notice) { return notice.kind == kind; });
+}
+
+}  // namespace
 
 void Notices::Set(const Notice& notice) {
-  const auto found = std::find_if(notices_.begin(), notices_.end(),
-                                  [&](const Notice& n) { return n.kind == notice.kind; });
+  const auto waved = Find(wavedAway_, notice.kind);
+  if (waved != wavedAway_.end() && *waved == notice) return;
+  const auto found = Find(notices_, notice.kind);
   if (found == notices_.end()) {
     notices_.push_back(notice);
   } else {
@@ -16,10 +29,23 @@ void Notices::Set(const Notice& notice) {
   view_.ShowNotices(notices_);
 }
 
+void Notices::Remove(NoticeKind kind) {
+  if (Find(notices_, kind) == notices_.end()) return;
+  Drop(notices_, kind);
+  view_.ShowNotices(notices_);
+}
+
 void Notices::Clear(NoticeKind kind) {
-  const auto gone =
-      std::erase_if(notices_, [&](const Notice& notice) { return notice.kind == kind; });
-  if (gone > 0) view_.ShowNotices(notices_);
+  Drop(wavedAway_, kind);
+  Remove(kind);
+}
+
+void Notices::WaveAway(NoticeKind kind) {
+  const auto found = Find(notices_, kind);
+  if (found == notices_.end()) return;
+  Drop(wavedAway_, kind);
+  wavedAway_.push_back(*found);
+  Remove(kind);
 }
 
 }  // namespace corvanel

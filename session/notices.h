@@ -6,7 +6,17 @@
 namespace corvanel {
 
 /// What a line for the director is about; there is at most one line about each.
-enum class NoticeKind { Away, Record, LastSession, Store, Sound };
+enum class NoticeKind {
+  Away,         // the computer was asleep
+  Record,       // the session cannot be written down
+  LastSession,  // its record is damaged
+  Store,        // the settings file was changed by somebody else
+  Sound,        // a cue was not heard
+  SoundFiles,   // before the start: what will not be heard, followed or shown
+  SoundDevice,
+  Scoring,
+  SecondScreen
+};
 
 /// A line for the director: shown on his screen and never on the room's, until it is mended or
 /// waved away. Nothing waits for it.
@@ -30,13 +40,20 @@ class Notices {
  public:
   explicit Notices(NoticeView& view) : view_(view) {}
 
-  /// Puts a line in the place of the one of its kind.
+  /// Puts a line in the place of the one of its kind. One that the director waved away does not
+  /// come back until it says something else or was cleared.
   void Set(const Notice& notice);
+  /// What the line is about is mended.
   void Clear(NoticeKind kind);
+  /// The director does not want to see the line.
+  void WaveAway(NoticeKind kind);
 
  private:
   NoticeView& view_;
+  void Remove(NoticeKind kind);
+
   std::vector<Notice> notices_;  // the latest at the end
+  std::vector<Notice> wavedAway_;
 };
 
 }  // namespace corvanel

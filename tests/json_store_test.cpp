@@ -78,6 +78,36 @@ TEST_F(JsonStoreTest, NumbersAndSwitchesWrittenByHandAreTexts) {
   EXPECT_EQ(store.GetSetting("Timer", "optBreak"), "True");
 }
 
+TEST_F(JsonStoreTest, WhatANewerVersionWroteIsPassedOverAndKept) {
+  const std::string newer =
+      R"({"Format": 2, "Other": {"Timer": {"nRounds": "3"}}, "Olvendra": {"Version": [1, {"a": []}],)"
+      R"( "Timer": {"Colours": ["red", {"deep": null}], "nRounds": "9", "Nothing": null,)"
+      R"( "Later": {"x": {"y": "1"}}, "Header": "Friday"}, "Sound": {"Volume": 0.5}}})";
+  Write(newer);
+  JsonStore store(file);
+  EXPECT_NE(store.Damage().find("does not know"), std::string::npos) << store.Damage();
+  EXPECT_EQ(store.GetAllSettings("Timer"), (KeysAndValues{{"nRounds", "9"}, {"Header", "Friday"}}));
+  EXPECT_EQ(store.GetSetting("Sound", "Volume"), "0.5");
+  store.Flush();
+  EXPECT_EQ(Read(file.string() + ".damaged1"), newer);
+}
+
+TEST_F(JsonStoreTest, WhatSomebodyElseWroteMeanwhileIsKept) {
+  Write(R"({"Olvendra": {"Timer": {"nRounds": "9"}}})");
+  JsonStore store(file);
+  store.Flush();
+  store.Flush();
+  EXPECT_EQ(store.OutsideChange(), "");
+  const std::string outside = R"({"Olvendra": {"Timer": {"nRounds": "13"}}})";
+  Write(outside);
+  store.Flush();
+  EXPECT_EQ(Read(store.OutsideChange()), outside);
+  EXPECT_EQ(JsonStore(file).GetSetting("Timer", "nRounds"), "9");
+  fs::remove(file);  // somebody tidied up
+  store.Flush();
+  EXPECT_EQ(JsonStore(file).GetSetting("Timer", "nRounds"), "9");
+}
+
 TEST_F(JsonStoreTest, AStoreThatCannotBeWrittenThrowsAndLeavesTheOldOne) {
   Write(R"({"Olvendra": {}})");
   JsonStore elsewhere(folder / "settings.json" / "below-a-file.json");

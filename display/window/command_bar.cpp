@@ -4,6 +4,9 @@
 #include <QScrollBar>
 #include <QStyle>
 #include <QToolButton>
+#include <utility>
+
+#include "session/window/notice_list.h"
 
 namespace corvanel {
 namespace {
@@ -19,13 +22,25 @@ constexpr const char* kStyle = R"(
 
 }  // namespace
 
-CommandBar::CommandBar(QWidget* parent) : QFrame(parent) {
+CommandBar::CommandBar(QWidget* parent)
+    : QFrame(parent), notices_(new NoticeList(this)), undo_(new QToolButton(this)) {
   setObjectName("fraCommand");
   setStyleSheet(QString::fromUtf8(kStyle));
   setCursor(Qt::ArrowCursor);
-  auto* row = new QHBoxLayout(this);
-  row->setContentsMargins(10, 6, 10, 6);
-  row->setSpacing(2);
+  auto* rows = new QVBoxLayout(this);
+  rows->setContentsMargins(10, 6, 10, 6);
+  rows->setSpacing(4);
+  undo_->setObjectName("cmdUndo");
+  undo_->setToolTip(tr("Take the last command back, as if it had never been given (U)"));
+  undo_->setFocusPolicy(Qt::NoFocus);
+  undo_->setIcon(style()->standardIcon(QStyle::SP_ArrowLeft));
+  undo_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+  undo_->hide();
+  rows->addWidget(notices_);
+  rows->addWidget(undo_, 0, Qt::AlignHCenter);
+  row_ = new QHBoxLayout;
+  row_->setSpacing(2);
+  rows->addLayout(row_);
 
   pause_ = Add("cmdPause", tr("Pause"), tr("Pause the clock (P)"), QStyle::SP_MediaPause);
   resume_ = Add("cmdResume", tr("Resume"), tr("Let the clock go on (P)"), QStyle::SP_MediaPlay);
@@ -42,7 +57,7 @@ CommandBar::CommandBar(QWidget* parent) : QFrame(parent) {
   minutes_->setFixedHeight(40);
   minutes_->setFocusPolicy(Qt::NoFocus);
   minutes_->setAccessibleName(tr("Add or take off a minute"));
-  row->addWidget(minutes_);
+  row_->addWidget(minutes_);
   full_ = Add("cmdFullScreen_0", tr("Full screen"), tr("Full screen (F)"),
               QStyle::SP_TitleBarMaxButton);
   normal_ = Add("cmdFullScreen_1", tr("Window"), tr("Back to a normal window (F)"),
@@ -68,6 +83,9 @@ CommandBar::CommandBar(QWidget* parent) : QFrame(parent) {
     minutes_->setValue(0);
     emit MinutesMoved(value);
   });
+  connect(undo_, &QToolButton::clicked, this, &CommandBar::UndoClicked);
+  connect(notices_, &NoticeList::ActionWanted, this, &CommandBar::NoticeActionWanted);
+  connect(notices_, &NoticeList::WavedAway, this, &CommandBar::NoticeWavedAway);
   resume_->hide();
   ShowFullScreen(false);
 }
@@ -79,7 +97,7 @@ QToolButton* CommandBar::Add(const char* name, const QString& text, const QStrin
   button->setToolTip(hint);
   button->setFocusPolicy(Qt::NoFocus);
   if (icon >= 0) button->setIcon(style()->standardIcon(static_cast<QStyle::StandardPixmap>(icon)));
-  layout()->addWidget(button);
+  row_->addWidget(button);
   buttons_.push_back(button);
   return button;
 }
@@ -98,6 +116,23 @@ void CommandBar::ShowFullScreen(bool fullScreen) {
   FitInto(window_);
 }
 
+int CommandBar::Margins() const {
+  const QMargins margins = layout()->contentsMargins();
+  return margins.left() + margins.right();
+}
+
+void CommandBar::ShowUndo(const QString& undo) {
+  if (undo == undo_->text()) return;
+  undo_->setText(undo);
+  undo_->setHidden(undo.isEmpty());
+  FitInto(window_);
+}
+
+void CommandBar::ShowNotices(const std::vector<Notice>& notices) {
+  notices_->ShowNotices(notices);
+  FitInto(window_);
+}
+
 void CommandBar::FitInto(const QSize& window) {
   window_ = window;
   const int room = window.width() - 16;
@@ -106,10 +141,18 @@ void CommandBar::FitInto(const QSize& window) {
       // The one without an icon keeps its text.
       button->setToolButtonStyle(button->icon().isNull() ? Qt::ToolButtonTextOnly : style);
     }
+    for (const auto& [one, other] : {std::pair(pause_, resume_), std::pair(full_, normal_)}) {
+      const int width = std::max(one->sizeHint().width(), other->sizeHint().width());
+      one->setFixedWidth(width);
+      other->setFixedWidth(width);
+    }
+    row_->invalidate();
     layout()->invalidate();
-    if (sizeHint().width() <= room) break;
+    if (row_->sizeHint().width() + Margins() <= room) break;
   }
-  const QSize size(std::min(sizeHint().width(), room), sizeHint().height());
+  const int width = std::min(row_->sizeHint().width() + Margins(), room);
+  // Lines for the director may take several rows in this width.
+  const QSize size(width, std::max(layout()->heightForWidth(width), layout()->sizeHint().height()));
   setGeometry((window.width() - size.width()) / 2, window.height() - size.height() - 8,
               size.width(), size.height());
 }

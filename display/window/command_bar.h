@@ -3,13 +3,21 @@
 #include <QFrame>
 #include <vector>
 
+#include "session/notices.h"
+
+class QHBoxLayout;
 class QScrollBar;
 class QToolButton;
 
 namespace corvanel {
 
+class NoticeList;
+
 /// The bar of buttons on a display: shown while the director moves the mouse. Its buttons never
 /// take the keyboard focus, so that the window's keys work all the time.
+///
+/// The two of a pair are of one width and what comes and goes stands above the row, so that no
+/// button ever moves to where another one was a moment ago.
 class CommandBar : public QFrame {
   Q_OBJECT
 
@@ -18,6 +26,10 @@ class CommandBar : public QFrame {
   /// Of each pair of buttons exactly one is visible.
   void ShowPaused(bool paused);
   void ShowFullScreen(bool fullScreen);
+  /// Names what can be taken back; an empty text when nothing can.
+  void ShowUndo(const QString& undo);
+  /// Shows the lines for the director.
+  void ShowNotices(const std::vector<Notice>& notices);
   /// Sets itself along the lower edge of a window of this size, with as much text as fits.
   void FitInto(const QSize& window);
 
@@ -32,10 +44,18 @@ class CommandBar : public QFrame {
   void OptionsClicked();
   void ChangeClicked();
   void MinutesMoved(int value);
+  void UndoClicked();
+  /// Of a line for the director; `kind` is a NoticeKind.
+  void NoticeActionWanted(int kind);
+  void NoticeWavedAway(int kind);
 
  private:
   QToolButton* Add(const char* name, const QString& text, const QString& hint, int icon);
+  int Margins() const;
 
+  NoticeList* notices_;
+  QToolButton* undo_;
+  QHBoxLayout* row_;
   QToolButton* pause_;
   QToolButton* resume_;
   QToolButton* full_;

@@ -23,6 +23,8 @@ int LetterByPlace(quint32 scanCode) {
       return 'E';
     case 27:
       return 'R';
+    case 30:
+      return 'U';
     case 33:
       return 'P';
     case 41:
@@ -103,6 +105,9 @@ DisplayWindow::DisplayWindow(const Session& session, DisplayCommands& commands)
   connect(fraCommand_, &CommandBar::OptionsClicked, this, &DisplayWindow::OptionsWanted);
   connect(fraCommand_, &CommandBar::MinutesMoved, this,
           [this](int value) { commands_.vsbChange_Change(value); });
+  connect(fraCommand_, &CommandBar::UndoClicked, this, [this] { commands_.cmdUndo_Click(); });
+  connect(fraCommand_, &CommandBar::NoticeActionWanted, this, &DisplayWindow::NoticeActionWanted);
+  connect(fraCommand_, &CommandBar::NoticeWavedAway, this, &DisplayWindow::NoticeWavedAway);
   HideCommandBar();
 }
 
@@ -147,6 +152,7 @@ void DisplayWindow::ShowTables(const ProgressFace& tables) {
 void DisplayWindow::ShowFace(const ClockFace& face) {
   face_ = face;
   fraCommand_->ShowPaused(face.paused);
+  fraCommand_->ShowUndo(QString::fromStdString(face.undo));
   if (!isVisible()) return;
   if (!timResize_.isActive() && Input() != placed_) PlaceElements();
   ShowTexts();
@@ -164,6 +170,10 @@ void DisplayWindow::MakeRoom(int pixels) {
   if (room_ == pixels) return;
   room_ = pixels;
   Rearrange();
+}
+
+void DisplayWindow::ShowNotices(const std::vector<Notice>& notices) {
+  fraCommand_->ShowNotices(notices);
 }
 
 void DisplayWindow::ShowFullScreenPair(bool fullScreen) {

@@ -7,6 +7,7 @@
 #include "display/display_commands.h"
 #include "display/layout.h"
 #include "display/pointer_watch.h"
+#include "session/notices.h"
 #include "session/progress_face.h"
 
 namespace corvanel {
@@ -29,6 +30,8 @@ class DisplayWindow : public QWidget, public DisplayForm {
   /// Shows how far the tables are, as much of it as the options want.
   void ShowTables(const ProgressFace& tables);
   void ShowFullScreenPair(bool fullScreen);
+  /// Shows the lines for the director where he alone sees them.
+  virtual void ShowNotices(const std::vector<Notice>& notices);
   /// Takes over fonts, colours and shown elements from the session and places everything anew.
   void Rearrange();
   /// Puts the window at a place, or full screen on the screen of that place.
@@ -58,6 +61,9 @@ class DisplayWindow : public QWidget, public DisplayForm {
   void StateChanged();
   void SoundsWanted();
   void OptionsWanted();
+  /// Of a line for the director; `kind` is a NoticeKind.
+  void NoticeActionWanted(int kind);
+  void NoticeWavedAway(int kind);
 
  protected:
   /// Height in pixels that a window of this kind keeps for itself at the lower edge.

@@ -7,11 +7,14 @@
 
 #include "display/contrast.h"
 #include "display/window/text_measure.h"
+#include "session/window/notice_list.h"
 
 namespace corvanel {
 
 FrmDisplay2::FrmDisplay2(const Session& session, DisplayCommands& commands)
-    : DisplayWindow(session, commands), fraMonitor_(new QFrame(this)) {
+    : DisplayWindow(session, commands),
+      fraMonitor_(new QFrame(this)),
+      fraNotices_(new NoticeList(this)) {
   setObjectName("frmDisplay2");
   fraMonitor_->setObjectName("fraMonitor");
   fraMonitor_->setAutoFillBackground(true);
@@ -23,6 +26,8 @@ FrmDisplay2::FrmDisplay2(const Session& session, DisplayCommands& commands)
   cmdHide_ = AddPair("cmdHide", tr("Hide"), tr("Show"));
   cmdMonitorFullScreen_ = AddPair("cmdMonitorFullScreen", tr("Maximise"), tr("Restore"));
   row->addStretch();
+  connect(fraNotices_, &NoticeList::ActionWanted, this, &FrmDisplay2::NoticeActionWanted);
+  connect(fraNotices_, &NoticeList::WavedAway, this, &FrmDisplay2::NoticeWavedAway);
   for (int index : {0, 1}) {
     const auto i = static_cast<size_t>(index);
     connect(cmdHide_[i], &QPushButton::clicked, this,
@@ -30,6 +35,11 @@ FrmDisplay2::FrmDisplay2(const Session& session, DisplayCommands& commands)
     connect(cmdMonitorFullScreen_[i], &QPushButton::clicked, this,
             [this, index] { Commands().cmdMonitorFullScreen_Click(index); });
   }
+}
+
+void FrmDisplay2::ShowNotices(const std::vector<Notice>& notices) {
+  fraNotices_->ShowNotices(notices);
+  Rearrange();
 }
 
 FrmDisplay2::Pair FrmDisplay2::AddPair(const char* name, const QString& first,
@@ -54,12 +64,20 @@ void FrmDisplay2::ShowRoomDisplay(bool visible, bool fullScreen) {
   ShowOne(cmdMonitorFullScreen_, fullScreen ? 1 : 0);
 }
 
+int FrmDisplay2::NoticesHeight() const {
+  if (fraNotices_->isHidden()) return 0;
+  const int wrapped = fraNotices_->heightForWidth(width());
+  return std::max(wrapped, fraNotices_->sizeHint().height());
+}
+
 int FrmDisplay2::FootHeight() const {
-  return fraMonitor_->sizeHint().height();
+  return fraMonitor_->sizeHint().height() + NoticesHeight();
 }
 
 void FrmDisplay2::PlaceFoot() {
-  fraMonitor_->setGeometry(0, height() - FootHeight(), width(), FootHeight());
+  const int buttons = fraMonitor_->sizeHint().height();
+  fraNotices_->setGeometry(0, height() - FootHeight(), width(), NoticesHeight());
+  fraMonitor_->setGeometry(0, height() - buttons, width(), buttons);
   QPalette colours = palette();
   colours.setColor(QPalette::Window, ColourOf(Background()));
   colours.setColor(QPalette::WindowText, ColourOf(Contrast(Background())));

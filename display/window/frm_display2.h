@@ -9,6 +9,8 @@ class QPushButton;
 
 namespace corvanel {
 
+class NoticeList;
+
 /// The twin on the director's screen: the same clock, and at its foot the buttons for the room
 /// display.
 class FrmDisplay2 : public DisplayWindow {
@@ -19,6 +21,8 @@ class FrmDisplay2 : public DisplayWindow {
   DisplayKind Kind() const override { return DisplayKind::Twin; }
   /// Of each pair the button that makes sense for the room display's state is visible.
   void ShowRoomDisplay(bool visible, bool fullScreen);
+  /// They stand at the foot all the time.
+  void ShowNotices(const std::vector<Notice>& notices) override;
 
  protected:
   int FootHeight() const override;
@@ -27,9 +31,11 @@ class FrmDisplay2 : public DisplayWindow {
  private:
   using Pair = std::array<QPushButton*, 2>;
   Pair AddPair(const char* name, const QString& first, const QString& second);
+  int NoticesHeight() const;
   static void ShowOne(const Pair& pair, size_t index);
 
   QFrame* fraMonitor_;
+  NoticeList* fraNotices_;
   Pair cmdHide_;
   Pair cmdMonitorFullScreen_;
 };

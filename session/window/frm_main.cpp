@@ -59,6 +59,12 @@ FrmMain::FrmMain(const Session& session, QWidget* parent)
   }
   ui_->txtHeader->setAccessibleName(tr("Title"));
   setStyleSheet(QString::fromUtf8(kStyle));
+  connect(ui_->fraNotices, &NoticeList::ActionWanted, this, &FrmMain::NoticeActionWanted);
+  connect(ui_->fraNotices, &NoticeList::WavedAway, this, &FrmMain::NoticeWavedAway);
+}
+
+void FrmMain::ShowNotices(const std::vector<Notice>& notices) {
+  ui_->fraNotices->ShowNotices(notices);
 }
 
 FrmMain::~FrmMain() = default;

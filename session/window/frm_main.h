@@ -7,6 +7,7 @@
 #include "session/control_window.h"
 #include "session/control_window_view.h"
 #include "session/favourites_view.h"
+#include "session/notices.h"
 
 class QAbstractButton;
 class QCheckBox;
@@ -47,6 +48,8 @@ class FrmMain : public QMainWindow, public ControlWindowView, public FavouritesV
   void ShowUnit(const QString& unit);
   /// Names the scoring file that is open at the foot; an empty path when none is.
   void ShowScoringFile(const QString& path);
+  /// Shows the lines for the director.
+  void ShowNotices(const std::vector<Notice>& notices);
   void ShowFavourites(const std::vector<std::string>& names, const std::string& text) override;
   void ShowInUse(const std::string& name) override;
   void ClearNewName() override;
@@ -70,6 +73,9 @@ class FrmMain : public QMainWindow, public ControlWindowView, public FavouritesV
   void OpenFileWanted();
   void CloseFileWanted();
   void PlayTimeWanted();
+  /// Of a line for the director; `kind` is a NoticeKind.
+  void NoticeActionWanted(int kind);
+  void NoticeWavedAway(int kind);
 
  protected:
   void closeEvent(QCloseEvent* event) override;

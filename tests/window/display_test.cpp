@@ -277,7 +277,8 @@ TEST(FrmHelpTest, ListsTheKeysOfBothDisplays) {
     }
     return texts;
   };
-  EXPECT_EQ(lines("lvwScores").size(), 8);
+  EXPECT_EQ(lines("lvwScores").size(), 9);
+  EXPECT_EQ(lines("lvwScores")[6], "u undo the last command");
   EXPECT_EQ(lines("lvwScores").first(), "f toggle between full screen and normal window");
   EXPECT_EQ(lines("lvwCont"), (QStringList{"h hide/unhide the monitor display",
                                            "m maximise/restore monitor display"}));

@@ -1,0 +1,178 @@
+// The desktop program's displays: where they stand, what they are told, and the screens they
+// stand on.
+
+#include <QApplication>
+#include <QScreen>
+#include <cmath>
+
+#include "app/desktop.h"
+#include "display/screen_plan.h"
+#include "display/window/text_row.h"
+
+namespace corvanel {
+namespace {
+
+constexpr int kWindowsSettle = 300;  // milliseconds that the window system moves windows about
+
+}  // namespace
+
+void Desktop::ConnectDisplays() {
+  for (DisplayWindow* display :
+       {static_cast<DisplayWindow*>(&frmDisplay_), static_cast<DisplayWindow*>(&frmDisplay2_)}) {
+    display->setWindowTitle(frmMain_.windowTitle());
+    connect(display, &DisplayWindow::StateChanged, this, [this, display] {
+      ShowFullScreenPair(!display->Place().normal);
+      ShowMonitorPairs();
+      // A room display that comes to the front must not take the director's keys with it.
+      if (frmDisplay2_.isVisible() && display == &frmDisplay_) {
+        QTimer::singleShot(kWindowsSettle, &frmDisplay2_,
+                           [this] { frmDisplay2_.activateWindow(); });
+      }
+    });
+    connect(display, &DisplayWindow::SoundsWanted, this, &Desktop::ShowSoundOptions);
+    connect(display, &DisplayWindow::OptionsWanted, this, &Desktop::ShowDisplayOptions);
+  }
+  connect(&frmMain_, &FrmMain::DisplayOptionsWanted, this, &Desktop::ShowDisplayOptions);
+  connect(&frmMain_, &FrmMain::SoundOptionsWanted, this, &Desktop::ShowSoundOptions);
+  connect(&frmMain_, &FrmMain::SoundsFileWanted, this, [this] { OpenProgramFile("sounds.txt"); });
+  connect(&frmMain_, &FrmMain::ManualWanted, this, [this] { OpenProgramFile("Timer Manual.pdf"); });
+  connect(&frmMain_, &FrmMain::GeneralOptionsWanted, this, &Desktop::ShowGeneralOptions);
+  const auto later = [this] {
+    // The window system is still moving windows about.
+    QTimer::singleShot(kWindowsSettle, this, &Desktop::ScreensChanged);
+  };
+  connect(qApp, &QGuiApplication::screenAdded, this, later);
+  connect(qApp, &QGuiApplication::screenRemoved, this, later);
+}
+
+void Desktop::ShowFace(const ClockFace& face) {
+  frmDisplay_.ShowFace(face);
+  if (UsesTwin() || frmDisplay2_.isVisible()) frmDisplay2_.ShowFace(face);
+  clock_.TimerCurrentTime_Timer();
+  control_.ShowProgress();
+  safety_.ShowFace(face);
+}
+
+void Desktop::ShowTimeOfDay(const std::string& time) {
+  frmDisplay_.ShowTimeOfDay(time);
+  if (UsesTwin() || frmDisplay2_.isVisible()) frmDisplay2_.ShowTimeOfDay(time);
+}
+
+void Desktop::ComeToFront() {
+  QWidget* front = &frmMain_;
+  if (splash_ && splash_->isVisible()) front = splash_.get();
+  if (frmDisplay_.isVisible() && !frmMain_.isVisible()) front = &frmDisplay_;
+  if (frmDisplay2_.isVisible() && !frmMain_.isVisible()) front = &frmDisplay2_;
+  front->show();
+  front->raise();
+  front->activateWindow();
+}
+
+double Desktop::ScreenWidth() const {
+  return QGuiApplication::primaryScreen()->geometry().width() * kTwipsPerPixel;
+}
+
+void Desktop::ShowFullScreenPair(bool fullScreen) {
+  frmDisplay_.ShowFullScreenPair(fullScreen);
+  frmDisplay2_.ShowFullScreenPair(fullScreen);
+}
+
+void Desktop::ShowMonitorPairs() {
+  frmDisplay2_.ShowRoomDisplay(frmDisplay_.isVisible(), !frmDisplay_.Place().normal);
+  // Where both displays share one screen neither is full screen; that is not remembered.
+  if (QGuiApplication::screens().size() > 1) roomFullScreen_ = frmDisplay_.isFullScreen();
+}
+
+void Desktop::RearrangeDisplays() {
+  frmDisplay_.Rearrange();
+  if (UsesTwin()) frmDisplay2_.Rearrange();
+  control_.ShowTitleTick();
+}
+
+void Desktop::ApplyOnTop() {
+  for (QWidget* window : {static_cast<QWidget*>(&frmMain_), static_cast<QWidget*>(&frmDisplay_),
+                          static_cast<QWidget*>(&frmDisplay2_)}) {
+    if (window->windowFlags().testFlag(Qt::WindowStaysOnTopHint) == session_.options.OnTop)
+      continue;
+    const bool visible = window->isVisible();
+    // Changing the flag takes the window off the screen.
+    window->setWindowFlag(Qt::WindowStaysOnTopHint, session_.options.OnTop);
+    window->setVisible(visible);
+  }
+}
+
+void Desktop::ShowDisplays() {
+  if (UsesTwin()) {
+    if (placedFor_ != Placed::Both) PlaceBothDisplays();
+    frmDisplay2_.ShowFace(clock_.Face());
+    frmDisplay2_.show();
+  } else {
+    frmDisplay2_.hide();
+    if (placedFor_ != Placed::Room) PlaceRoomDisplay();
+  }
+  frmDisplay_.show();
+  ShowMonitorPairs();
+  // The director's keys go to the director's window.
+  DisplayWindow& directors = UsesTwin() ? static_cast<DisplayWindow&>(frmDisplay2_) : frmDisplay_;
+  directors.activateWindow();
+  directors.setFocus();
+  ArmTimeOfDay();
+  frmMain_.hide();
+}
+
+/// Where the room display stood when the program was last used.
+void Desktop::PlaceRoomDisplay() {
+  placedFor_ = Placed::Room;
+  const Options& options = session_.options;
+  const auto pixels = [](int32_t twips) {
+    return static_cast<int>(std::lround(twips / kTwipsPerPixel));
+  };
+  QRect place(pixels(options.FormX), pixels(options.FormY), pixels(options.FormSizeX),
+              pixels(options.FormSizeY));
+  // A window that would stand on a screen that is no longer there comes to the first one.
+  if (QGuiApplication::screenAt(place.center()) == nullptr) {
+    place.moveTopLeft(QGuiApplication::primaryScreen()->availableGeometry().topLeft());
+  }
+  const bool fullScreen = options.DisplayState == 0;
+  frmDisplay_.PlaceAt(place, fullScreen);
+  ShowFullScreenPair(fullScreen);
+}
+
+void Desktop::PlaceBothDisplays() {
+  placedFor_ = Placed::Both;
+  std::vector<corvanel::Place> areas;
+  size_t control = 0;
+  const QList<QScreen*> screens = QGuiApplication::screens();
+  for (const QScreen* screen : screens) {
+    if (screen == frmMain_.screen()) control = areas.size();
+    areas.push_back(PlaceOf(screen->availableGeometry()));
+  }
+  const ScreenPlan plan = PlanScreens(areas, control);
+  const bool wanted = roomFullScreen_.value_or(session_.options.DisplayState == 0);
+  const bool fullScreen = !plan.sideBySide && wanted;
+  frmDisplay_.PlaceAt(Pixels(plan.room), fullScreen);
+  frmDisplay2_.PlaceAt(Pixels(plan.twin), false);
+  ShowFullScreenPair(fullScreen);
+  ShowMonitorPairs();
+}
+
+/// A screen went or came: no window is lost, and the room display comes back to its screen.
+void Desktop::ScreensChanged() {
+  if (UsesTwin() && (frmDisplay_.isVisible() || frmDisplay2_.isVisible())) {
+    PlaceBothDisplays();
+    frmDisplay2_.activateWindow();
+  } else if (frmDisplay_.isVisible() && frmDisplay_.isFullScreen()) {
+    PlaceRoomDisplay();
+  }
+}
+
+void Desktop::SaveDisplayGeometry() {
+  // The program ends all the same when the store cannot be written.
+  HandlerSteps step(errors_, "modTimer");
+  step([&] { commands_.CaptureGeometry(frmDisplay_); });
+  step([&] {
+    settings_.SaveOptions({"DisplayState", "FormX", "FormY", "FormSizeX", "FormSizeY"});
+  });
+}
+
+}  // namespace corvanel

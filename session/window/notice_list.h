@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QFrame>
+#include <vector>
+
+#include "session/notices.h"
+
+namespace corvanel {
+
+/// The lines for the director, each with a button for what can be done about it and one to wave it
+/// away. Hidden while there are none. Takes no keyboard focus.
+class NoticeList : public QFrame {
+  Q_OBJECT
+
+ public:
+  explicit NoticeList(QWidget* parent);
+  void ShowNotices(const std::vector<Notice>& notices);
+
+ signals:
+  /// The button of a line was pressed; `kind` is a NoticeKind.
+  void ActionWanted(int kind);
+  void WavedAway(int kind);
+
+ private:
+  QWidget* LineOf(const Notice& notice);
+
+  std::vector<Notice> shown_;
+};
+
+}  // namespace corvanel
