@@ -177,6 +177,8 @@ void Desktop::Happened(EventKind kind, const std::string& text) {
 
 void Desktop::ShowControlWindow() {
   control_.ShowProgress();
+  // Where it stood, rather than where the window system would put a new window.
+  frmMain_.move(frmMain_.pos());
   frmMain_.show();
   frmMain_.raise();
   frmMain_.activateWindow();

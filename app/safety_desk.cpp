@@ -1,10 +1,7 @@
 #include "app/safety_desk.h"
 
-#include <fmt/format.h>
-
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <cmath>
 
 #include "session/pre_flight.h"
 
@@ -12,13 +9,6 @@ namespace corvanel {
 namespace {
 
 constexpr int kCheckInterval = 3000;  // milliseconds
-
-std::string Length(double seconds) {
-  const long whole = std::lround(seconds);
-  if (whole < 60) return fmt::format("{} s", whole);
-  if (whole < 3600) return fmt::format("{} min {} s", whole / 60, whole % 60);
-  return fmt::format("{} h {} min", whole / 3600, whole / 60 % 60);
-}
 
 }  // namespace
 
@@ -29,8 +19,11 @@ SafetyDesk::SafetyDesk(const Parts& parts, const std::filesystem::path& store)
       continue_({parts.session, parts.clock, parts.time, records_, parts.prompts, notices_}) {
   connect(&timCheck_, &QTimer::timeout, this, &SafetyDesk::Check);
   timCheck_.start(kCheckInterval);
-  connect(&parts_.sounds, &QtSoundPlayer::DeviceSeen, this,
-          [this](bool there) { soundDevice_ = there; });
+  connect(&parts_.sounds, &QtSoundPlayer::DeviceSeen, this, [this](bool there) {
+    if (soundDevice_ == there) return;
+    soundDevice_ = there;
+    Check();
+  });
   connect(&parts_.sounds, &QtSoundPlayer::Played, this,
           [this] { notices_.Clear(NoticeKind::Sound); });
   connect(&parts_.sounds, &QtSoundPlayer::NotPlayed, this,
@@ -66,7 +59,7 @@ void SafetyDesk::ShowFace(const ClockFace& face) {
   if (face.away > 0) {
     notices_.Set({NoticeKind::Away,
                   tr("The computer was away for %1; the clock has run on meanwhile.")
-                      .arg(QString::fromStdString(Length(face.away)))
+                      .arg(QString::fromStdString(LengthText(face.away)))
                       .toStdString(),
                   tr("Take that time out").toStdString()});
   } else {

@@ -121,4 +121,16 @@ std::string MinutesAndSeconds(double seconds) {
   return fmt::format("{}:{:02}", whole / 60, whole % 60);
 }
 
+std::string LengthText(double seconds) {
+  const long whole = std::lround(seconds);
+  if (whole < 60) return fmt::format("{} s", whole);
+  if (whole < 3600) return fmt::format("{} min {} s", whole / 60, whole % 60);
+  return fmt::format("{} h {} min", whole / 3600, whole / 60 % 60);
+}
+
+std::string AgoText(double seconds) {
+  const std::string length = LengthText(seconds);
+  return length.substr(0, length.find(' ', length.find(' ') + 1)) + " ago";
+}
+
 }  // namespace corvanel

@@ -56,4 +56,10 @@ ClockTime NextQuarterHour(ClockTime now);
 /// rounded before minutes are split off, so "0:60" cannot occur.
 std::string MinutesAndSeconds(double seconds);
 
+/// A length of time: "12 s", "3 min 5 s", "2 h 5 min".
+std::string LengthText(double seconds);
+
+/// How long ago something was, in its one fitting unit: "12 s ago", "3 min ago", "2 h ago".
+std::string AgoText(double seconds);
+
 }  // namespace corvanel

@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <array>
-#include <cmath>
 #include <string_view>
 
 namespace corvanel {
@@ -12,12 +11,6 @@ namespace {
 constexpr std::array<std::string_view, kSessionCommands> kNames = {
     "start",     "pause",     "resume",          "next round",     "restart",
     "+1 minute", "-1 minute", "automatic pause", "automatic move", "the time taken out"};
-
-/// Changed to the next longer unit as soon as it is full.
-std::string Ago(double seconds) {
-  const long whole = std::lround(seconds);
-  return whole < 60 ? fmt::format("{} s ago", whole) : fmt::format("{} min ago", whole / 60);
-}
 
 }  // namespace
 
@@ -51,7 +44,7 @@ std::optional<UndoStep> UndoList::Take(double uptime) {
 std::string UndoList::Label(double uptime) const {
   if (!Offers(uptime)) return {};
   const UndoStep& step = steps_.back();
-  return fmt::format("Undo {}, {}", NameOf(step.command), Ago(uptime - step.at));
+  return fmt::format("Undo {}, {}", NameOf(step.command), AgoText(uptime - step.at));
 }
 
 }  // namespace corvanel

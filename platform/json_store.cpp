@@ -126,7 +126,7 @@ void JsonStore::Read() {
   const bool tooLarge = fs::file_size(file_, error) > kLargestStore;
   stamp_ = Stamp();
   if (!tooLarge && nlohmann::json::sax_parse(stream, &reader) && reader.Fault().empty()) return;
-  damage_ = fmt::format("The settings file {} is damaged: {}", file_.string(),
+  damage_ = fmt::format("The settings file {} cannot be read whole: {}", file_.string(),
                         tooLarge ? "it is far too large" : reader.Fault());
   damagedFileInPlace_ = true;
 }

@@ -30,12 +30,6 @@ std::string TextOfPhase(const SessionRecord& record) {
   }
 }
 
-std::string Ago(double seconds) {
-  if (seconds < 90) return fmt::format("{:.0f} seconds ago", seconds);
-  if (seconds < 5400) return fmt::format("{:.0f} minutes ago", seconds / 60);
-  return fmt::format("{:.1f} hours ago", seconds / 3600);
-}
-
 }  // namespace
 
 /// The newest record that can be read. One that is damaged stands back for an older one.
@@ -78,7 +72,7 @@ std::string ContinueSession::Question(const SessionRecord& record) const {
       "as it stood at {}, {}\r\n\r\nHow shall the session go on?",
       TextOfPhase(record), MinutesAndSeconds(SecondsLeft(record, stopped)),
       record.point.state.paused ? ", paused" : "",
-      TimeTextWithSeconds(when, parts_.session.options.Form()), Ago(ago));
+      TimeTextWithSeconds(when, parts_.session.options.Form()), AgoText(ago));
 }
 
 std::optional<SessionRecord> ContinueSession::Ask() {

@@ -144,7 +144,7 @@ TEST(ContinueSessionTest, GoesOnFromWhereItStopped) {
   EXPECT_EQ(second.bench.base.prompts.choices[1], "From 6:40");
   EXPECT_EQ(second.bench.base.prompts.texts.back(),
             "Corvanel was ended while a session was running.\r\n\r\nRound 2 of 4, 6:40 left\r\n"
-            "as it stood at 20:05:01, 7 minutes ago\r\n\r\nHow shall the session go on?");
+            "as it stood at 20:05:01, 7 min ago\r\n\r\nHow shall the session go on?");
   // What was done just before can still be taken back.
   EXPECT_EQ(second.Face().undo, "Undo next round, 10 min ago");
   second.Do([](RoundClock& clock) { clock.Undo(); });

@@ -18,6 +18,8 @@ constexpr const char* kStyle = R"(
   QToolButton:hover { background: #D3DDEE; }
   QToolButton:pressed { background: #B4C4E0; }
   QToolButton:disabled { color: #8A94A6; }
+  QToolButton#cmdUndo { background: #DCE5F4; border: 1px solid #9FB0CC; padding: 5px 14px; }
+  QToolButton#cmdUndo:hover { background: #C6D4EB; }
 )";
 
 }  // namespace
@@ -33,8 +35,6 @@ CommandBar::CommandBar(QWidget* parent)
   undo_->setObjectName("cmdUndo");
   undo_->setToolTip(tr("Take the last command back, as if it had never been given (U)"));
   undo_->setFocusPolicy(Qt::NoFocus);
-  undo_->setIcon(style()->standardIcon(QStyle::SP_ArrowLeft));
-  undo_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
   undo_->hide();
   rows->addWidget(notices_);
   rows->addWidget(undo_, 0, Qt::AlignHCenter);

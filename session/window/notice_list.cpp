@@ -51,7 +51,7 @@ QWidget* NoticeList::LineOf(const Notice& notice) {
     connect(add("cmdNotice", QString::fromStdString(notice.action)), &QToolButton::clicked, this,
             [this, kind] { emit ActionWanted(kind); });
   }
-  QToolButton* wave = add("cmdNoticeClose", QStringLiteral("✕"));
+  QToolButton* wave = add("cmdNoticeClose", QStringLiteral("×"));
   wave->setProperty("wave", true);
   wave->setToolTip(tr("Do not show this line any more"));
   wave->setAccessibleName(wave->toolTip());
