@@ -8,7 +8,7 @@
 namespace corvanel {
 namespace {
 
-constexpr int kCheckInterval = 3000;  // milliseconds
+constexpr int kCheckInterval = 5000;  // milliseconds
 
 }  // namespace
 

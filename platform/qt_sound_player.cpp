@@ -1,70 +1,91 @@
 #include "platform/qt_sound_player.h"
 
-#include <QAudioDevice>
+#include <QCoreApplication>
 #include <QFile>
-#include <QMediaDevices>
-#include <QSoundEffect>
+#include <QProcess>
 #include <QTimer>
-#include <QUrl>
 #include <memory>
 
 #include "platform/folders.h"
+#include "platform/sound_results.h"
 
 namespace corvanel {
 namespace {
 
-constexpr int kMustPlayWithin = 2000;  // milliseconds
+constexpr int kMustBeginWithin = 3000;  // milliseconds
 
-/// Lives on the sound thread. One effect at a time: a new one ends the one before it. Each opens
-/// the device that is the default one just then.
+QString Why(int result) {
+  switch (static_cast<SoundResult>(result)) {
+    case SoundResult::NoFile:
+      return QtSoundPlayer::tr("the file is not there");
+    case SoundResult::NoDevice:
+      return QtSoundPlayer::tr("this computer has no loudspeaker now");
+    case SoundResult::NoSound:
+      return QtSoundPlayer::tr("the file is not a sound that can be played");
+    default:
+      return QtSoundPlayer::tr("the sound system does not work");
+  }
+}
+
+/// One run of the program that plays a sound, from the sound thread. What is still running when
+/// this goes is cut off, whatever state it is in.
+class Playing : public QProcess {
+ public:
+  ~Playing() override {
+    disconnect();
+    kill();
+    waitForFinished(100);
+  }
+  void Begin(const QStringList& arguments) {
+    setStandardErrorFile(nullDevice());
+    start(QCoreApplication::applicationDirPath() + "/corvanel-sound", arguments,
+          QIODevice::ReadOnly);
+  }
+};
+
+/// Lives on the sound thread. One sound at a time: a new one ends the one before it.
 class Loudspeaker : public QObject {
  public:
-  explicit Loudspeaker(QtSoundPlayer& player) : player_(player), timer_(new QTimer(this)) {
-    timer_->setSingleShot(true);
-    timer_->setInterval(kMustPlayWithin);
-    connect(timer_, &QTimer::timeout, this,
-            [this] { Fail(QtSoundPlayer::tr("the sound device does not answer")); });
+  explicit Loudspeaker(QtSoundPlayer& player) : player_(player), begin_(new QTimer(this)) {
+    begin_->setSingleShot(true);
+    begin_->setInterval(kMustBeginWithin);
+    connect(begin_, &QTimer::timeout, this, [this] { Fail(-1); });
   }
 
   void Play(const QString& file) {
-    effect_.reset();
     file_ = file;
-    if (!QFile::exists(file)) {
-      Fail(QtSoundPlayer::tr("the file is not there"));
-      return;
-    }
-    if (QMediaDevices::defaultAudioOutput().isNull()) {
-      Fail(QtSoundPlayer::tr("this computer has no loudspeaker now"));
-      return;
-    }
-    effect_ = std::make_unique<QSoundEffect>();
-    connect(effect_.get(), &QSoundEffect::statusChanged, this, [this] {
-      if (effect_->status() == QSoundEffect::Error) {
-        Fail(QtSoundPlayer::tr("the file is not a sound that can be played"));
-      }
-    });
-    connect(effect_.get(), &QSoundEffect::playingChanged, this, [this] {
-      if (!effect_->isPlaying()) return;
-      timer_->stop();
+    playing_ = std::make_unique<Playing>();
+    connect(playing_.get(), &QProcess::readyRead, this, [this] {
+      begin_->stop();
       emit player_.Played();
     });
-    timer_->start();
-    effect_->setSource(QUrl::fromLocalFile(file));
-    effect_->play();
+    connect(playing_.get(), &QProcess::finished, this, [this](int result) {
+      if (result != static_cast<int>(SoundResult::Played)) Fail(result);
+    });
+    connect(playing_.get(), &QProcess::errorOccurred, this, [this] { Fail(-1); });
+    begin_->start();
+    playing_->Begin({file});
   }
 
-  void LookForDevice() { emit player_.DeviceSeen(!QMediaDevices::defaultAudioOutput().isNull()); }
+  void LookForDevice() {
+    looking_ = std::make_unique<Playing>();
+    connect(looking_.get(), &QProcess::finished, this, [this](int result) {
+      emit player_.DeviceSeen(result == static_cast<int>(SoundResult::Played));
+    });
+    looking_->Begin({});
+  }
 
  private:
-  void Fail(const QString& why) {
-    timer_->stop();
-    emit player_.NotPlayed(file_, why);
+  void Fail(int result) {
+    begin_->stop();
+    emit player_.NotPlayed(file_, Why(result));
   }
 
   QtSoundPlayer& player_;
-  QTimer* timer_;
+  QTimer* begin_;
   QString file_;
-  std::unique_ptr<QSoundEffect> effect_;
+  std::unique_ptr<Playing> playing_;
+  std::unique_ptr<Playing> looking_;
 };
 
 }  // namespace

@@ -8,8 +8,8 @@
 
 namespace corvanel {
 
-/// Plays on a thread of its own, so that neither opening a device nor reading a file ever holds
-/// the clock up.
+/// Plays every sound with a process of its own, started from a thread of its own: nothing that a
+/// sound server does ever holds the clock up, and one that went and came back is heard again.
 class QtSoundPlayer : public QObject, public SoundPlayer {
   Q_OBJECT
 
