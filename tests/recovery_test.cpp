@@ -7,7 +7,7 @@
 
 #include "platform/record_files.h"
 #include "recovery/continue_session.h"
-#include "tests/support/scoring_bench.h"
+#include "tests/support/program_run.h"
 
 namespace corvanel {
 namespace {
@@ -15,80 +15,6 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-
-/// Records in memory.
-class FakeKeeper : public RecordKeeper {
- public:
-  void Keep(const std::string& text) override {
-    ++writes;
-    if (failure.empty()) texts.insert(texts.begin(), text);
-  }
-  void KeepAlive(const Moment& moment) override { alive = moment; }
-  std::string Failure() const override { return failure; }
-  std::vector<std::string> Kept() const override { return texts; }
-  std::optional<Moment> LastAlive() const override { return alive; }
-  void Forget() override { texts.clear(); }
-
-  std::vector<std::string> texts;  // the latest first
-  std::optional<Moment> alive;
-  std::string failure;
-  int writes = 0;
-};
-
-class FakeNotices : public NoticeView {
- public:
-  void ShowNotices(const std::vector<Notice>& shown) override { notices = shown; }
-  std::vector<Notice> notices;
-};
-
-/// One run of the program, which writes its session down.
-struct ProgramRun {
-  ProgramRun(FakeKeeper& records, ClockTime start, const std::string& boot)
-      : bench(start, DateTime::Of(2026, 11, 20), boot), keeper(records) {}
-
-  void Begin() {
-    SessionSettings& s = session().settings;
-    s.nRounds = 4;
-    s.MinPerRound = 10;
-    s.optBreak = true;
-    s.BreakAfterRound = 2;
-    s.TimeForBreak = 5;
-    bench.clocks.clock.Start();
-    recorder.Update();
-  }
-  void Pass(double seconds) {
-    ClockBench& clocks = bench.clocks;
-    const double until = clocks.time.Elapsed() + seconds;
-    while (clocks.time.Due() && *clocks.time.Due() <= until) {
-      clocks.time.PassToWakeUp();
-      clocks.clock.Tick();
-      recorder.Update();
-    }
-    clocks.time.PassTo(until);
-  }
-  void Do(const std::function<void(RoundClock&)>& command) {
-    command(bench.clocks.clock);
-    recorder.Update();
-  }
-  /// What a start of the program does.
-  bool Resume() {
-    const auto record = ending.Ask();
-    if (record) ending.GoOn(*record);
-    return record.has_value();
-  }
-  Session& session() { return bench.session; }
-  const ClockFace& Face() { return bench.clocks.face; }
-  double Left() { return bench.clocks.clock.CurrentProgress().secondsLeft; }
-
-  ScoringBench bench;
-  FakeKeeper& keeper;
-  FakeNotices view;
-  Notices notices{view};
-  SessionRecorder recorder{
-      {bench.session, bench.clocks.clock, bench.link, bench.clocks.time, keeper, notices}};
-  ContinueSession ending{
-      {bench.session, bench.clocks.clock, bench.clocks.time, keeper, bench.base.prompts, notices}};
-};
 
 constexpr double kMoments[] = {0, 3.3, 299.5, 425, 595, 640, 700, 1300, 1500, 1900, 2600};
 
@@ -300,15 +226,16 @@ TEST(SessionRecorderTest, AFailureIsShownTriedAgainAndMended) {
   FakeKeeper keeper;
   ProgramRun run(keeper, ClockTime::At(20, 0), "one");
   run.Begin();
-  keeper.failure = "No space left on device";
+  keeper.broken = "No space left on device";
   run.Do([](RoundClock& clock) { clock.Pause(); });
+  run.Pass(1);
   ASSERT_EQ(run.view.notices.size(), 1U);
   EXPECT_THAT(run.view.notices[0].text, HasSubstr("No space left on device"));
   const int writes = keeper.writes;
   run.Pass(21);
   EXPECT_EQ(keeper.writes, writes + 4);
-  keeper.failure.clear();
-  run.Pass(1);
+  keeper.broken.clear();
+  run.Pass(6);
   EXPECT_THAT(run.view.notices, IsEmpty());
 }
 

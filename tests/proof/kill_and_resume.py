@@ -1,0 +1,93 @@
+#!/usr/bin/env python3
+"""Kills the running desktop program at random moments and goes on with its session each time.
+
+Usage: kill_and_resume.py PROGRAM_FOLDER [TIMES] [SEED]. Exits with 1 when the session lost or won a
+second in any of them, or did not keep what was done just before.
+"""
+
+import random
+import sys
+import time
+
+from desktop import Desktop
+
+ROUND, MOVE = 30.0, 12.0  # seconds
+LOST = 1.0                # seconds, at most
+
+
+def start_of_session(record):
+    """When the session would have started, as seconds of the computer's uptime, had every round
+    and move run its full time. It must stay the same whatever happens to the program."""
+    state, round_ = record["point"]["state"], record["point"]["currentRound"]
+    counter, uptime = record["counter"], record["at"]["uptime"]
+    if state["phase"] == 2:
+        return uptime + (state["moveEnd"] - counter) - round_ * (ROUND + MOVE)
+    now = state["pauseMark"] if state["paused"] else counter
+    return uptime + (state["roundEnd"] - now) - (round_ - 1) * (ROUND + MOVE) - ROUND
+
+
+def press(desktop, key, before):
+    """Presses the key, again where the window was not ready for it, until the session's record is
+    another one than `before`. Returns the new one."""
+    for _ in range(10):
+        desktop.key(key)
+        until = time.time() + 1
+        while time.time() < until:
+            record = desktop.record()
+            if record and (not before or record["at"] != before["at"]):
+                return record
+            time.sleep(0.01)
+    raise SystemExit(f"{key} did nothing")
+
+
+def one_kill(desktop, chance, pause):
+    """Returns the seconds lost, and whether a pause that was pressed was kept."""
+    time.sleep(chance.uniform(0, 3))
+    if pause:
+        desktop.key("p")
+        time.sleep(0.3)
+    desktop.kill()
+    before = desktop.record()
+    time.sleep(chance.uniform(0, 0.5))
+    desktop.start()
+    desktop.wait_for_window("^Corvanel$")
+    after = press(desktop, "Return", before)
+    kept = before["point"]["state"]["paused"] == after["point"]["state"]["paused"] == pause
+    if pause:
+        # The pause's mark has moved with the marks that it stops: nothing else has.
+        def left(record):
+            state = record["point"]["state"]
+            end = state["moveEnd"] if state["phase"] == 2 else state["roundEnd"]
+            return end - state["pauseMark"]
+        lost = left(after) - left(before)
+        desktop.wait_for_window("^Corvanel v")
+        press(desktop, "p", after)
+    else:
+        lost = start_of_session(after) - start_of_session(before)
+    return abs(lost), kept
+
+
+def main():
+    programs = sys.argv[1]
+    times = int(sys.argv[2]) if len(sys.argv) > 2 else 200
+    chance = random.Random(int(sys.argv[3]) if len(sys.argv) > 3 else 1)
+    desktop = Desktop(programs, {"nRounds": "999", "MinPerRound": str(ROUND / 60),
+                                 "MinBetweenRounds": str(MOVE / 60), "optBreak": "False",
+                                 "MinWarning": "0.2", "MinWarning1": "0.4"})
+    worst, forgotten = 0.0, 0
+    try:
+        desktop.start()
+        desktop.wait_for_window("^Corvanel v")
+        press(desktop, "ctrl+Return", None)
+        for number in range(times):
+            lost, kept = one_kill(desktop, chance, pause=number % 5 == 4)
+            worst = max(worst, lost)
+            forgotten += not kept
+    finally:
+        desktop.close()
+    print(f"{times} kills: at most {worst:.3f} s lost, {forgotten} times a state not kept")
+    return 1 if worst > LOST or forgotten else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

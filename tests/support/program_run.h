@@ -1,0 +1,91 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "recovery/continue_session.h"
+#include "tests/support/scoring_bench.h"
+
+namespace corvanel {
+
+/// Records in memory.
+class FakeKeeper : public RecordKeeper {
+ public:
+  void Keep(const std::string& text) override {
+    ++writes;
+    failure_ = broken;
+    if (broken.empty()) texts.insert(texts.begin(), text);
+    if (texts.size() > 3) texts.pop_back();
+  }
+  void KeepAlive(const Moment& moment) override { alive = moment; }
+  std::string Failure() const override { return failure_; }
+  std::vector<std::string> Kept() const override { return texts; }
+  std::optional<Moment> LastAlive() const override { return alive; }
+  void Forget() override { texts.clear(); }
+
+  std::vector<std::string> texts;  // the latest first
+  std::optional<Moment> alive;
+  std::string broken;  // why writing fails, if it does
+  int writes = 0;
+
+ private:
+  std::string failure_;
+};
+
+class FakeNotices : public NoticeView {
+ public:
+  void ShowNotices(const std::vector<Notice>& shown) override { notices = shown; }
+  std::vector<Notice> notices;
+};
+
+/// One run of the program, which writes its session down.
+struct ProgramRun {
+  ProgramRun(FakeKeeper& records, ClockTime start, const std::string& boot)
+      : bench(start, DateTime::Of(2026, 11, 20), boot), keeper(records) {}
+
+  void Begin() {
+    SessionSettings& s = session().settings;
+    s.nRounds = 4;
+    s.MinPerRound = 10;
+    s.optBreak = true;
+    s.BreakAfterRound = 2;
+    s.TimeForBreak = 5;
+    bench.clocks.clock.Start();
+    recorder.Update();
+  }
+  void Pass(double seconds) {
+    ClockBench& clocks = bench.clocks;
+    const double until = clocks.time.Elapsed() + seconds;
+    while (clocks.time.Due() && *clocks.time.Due() <= until) {
+      clocks.time.PassToWakeUp();
+      clocks.clock.Tick();
+      recorder.Update();
+    }
+    clocks.time.PassTo(until);
+  }
+  void Do(const std::function<void(RoundClock&)>& command) {
+    command(bench.clocks.clock);
+    recorder.Update();
+  }
+  /// What a start of the program does.
+  bool Resume() {
+    const auto record = ending.Ask();
+    if (record) ending.GoOn(*record);
+    return record.has_value();
+  }
+  Session& session() { return bench.session; }
+  const ClockFace& Face() { return bench.clocks.face; }
+  double Left() { return bench.clocks.clock.CurrentProgress().secondsLeft; }
+
+  ScoringBench bench;
+  FakeKeeper& keeper;
+  FakeNotices view;
+  Notices notices{view};
+  SessionRecorder recorder{
+      {bench.session, bench.clocks.clock, bench.link, bench.clocks.time, keeper, notices}};
+  ContinueSession ending{
+      {bench.session, bench.clocks.clock, bench.clocks.time, keeper, bench.base.prompts, notices}};
+};
+
+}  // namespace corvanel
