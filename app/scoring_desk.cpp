@@ -103,6 +103,10 @@ void ScoringDesk::mnuPlayTime_Click() {
     // What cannot be read just now was read a moment ago.
     link_.BWSReadFile();
     const ScoringSession& session = link_.Model();
+    if (session.Empty()) {
+      parts_.prompts.Message("Error reading file " + link_.Path());
+      return;
+    }
     const std::vector<SectionTimes> times = PlayTimesOf(session);
     const std::string file = WriteOutput(parts_.disk, "BST1.txt", PlayTimeReport(session, times));
     if (!file.empty()) parts_.opener.Open(file);

@@ -36,10 +36,17 @@ class Desktop:
         self.screen.wait()
         shutil.rmtree(self.folder, ignore_errors=True)
 
-    def start(self):
-        self.program = subprocess.Popen(
+    def launch(self):
+        return subprocess.Popen(
             [self.folder / "bin" / "corvanel", "--store", self.store], env=self.environment,
             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+
+    def start(self):
+        self.program = self.launch()
+
+    def second_copy(self):
+        """Starts the program once more; returns what it ended with."""
+        return self.launch().wait(timeout=20)
 
     def kill(self):
         self.program.kill()

@@ -2,7 +2,8 @@
 """Kills the running desktop program at random moments and goes on with its session each time.
 
 Usage: kill_and_resume.py PROGRAM_FOLDER [TIMES] [SEED]. Exits with 1 when the session lost or won a
-second in any of them, or did not keep what was done just before.
+second in any of them, or did not keep what was done just before; or when a second copy of the program
+did not give way to the first.
 """
 
 import random
@@ -79,14 +80,16 @@ def main():
         desktop.start()
         desktop.wait_for_window("^Corvanel v")
         press(desktop, "ctrl+Return", None)
+        second = desktop.second_copy()
         for number in range(times):
             lost, kept = one_kill(desktop, chance, pause=number % 5 == 4)
             worst = max(worst, lost)
             forgotten += not kept
     finally:
         desktop.close()
+    print(f"second copy: {'gave way' if second == 0 else second}")
     print(f"{times} kills: at most {worst:.3f} s lost, {forgotten} times a state not kept")
-    return 1 if worst > LOST or forgotten else 0
+    return 1 if worst > LOST or forgotten or second != 0 else 0
 
 
 if __name__ == "__main__":
