@@ -11,12 +11,21 @@ namespace corvanel {
 
 namespace {
 
+/// The window that the director works with, also while none has the keys yet.
+QWidget* DirectorsWindow() {
+  if (QWidget* active = QApplication::activeWindow()) return active;
+  const QWidgetList windows = QApplication::topLevelWidgets();
+  const auto shown = std::find_if(windows.begin(), windows.end(),
+                                  [](const QWidget* window) { return window->isVisible(); });
+  return shown == windows.end() ? nullptr : *shown;
+}
+
 /// A message box as all of them are.
 class Box : public QMessageBox {
  public:
   Box(const std::string& text, QMessageBox::Icon icon, StandardButtons buttons)
       : QMessageBox(icon, QStringLiteral("Corvanel"), QString::fromStdString(text).remove('\r'),
-                    buttons, QApplication::activeWindow()) {
+                    buttons, DirectorsWindow()) {
     setTextFormat(Qt::PlainText);
     // In front of a full-screen display and of windows that are always on top.
     setWindowFlag(Qt::WindowStaysOnTopHint);

@@ -38,9 +38,12 @@ CommandBar::CommandBar(QWidget* parent)
   undo_->hide();
   rows->addWidget(notices_);
   rows->addWidget(undo_, 0, Qt::AlignHCenter);
-  row_ = new QHBoxLayout;
+  auto* buttons = new QWidget(this);
+  buttons->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+  row_ = new QHBoxLayout(buttons);
+  row_->setContentsMargins(0, 0, 0, 0);
   row_->setSpacing(2);
-  rows->addLayout(row_);
+  rows->addWidget(buttons);
 
   pause_ = Add("cmdPause", tr("Pause"), tr("Pause the clock (P)"), QStyle::SP_MediaPause);
   resume_ = Add("cmdResume", tr("Resume"), tr("Let the clock go on (P)"), QStyle::SP_MediaPlay);
@@ -155,6 +158,8 @@ void CommandBar::FitInto(const QSize& window) {
   const QSize size(width, std::max(layout()->heightForWidth(width), layout()->sizeHint().height()));
   setGeometry((window.width() - size.width()) / 2, window.height() - size.height() - 8,
               size.width(), size.height());
+  layout()->activate();
+  row_->activate();
 }
 
 }  // namespace corvanel
