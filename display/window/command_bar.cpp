@@ -39,7 +39,6 @@ CommandBar::CommandBar(QWidget* parent)
   rows->addWidget(notices_);
   rows->addWidget(undo_, 0, Qt::AlignHCenter);
   auto* buttons = new QWidget(this);
-  buttons->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
   row_ = new QHBoxLayout(buttons);
   row_->setContentsMargins(0, 0, 0, 0);
   row_->setSpacing(2);
@@ -119,9 +118,10 @@ void CommandBar::ShowFullScreen(bool fullScreen) {
   FitInto(window_);
 }
 
-int CommandBar::Margins() const {
-  const QMargins margins = layout()->contentsMargins();
-  return margins.left() + margins.right();
+/// Around the rows: the layout's, and the frame's line.
+QSize CommandBar::Margins() const {
+  const QMargins margins = layout()->contentsMargins() + contentsMargins();
+  return {margins.left() + margins.right(), margins.top() + margins.bottom()};
 }
 
 void CommandBar::ShowUndo(const QString& undo) {
@@ -151,11 +151,19 @@ void CommandBar::FitInto(const QSize& window) {
     }
     row_->invalidate();
     layout()->invalidate();
-    if (row_->sizeHint().width() + Margins() <= room) break;
+    if (row_->sizeHint().width() + Margins().width() <= room) break;
   }
-  const int width = std::min(row_->sizeHint().width() + Margins(), room);
-  // Lines for the director may take several rows in this width.
-  const QSize size(width, std::max(layout()->heightForWidth(width), layout()->sizeHint().height()));
+  const int width = std::min(row_->sizeHint().width() + Margins().width(), room);
+  const int row = row_->sizeHint().height();
+  row_->parentWidget()->setFixedHeight(row);
+  int height = row + Margins().height();
+  if (!undo_->isHidden()) height += undo_->sizeHint().height() + layout()->spacing();
+  if (!notices_->isHidden()) {
+    // The lines may wrap in this width.
+    const int wrapped = notices_->heightForWidth(width - Margins().width());
+    height += std::max(wrapped, notices_->sizeHint().height()) + layout()->spacing();
+  }
+  const QSize size(width, height);
   setGeometry((window.width() - size.width()) / 2, window.height() - size.height() - 8,
               size.width(), size.height());
   layout()->activate();

@@ -51,7 +51,7 @@ class CommandBar : public QFrame {
 
  private:
   QToolButton* Add(const char* name, const QString& text, const QString& hint, int icon);
-  int Margins() const;
+  QSize Margins() const;
 
   NoticeList* notices_;
   QToolButton* undo_;
