@@ -32,18 +32,23 @@ std::string TextOfPhase(const SessionRecord& record) {
 
 }  // namespace
 
-/// The newest record that can be read. One that is damaged stands back for an older one.
+/// The newest record that can be read. One that is damaged is told of, and stands back for an older
+/// one.
 std::optional<SessionRecord> ContinueSession::Latest() {
+  const auto tell = [&](const std::string& text) {
+    parts_.notices.Set({NoticeKind::LastSession, text, ""});
+  };
   std::string damage;
   for (const std::string& text : parts_.keeper.Kept()) {
     const auto record = ReadRecord(text);
-    if (record) return record.Value();
+    if (record) {
+      if (!damage.empty())
+        tell("The last record of the session cannot be used, the one before it is");
+      return record.Value();
+    }
     if (damage.empty()) damage = record.Failure().description;
   }
-  if (!damage.empty()) {
-    parts_.notices.Set(
-        {NoticeKind::LastSession, "The record of the last session cannot be used: " + damage, ""});
-  }
+  if (!damage.empty()) tell("The record of the last session cannot be used: " + damage);
   return {};
 }
 

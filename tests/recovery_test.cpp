@@ -177,7 +177,9 @@ TEST(ContinueSessionTest, ADamagedRecordIsToldInALineAndAnOlderOneServes) {
       ProgramRun second(keeper, ClockTime::At(20, 1), "two");
       EXPECT_EQ(second.Resume(), false);
       EXPECT_EQ(second.bench.base.prompts.texts.empty(), !olderOne) << text;
-      EXPECT_EQ(second.view.notices.size(), olderOne ? 0U : 1U) << text;
+      ASSERT_EQ(second.view.notices.size(), 1U) << text;
+      EXPECT_THAT(second.view.notices[0].text,
+                  HasSubstr(olderOne ? "the one before it is" : "cannot be used: "));
     }
   }
 }
