@@ -210,7 +210,9 @@ void DisplayWindow::PlaceElements() {
   fraProgress_->SetPlace(
       QRect(0, progressTop, width() - room_, height() - FootHeight() - progressTop), Background(),
       height() - FootHeight());
-  fraCommand_->FitInto(size() - QSize(0, FootHeight()));
+  // While it is shown it moves with the window alone: a line that comes or goes at the foot must
+  // not put another button under the director's pointer.
+  if (fraCommand_->isHidden() || barIn_ != size()) PlaceCommandBar();
   fraCommand_->raise();
   PlaceFoot();
 }
@@ -275,9 +277,15 @@ void DisplayWindow::mouseMoveEvent(QMouseEvent* event) {
   if (pointer_.Moved(place.x(), place.y())) ShowCommandBar();
 }
 
+void DisplayWindow::PlaceCommandBar() {
+  barIn_ = size();
+  fraCommand_->FitInto(size() - QSize(0, FootHeight()));
+}
+
 void DisplayWindow::ShowCommandBar() {
   timCommand_.start();
   if (fraCommand_->isVisible()) return;
+  PlaceCommandBar();
   fraCommand_->show();
   setCursor(Qt::ArrowCursor);
 }

@@ -81,6 +81,7 @@ class DisplayWindow : public QWidget, public DisplayForm {
   void FillProgress();
   void PlaceElements();
   void ShowTexts();
+  void PlaceCommandBar();
   void ShowCommandBar();
   void HideCommandBar();
 
@@ -88,6 +89,7 @@ class DisplayWindow : public QWidget, public DisplayForm {
   DisplayCommands& commands_;
   ClockFace face_;
   ProgressFace tables_;
+  QSize barIn_;         // of the window when the command bar was placed
   int room_ = 0;        // pixels kept free at the right edge
   LayoutInput placed_;  // what the present layout was made for
   TextRow* lblHeader_;

@@ -149,7 +149,11 @@ TEST_F(SafetyTest, LinesForTheDirectorStandOnHisScreenAndNotOnTheRooms) {
   EXPECT_EQ(waved, std::vector<int>{static_cast<int>(NoticeKind::Sound)});
   const int footWithLines = twin.findChild<NoticeList*>()->height();
   EXPECT_GT(footWithLines, 20);
+  // The bar of the twin stands still while lines come and go below it.
+  MoveMouse(twin, {300, 300});
+  const QRect bar = twin.findChild<QWidget*>("fraCommand")->geometry();
   twin.ShowNotices({});
+  EXPECT_EQ(twin.findChild<QWidget*>("fraCommand")->geometry(), bar);
   EXPECT_TRUE(twin.findChild<NoticeList*>()->isHidden());
 }
 
