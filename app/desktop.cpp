@@ -22,7 +22,7 @@ namespace corvanel {
 
 Desktop::Desktop(const std::filesystem::path& store)
     : store_(store),
-      ticks_([this] { clock_.Tick(); }),
+      ticks_([this] { clock_.Tick(); }, [this] { clock_.WasHeld(); }),
       prompts_(ticks_),
       errors_(prompts_, [] { std::_Exit(EXIT_FAILURE); }),
       settings_(store_, session_, errors_),
@@ -167,11 +167,6 @@ void Desktop::ArmTimeOfDay() {
 
 void Desktop::Happened(EventKind kind, const std::string& text) {
   scoring_.Happened(kind);
-  if (kind == EventKind::End) {
-    awake_.Release();
-  } else {
-    awake_.Hold();
-  }
   emit SessionEvent(static_cast<int>(kind), QString::fromStdString(text));
 }
 

@@ -51,6 +51,11 @@ void Desktop::ShowFace(const ClockFace& face) {
   clock_.TimerCurrentTime_Timer();
   control_.ShowProgress();
   safety_.ShowFace(face);
+  if (clock_.State().Running()) {
+    awake_.Hold();
+  } else {
+    awake_.Release();
+  }
 }
 
 void Desktop::ShowTimeOfDay(const std::string& time) {

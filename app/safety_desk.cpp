@@ -61,7 +61,7 @@ void SafetyDesk::ShowFace(const ClockFace& face) {
                   tr("The computer was away for %1; the clock has run on meanwhile.")
                       .arg(QString::fromStdString(LengthText(face.away)))
                       .toStdString(),
-                  tr("Take that time out").toStdString()});
+                  face.awayCanBeTakenOut ? tr("Take that time out").toStdString() : ""});
   } else {
     notices_.Clear(NoticeKind::Away);
   }

@@ -17,9 +17,7 @@ QString NameOf(const QString& store) {
 }  // namespace
 
 SingleInstance::SingleInstance(const QString& store)
-    : lock_(store + ".lock"), name_(NameOf(store)) {
-  // A lock is given up with the program that holds it, however that ended, and by no lapse of time.
-  lock_.setStaleLockTime(0);
+    : lock_(store.toStdString()), name_(NameOf(store)) {
   server_.setSocketOptions(QLocalServer::UserAccessOption);
   connect(&server_, &QLocalServer::newConnection, this, [this] {
     delete server_.nextPendingConnection();
@@ -28,12 +26,11 @@ SingleInstance::SingleInstance(const QString& store)
 }
 
 SingleInstance::Place SingleInstance::Take() {
-  if (lock_.tryLock(0)) {
+  if (lock_.Take()) {
     QLocalServer::removeServer(name_);
     server_.listen(name_);
     return Place::First;
   }
-  if (lock_.error() != QLockFile::LockFailedError) return Place::First;
   QLocalSocket first;
   first.connectToServer(name_);
   return first.waitForConnected(kAnswersWithin) ? Place::Second : Place::OtherComputer;

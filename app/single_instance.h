@@ -1,8 +1,9 @@
 #pragma once
 
 #include <QLocalServer>
-#include <QLockFile>
 #include <QString>
+
+#include "platform/store_lock.h"
 
 namespace corvanel {
 
@@ -22,7 +23,7 @@ class SingleInstance : public QObject {
   void StartedAgain();
 
  private:
-  QLockFile lock_;
+  StoreLock lock_;
   QString name_;
   QLocalServer server_;
 };

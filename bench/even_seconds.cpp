@@ -54,7 +54,7 @@ int main(int argc, char** argv) {
   SystemTime time;
   Observer observer;
   RoundClock* running = nullptr;
-  QtTickTimer timer([&] { running->Tick(); });
+  QtTickTimer timer([&] { running->Tick(); }, [] {});
   RoundClock clock({session, time, timer, observer, observer, observer, observer});
   running = &clock;
   clock.Start();

@@ -35,6 +35,7 @@ struct ClockPoint {
   ClockState state;
   int16_t currentRound = 1;
   ClockTime startTime;
+  ClockTime finish;     // of a session that has ended
   std::string caption;  // of the round or break
   std::string message;  // of the move
 

@@ -22,7 +22,8 @@ struct ClockFace {
   std::string finish;                               // "Finish at 22:31"
   std::string breakLine;  // "Break:20:53 End:21:08", empty when no break is ahead
   std::string undo;       // "Undo next round, 12 s ago"; empty when nothing can be taken back
-  double away = 0;        // seconds that the computer was away, while they can be taken out
+  double away = 0;        // seconds that the computer was away, while that is worth telling
+  bool awayCanBeTakenOut = false;
 
   bool operator==(const ClockFace&) const = default;
 };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "session/captions.h"
 
@@ -79,19 +80,21 @@ void RoundClock::Tick() {
 
 void RoundClock::BringUpToDate() {
   counter_ = parts_.time.Counter();
-  uptime_ = parts_.time.ThisMoment().uptime;
+  const double before = std::exchange(uptime_, parts_.time.ThisMoment().uptime);
   late_ = 0;
   heardFrom_ = kNever;
   // In a pause nothing counts down; but the finish gets later, and is written after every tick.
   if (!state_.Running() || state_.paused) return;
   const double away = uptime_ - wakesAt_;
-  if (away > kAway) gap_ = Gap{away, uptime_, Point()};
+  if (away > kAway) NoticeGap(away);
   if (away > kBeyondMidnight) {
     // The marks of so long ago can no longer be told from those of today.
+    const Schedule schedule = schedule_;
     EndSession();
+    schedule_ = schedule;
     return;
   }
-  CatchUp();
+  CatchUp(uptime_ - before);
 }
 
 /// Counter value at which something happens next: a warning, or the end of the count-down.
@@ -107,11 +110,13 @@ double RoundClock::NextMoment() const {
   return next;
 }
 
-/// Goes through everything that fell due up to the present, each at its own moment.
-void RoundClock::CatchUp() {
+/// Goes through everything that fell due up to the present, each at its own moment. What should
+/// have happened before the last look, `seconds` ago, became due only by a setting changed since:
+/// it happens as of then.
+void RoundClock::CatchUp(double seconds) {
   const double now = counter_;
   while (state_.Running() && !state_.paused) {
-    late_ = Overdue(NextMoment(), now);
+    late_ = std::min(Overdue(NextMoment(), now), seconds);
     if (late_ <= 0) break;
     counter_ = ClockTime(now - late_).Seconds();
     Count();
@@ -139,7 +144,7 @@ void RoundClock::TimerCurrentTime_Timer() {
 void RoundClock::Start() {
   TimerCurrentTime_Timer();
   Handle([&] {
-    if (state_.Running()) Remember(SessionCommand::Start);
+    RememberStart();
     StartRound();
   });
 }
@@ -264,6 +269,7 @@ void RoundClock::Publish() {
       ShownSeconds(state_.secondsLeft, CountdownStep(session_.options.TimeChange)));
   face_.undo = undo_.Label(uptime_);
   face_.away = gap_ ? gap_->seconds : 0;
+  face_.awayCanBeTakenOut = gap_ && gap_->before;
   parts_.view.ShowFace(face_);
 }
 

@@ -71,6 +71,8 @@ class RoundClock : public SessionClock {
   /// Takes out the time that the computer was away, while that is offered.
   void TakeOutGap();
   void LeaveGapIn();
+  /// The time without ticks that is just ending was the program's own doing.
+  void WasHeld() { wakesAt_ = kNever; }
 
   /// Every table has finished: ends the round that counts down at once, as at time up.
   void EndRound();
@@ -97,11 +99,11 @@ class RoundClock : public SessionClock {
   const ClockFace& Face() const { return face_; }
 
  private:
-  /// Time without ticks, as it can still be taken out.
+  /// Time without ticks.
   struct Gap {
     double seconds = 0;
-    double endedAt = 0;  // uptime
-    ClockPoint before;
+    double endedAt = 0;                // uptime
+    std::optional<ClockPoint> before;  // while it can be taken out
   };
 
   bool Counting() const { return state_.phase == Phase::Round || state_.phase == Phase::Break; }
@@ -109,9 +111,11 @@ class RoundClock : public SessionClock {
   void Handle(const std::function<void()>& command);
   void BringUpToDate();
   double NextMoment() const;
-  void CatchUp();
+  void CatchUp(double seconds);
   void Count();
+  void NoticeGap(double away);
   void Remember(SessionCommand command);
+  void RememberStart();
   void Recall(const ClockPoint& point);
   void RecallSince(const ClockPoint& point, double uptime);
   void StartRound();
@@ -147,6 +151,9 @@ class RoundClock : public SessionClock {
   std::array<double, kCues> playedAt_ = {-1, -1, -1, -1, -1, -1, -1};  // uptime
   UndoList undo_;
   std::optional<Gap> gap_;
+  // As the clock began it; the director may have set another one since.
+  int16_t begunRound_ = 1;
+  ClockTime begunAt_;
 };
 
 /// Seconds from `mark` to `counter`: over midnight where they lie on two days; negative while the

@@ -15,6 +15,8 @@ constexpr double kLateCue = 30;        // seconds; a later one would only confus
 
 void RoundClock::StartRound() {
   const SessionSettings& s = session_.settings;
+  begunRound_ = session_.currentRound;
+  begunAt_ = session_.startTime;
   state_.phase = Phase::Round;
   state_.inBreak = false;
   state_.paused = false;
@@ -97,6 +99,7 @@ void RoundClock::BeginMove() {
   if (arrow) PlayCue(Cue::Arrow);
   if (!skip && !arrow) PlayCue(Cue::EndOfRound);
   session_.startTime = *ParseTime(TimeText(parts_.time.TimeOfDay().PlusSeconds(-late_)));
+  begunAt_ = session_.startTime;
   state_.secondsLeft = s.MinBetweenRounds * 60.0;
   state_.moveEnd = counter_ + state_.secondsLeft;
 }

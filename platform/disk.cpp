@@ -21,13 +21,20 @@ Error LastError(const std::string& path) {
 
 Result<std::string> Disk::ReadFile(const std::string& path) {
   std::error_code error;
-  if (std::filesystem::file_size(path, error) > kLargestFile && !error) {
-    return Error{7, path + ": the file is far too large"};
+  const auto status = std::filesystem::status(path, error);
+  if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+    return Error{75, path + ": not a file"};
   }
+  const auto size = std::filesystem::file_size(path, error);
+  if (size > kLargestFile && !error) return Error{7, path + ": the file is far too large"};
   std::ifstream file(path, std::ios::binary);
-  std::string bytes{std::istreambuf_iterator<char>(file), {}};
-  if (!file.is_open() || file.bad()) return LastError(path);
-  return bytes;
+  if (!file.is_open()) return LastError(path);
+  try {
+    // Throws where the disk cannot read its own sectors.
+    return std::string{std::istreambuf_iterator<char>(file), {}};
+  } catch (const std::ios_base::failure& failure) {
+    return Error{75, path + ": " + failure.what()};
+  }
 }
 
 Result<bool> Disk::WriteFile(const std::string& path, const std::string& bytes) {

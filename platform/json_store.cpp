@@ -103,7 +103,11 @@ class StoreReader : public nlohmann::json_sax<nlohmann::json> {
   std::string fault_;
 };
 
-JsonStore::JsonStore(fs::path file) : file_(std::move(file)) {
+/// A link is followed: what it leads to is replaced, not the link.
+JsonStore::JsonStore(fs::path file) {
+  std::error_code error;
+  file_ = fs::weakly_canonical(file, error);
+  if (error) file_ = std::move(file);
   Read();
 }
 
@@ -125,9 +129,17 @@ void JsonStore::Read() {
   StoreReader reader(*this);
   const bool tooLarge = fs::file_size(file_, error) > kLargestStore;
   stamp_ = Stamp();
-  if (!tooLarge && nlohmann::json::sax_parse(stream, &reader) && reader.Fault().empty()) return;
-  damage_ = fmt::format("The settings file {} cannot be read whole: {}", file_.string(),
-                        tooLarge ? "it is far too large" : reader.Fault());
+  std::string fault = "it is far too large";
+  try {
+    if (!tooLarge) {
+      nlohmann::json::sax_parse(stream, &reader);
+      fault = reader.Fault();
+    }
+  } catch (const std::ios_base::failure& failure) {
+    fault = failure.what();  // the disk cannot read its own sectors
+  }
+  if (fault.empty()) return;
+  damage_ = fmt::format("The settings file {} cannot be read whole: {}", file_.string(), fault);
   damagedFileInPlace_ = true;
 }
 

@@ -67,6 +67,7 @@ std::optional<size_t> QtPrompts::Choose(const std::string& question,
                                         const std::vector<std::string>& answers) {
   Box box(question, QMessageBox::Question, QMessageBox::NoButton);
   std::vector<QAbstractButton*> buttons;
+  buttons.reserve(answers.size());
   for (const std::string& answer : answers) {
     // One role for all, so that they stand in their order.
     buttons.push_back(box.addButton(QString::fromStdString(answer), QMessageBox::ActionRole));

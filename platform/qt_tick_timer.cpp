@@ -5,7 +5,8 @@
 
 namespace corvanel {
 
-QtTickTimer::QtTickTimer(std::function<void()> wakeUp) : wakeUp_(std::move(wakeUp)) {
+QtTickTimer::QtTickTimer(std::function<void()> wakeUp, std::function<void()> wasHeld)
+    : wakeUp_(std::move(wakeUp)), wasHeld_(std::move(wasHeld)) {
   timer_.setSingleShot(true);
   timer_.setTimerType(Qt::PreciseTimer);
   connect(&timer_, &QTimer::timeout, this, &QtTickTimer::Fire);
@@ -36,6 +37,7 @@ void QtTickTimer::Hold() {
 void QtTickTimer::Release() {
   if (--holds_ > 0 || !missed_) return;
   missed_ = false;
+  wasHeld_();
   timer_.start(0);
 }
 

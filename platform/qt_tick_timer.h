@@ -12,8 +12,8 @@ class QtTickTimer : public QObject, public TickTimer {
   Q_OBJECT
 
  public:
-  /// `wakeUp` is called each time the timer fires.
-  explicit QtTickTimer(std::function<void()> wakeUp);
+  /// `wakeUp` is called each time the timer fires, `wasHeld` before a wake-up that was held.
+  QtTickTimer(std::function<void()> wakeUp, std::function<void()> wasHeld);
 
   void Arm(double seconds) override;
   void Disarm() override;
@@ -29,6 +29,7 @@ class QtTickTimer : public QObject, public TickTimer {
   void Fire();
 
   std::function<void()> wakeUp_;
+  std::function<void()> wasHeld_;
   QTimer timer_;
   int holds_ = 0;
   bool missed_ = false;

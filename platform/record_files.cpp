@@ -5,9 +5,11 @@
 #include <unistd.h>
 
 #include <chrono>
-#include <fstream>
+#include <condition_variable>
+#include <mutex>
 #include <sstream>
 #include <system_error>
+#include <thread>
 #include <utility>
 
 #include "platform/disk.h"
@@ -16,6 +18,9 @@
 namespace corvanel {
 namespace {
 
+using Clock = std::chrono::steady_clock;
+
+constexpr int kKept = 3;
 constexpr int kFileNotFound = 53;
 constexpr std::chrono::seconds kPatience(3);
 
@@ -26,83 +31,106 @@ std::filesystem::path WithSuffix(std::filesystem::path file, const std::string& 
 
 }  // namespace
 
-RecordFiles::RecordFiles(const std::filesystem::path& store)
-    : file_(WithSuffix(store, ".session")),
-      alive_(WithSuffix(file_, ".alive")),
-      thread_([this] { Work(); }) {}
+/// The files, and the thread's work on them.
+class RecordFiles::Writer {
+ public:
+  explicit Writer(const std::filesystem::path& store)
+      : file_(WithSuffix(store, ".session")), alive_(WithSuffix(file_, ".alive")) {}
 
-RecordFiles::~RecordFiles() {
-  {
-    const std::lock_guard lock(mutex_);
-    ends_ = true;
-  }
-  wake_.notify_one();
-  thread_.join();
-}
-
-void RecordFiles::Keep(const std::string& text) {
-  {
+  void Keep(const std::string& text) {
     const std::lock_guard lock(mutex_);
     text_ = text;
+    wake_.notify_one();
   }
-  wake_.notify_one();
-}
-
-void RecordFiles::KeepAlive(const Moment& moment) {
-  {
+  void KeepAlive(const Moment& moment) {
     const std::lock_guard lock(mutex_);
     moment_ = moment;
+    wake_.notify_one();
   }
-  wake_.notify_one();
-}
+  std::string Failure() const {
+    const std::lock_guard lock(mutex_);
+    if (working_ && Clock::now() - since_ > kPatience) return "the disk does not answer";
+    return failure_;
+  }
+  void Forget() {
+    std::unique_lock lock(mutex_);
+    text_.reset();
+    moment_.reset();
+    forget_ = true;
+    wake_.notify_one();
+    done_.wait_for(lock, kPatience, [this] { return !forget_; });
+  }
+  void End() {
+    std::unique_lock lock(mutex_);
+    ends_ = true;
+    wake_.notify_one();
+    done_.wait_for(lock, kPatience, [this] { return ended_; });
+  }
 
-std::string RecordFiles::Failure() const {
-  const std::lock_guard lock(mutex_);
-  return failure_;
-}
+  void Work();
+  std::vector<std::string> Kept() const;
+  std::optional<Moment> LastAlive() const;
 
-void RecordFiles::Forget() {
-  std::unique_lock lock(mutex_);
-  text_.reset();
-  moment_.reset();
-  forget_ = true;
-  wake_.notify_one();
-  // A disk that does not answer must not keep the program from ending.
-  done_.wait_for(lock, kPatience, [this] { return !forget_; });
-}
+ private:
+  std::filesystem::path FileOf(int age) const {
+    return age == 0 ? file_ : WithSuffix(file_, fmt::format(".{}", age));
+  }
+  std::string TryToWrite(const std::string& text) const;
+  void Write(const std::string& text) const;
+  void WriteAlive(const Moment& moment) const;
+  void Remove() const;
 
-void RecordFiles::Work() {
+  const std::filesystem::path file_;
+  const std::filesystem::path alive_;
+  mutable std::mutex mutex_;
+  std::condition_variable wake_;
+  std::condition_variable done_;
+  // Under the mutex:
+  std::optional<std::string> text_;  // to be written next
+  std::optional<Moment> moment_;
+  bool forget_ = false;
+  bool ends_ = false;
+  bool ended_ = false;
+  bool working_ = false;
+  Clock::time_point since_;  // when the present work was begun
+  std::string failure_;
+};
+
+void RecordFiles::Writer::Work() {
   std::unique_lock lock(mutex_);
   for (;;) {
     wake_.wait(lock, [this] { return text_ || moment_ || forget_ || ends_; });
     const auto text = std::exchange(text_, std::nullopt);
     const auto moment = std::exchange(moment_, std::nullopt);
     const bool forget = forget_;
-    if (!text && !moment && !forget) return;
+    if (!text && !moment && !forget) break;
+    working_ = true;
+    since_ = Clock::now();
     lock.unlock();
-    std::string failure;
-    try {
-      if (text) Write(*text);
-    } catch (const RuntimeError& error) {
-      failure = error.what();
-    }
+    const std::string failure = text ? TryToWrite(*text) : "";
     if (moment) WriteAlive(*moment);
     if (forget) Remove();
     lock.lock();
+    working_ = false;
     if (text) failure_ = failure;
-    if (forget) {
-      forget_ = false;
-      done_.notify_all();
-    }
+    if (forget) forget_ = false;
+    done_.notify_all();
+  }
+  ended_ = true;
+  done_.notify_all();
+}
+
+std::string RecordFiles::Writer::TryToWrite(const std::string& text) const {
+  try {
+    Write(text);
+    return {};
+  } catch (const RuntimeError& error) {
+    return error.what();
   }
 }
 
-std::filesystem::path RecordFiles::FileOf(int age) const {
-  return age == 0 ? file_ : WithSuffix(file_, fmt::format(".{}", age));
-}
-
 /// A power cut at any moment leaves the new record or the one before it, under one of its names.
-void RecordFiles::Write(const std::string& text) {
+void RecordFiles::Writer::Write(const std::string& text) const {
   const std::filesystem::path temporary = WithSuffix(file_, ".new");
   WriteDurably(temporary, text);
   std::error_code none;
@@ -113,7 +141,7 @@ void RecordFiles::Write(const std::string& text) {
 }
 
 /// In place and in one piece, without waiting for the disk.
-void RecordFiles::WriteAlive(const Moment& moment) {
+void RecordFiles::Writer::WriteAlive(const Moment& moment) const {
   const int handle = ::open(alive_.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
   if (handle < 0) return;
   const std::string text =
@@ -123,13 +151,13 @@ void RecordFiles::WriteAlive(const Moment& moment) {
   ::close(handle);
 }
 
-void RecordFiles::Remove() {
+void RecordFiles::Writer::Remove() const {
   std::error_code none;
   for (int age = 0; age < kKept; ++age) std::filesystem::remove(FileOf(age), none);
   std::filesystem::remove(alive_, none);
 }
 
-std::vector<std::string> RecordFiles::Kept() const {
+std::vector<std::string> RecordFiles::Writer::Kept() const {
   std::vector<std::string> texts;
   for (int age = 0; age < kKept; ++age) {
     auto text = Disk().ReadFile(FileOf(age).string());
@@ -142,11 +170,46 @@ std::vector<std::string> RecordFiles::Kept() const {
   return texts;
 }
 
-std::optional<Moment> RecordFiles::LastAlive() const {
-  std::ifstream file(alive_);
+std::optional<Moment> RecordFiles::Writer::LastAlive() const {
+  const auto text = Disk().ReadFile(alive_.string());
+  if (!text) return std::nullopt;
+  std::istringstream words(text.Value());
   Moment moment;
-  if (file >> moment.boot >> moment.uptime >> moment.utc) return moment;
+  if (words >> moment.boot >> moment.uptime >> moment.utc) return moment;
   return std::nullopt;
+}
+
+RecordFiles::RecordFiles(const std::filesystem::path& store)
+    : writer_(std::make_shared<Writer>(store)) {
+  std::thread([writer = writer_] { writer->Work(); }).detach();
+}
+
+RecordFiles::~RecordFiles() {
+  writer_->End();
+}
+
+void RecordFiles::Keep(const std::string& text) {
+  writer_->Keep(text);
+}
+
+void RecordFiles::KeepAlive(const Moment& moment) {
+  writer_->KeepAlive(moment);
+}
+
+std::string RecordFiles::Failure() const {
+  return writer_->Failure();
+}
+
+std::vector<std::string> RecordFiles::Kept() const {
+  return writer_->Kept();
+}
+
+std::optional<Moment> RecordFiles::LastAlive() const {
+  return writer_->LastAlive();
+}
+
+void RecordFiles::Forget() {
+  writer_->Forget();
 }
 
 }  // namespace corvanel

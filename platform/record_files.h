@@ -1,11 +1,10 @@
 #pragma once
 
-#include <condition_variable>
 #include <filesystem>
-#include <mutex>
+#include <memory>
 #include <optional>
 #include <string>
-#include <thread>
+#include <vector>
 
 #include "recovery/session_recorder.h"
 
@@ -18,7 +17,7 @@ class RecordFiles : public RecordKeeper {
  public:
   /// For the settings file `store`: "settings.json.session" and so on.
   explicit RecordFiles(const std::filesystem::path& store);
-  /// Waits until what was handed over is written.
+  /// Waits until what was handed over is written; not for ever, where the disk does not answer.
   ~RecordFiles() override;
   RecordFiles(const RecordFiles&) = delete;
   RecordFiles& operator=(const RecordFiles&) = delete;
@@ -31,27 +30,10 @@ class RecordFiles : public RecordKeeper {
   void Forget() override;
 
  private:
-  static constexpr int kKept = 3;
+  class Writer;
 
-  std::filesystem::path FileOf(int age) const;
-  void Work();
-  void Write(const std::string& text);
-  void WriteAlive(const Moment& moment);
-  void Remove();
-
-  std::filesystem::path file_;
-  std::filesystem::path alive_;
-  mutable std::mutex mutex_;
-  std::condition_variable wake_;
-  std::condition_variable done_;
-  // Under the mutex:
-  std::optional<std::string> text_;  // to be written next
-  std::optional<Moment> moment_;
-  bool forget_ = false;
-  bool ends_ = false;
-  std::string failure_;
-
-  std::thread thread_;
+  // Shared with the thread, which outlives this when the disk does not answer.
+  std::shared_ptr<Writer> writer_;
 };
 
 }  // namespace corvanel

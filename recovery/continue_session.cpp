@@ -40,11 +40,11 @@ std::optional<SessionRecord> ContinueSession::Latest() {
   };
   std::string damage;
   for (const std::string& text : parts_.keeper.Kept()) {
-    const auto record = ReadRecord(text);
+    auto record = ReadRecord(text);
     if (record) {
       if (!damage.empty())
         tell("The last record of the session cannot be used, the one before it is");
-      return record.Value();
+      return std::move(record.Value());
     }
     if (damage.empty()) damage = record.Failure().description;
   }
@@ -52,14 +52,13 @@ std::optional<SessionRecord> ContinueSession::Latest() {
   return {};
 }
 
-/// Whether the session would have ended some time ago, had it run on.
+/// Whether the session would have ended some time ago, had it run on since it was last alive.
 bool ContinueSession::LongOver(const SessionRecord& record) const {
-  const ClockState& state = record.point.state;
-  const Schedule schedule =
-      CalcFinish(record.settings, record.point.currentRound,
-                 {state.phase, SecondsLeft(record, record.at), state.inBreak}, {});
-  const double over = schedule.finish.Seconds() + kOverFor;
-  return parts_.time.ThisMoment().Since(record.at) > std::min(over, kLongestAbsence);
+  const Moment now = parts_.time.ThisMoment();
+  const std::vector<TimetableLine> rest = Timetable(record.settings, record.point.currentRound);
+  const double minutes = rest.empty() ? 0 : rest.back().startsIn + rest.back().minutes;
+  if (now.Since(Stopped(record)) > minutes * 60 + kOverFor) return true;
+  return !record.point.state.paused && now.Since(record.at) > kLongestAbsence;
 }
 
 /// When the earlier run was last known to be alive.
@@ -100,7 +99,9 @@ void ContinueSession::GoOn(const SessionRecord& record) {
   parts_.session.settings = record.settings;
   const Moment now = parts_.time.ThisMoment();
   const double elapsed = now.Since(record.at);
-  const double counted = fromWhereItStopped_ ? Stopped(record).Since(record.at) : elapsed;
+  double counted = fromWhereItStopped_ ? Stopped(record).Since(record.at) : elapsed;
+  // The question may have stood open all night: then the evening is over.
+  if (!record.point.state.paused) counted = std::min(counted, kLongestAbsence);
   const double shift = parts_.time.Counter() - counted - record.counter;
   std::vector<UndoStep> undo = record.undo;
   for (UndoStep& step : undo) {

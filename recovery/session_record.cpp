@@ -22,7 +22,8 @@ static void to_json(nlohmann::json& json, const ClockTime& time) {
 static void from_json(const nlohmann::json& json, ClockTime& time) {
   time = ClockTime(json.get<double>());
 }
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(ClockPoint, state, currentRound, startTime, caption, message)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(ClockPoint, state, currentRound, startTime, finish, caption,
+                                   message)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(UndoStep, command, at, before)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(SessionRecord, at, counter, point, settings, undo, scoringFile,
                                    sections)
@@ -52,7 +53,7 @@ bool Possible(const SessionSettings& settings) {
   const auto minutes = {settings.MinPerRound, settings.MinBetweenRounds, settings.TimeForBreak,
                         settings.MinWarning, settings.MinWarning1};
   return settings.nRounds >= 1 && std::all_of(minutes.begin(), minutes.end(), [](float value) {
-           return value >= 0 && value <= kMinutesPerDay;
+           return value >= 0 && value <= kLongestPhase;
          });
 }
 

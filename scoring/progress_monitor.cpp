@@ -41,6 +41,8 @@ void ProgressMonitor::TimerBWS_Timer() {
     } else if (Age() >= kBlindAfter) {
       LetGo();
       Show({});
+    } else if (parts_.link.Model().Empty()) {
+      Show({});  // the file of an earlier run is not there
     }
   });
 }
@@ -169,6 +171,7 @@ std::string ProgressMonitor::Info(const RoundProgress& progress) const {
   if (Age() >= kBlindAfter) {
     return unit + fmt::format("no data for {} min", static_cast<int>(Age() / 60));
   }
+  if (parts_.link.Model().Empty()) return unit + "no data";
   if (progress.tables.empty()) return unit + "no tables in the chosen sections";
   if (parts_.clock.State().autoPaused) {
     return unit + fmt::format("waiting for {} table{}", progress.Playing(),

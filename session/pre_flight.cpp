@@ -33,8 +33,14 @@ bool Comes(Cue cue, const SessionSettings& s) {
 }
 
 /// The files of the cues that will be played.
-std::set<std::string> FilesWanted(const SessionSettings& settings) {
+std::set<std::string> FilesWanted(const Session& session) {
+  const SessionSettings& settings = session.settings;
+  const Options& options = session.options;
   std::set<std::string> files;
+  if (session.unitLinkOpen && options.BMAutoPause && options.BMPausePlay &&
+      !options.BMPauseSound.empty()) {
+    files.insert(options.BMPauseSound);
+  }
   for (size_t i = 0; i < kCues; ++i) {
     const std::string& file = settings.sounds.files[i];
     if (settings.sounds.play[i] != 0 && !file.empty() && Comes(static_cast<Cue>(i), settings)) {
@@ -55,7 +61,7 @@ void SetOrClear(Notices& notices, NoticeKind kind, const std::string& text) {
 }  // namespace
 
 void CheckBeforeStart(const Session& session, const Surroundings& around, Notices& notices) {
-  const std::set<std::string> wanted = FilesWanted(session.settings);
+  const std::set<std::string> wanted = FilesWanted(session);
   std::set<std::string> missing;
   for (const std::string& file : wanted) {
     if (!around.sounds.IsThere(file)) missing.insert(std::string(FileName(file)));

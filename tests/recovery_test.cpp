@@ -1,11 +1,15 @@
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
+#include <thread>
 
 #include "platform/record_files.h"
+#include "platform/store_lock.h"
 #include "recovery/continue_session.h"
 #include "tests/support/program_run.h"
 
@@ -117,6 +121,12 @@ TEST(ContinueSessionTest, NothingIsAskedWhereNothingIsToBeContinued) {
       {"long over", nothing, ClockTime::At(21, 50), false},
       {"paused long ago", [](ProgramRun& run) { run.Do([](RoundClock& clock) { clock.Pause(); }); },
        ClockTime::At(21, 50), false},
+      {"paused, and alive for two hours",
+       [](ProgramRun& run) {
+         run.Do([](RoundClock& clock) { clock.Pause(); });
+         run.Pass(7200);
+       },
+       ClockTime::At(22, 0, 20), true},
       {"clock set back", nothing, ClockTime::At(19, 0), true},
   };
   for (const Row& row : rows) {
@@ -128,6 +138,21 @@ TEST(ContinueSessionTest, NothingIsAskedWhereNothingIsToBeContinued) {
     second.Resume();
     EXPECT_EQ(!second.bench.base.prompts.texts.empty(), row.asked) << row.what;
     EXPECT_THAT(second.view.notices, IsEmpty()) << row.what;
+  }
+}
+
+TEST(ContinueSessionTest, AQuestionLeftOpenOvernightEndsTheSession) {
+  FakeKeeper keeper;
+  ProgramRun first(keeper, ClockTime::At(20, 0), "one");
+  first.Begin();
+  for (const double hours : {11.2, 13.0, 20.0, 30.0}) {
+    ProgramRun second(keeper, ClockTime::At(20, 1), "two");
+    second.bench.base.prompts.choice = 0;
+    const auto record = second.ending.Ask();
+    ASSERT_TRUE(record);
+    second.bench.clocks.time.PassTo(hours * 3600);
+    second.ending.GoOn(*record);
+    EXPECT_EQ(second.Face().phase, Phase::Ended) << hours;
   }
 }
 
@@ -251,6 +276,10 @@ TEST(RecordFilesTest, KeepsTheLatestAndSurvivesWhatLiesInItsWay) {
   EXPECT_EQ(RecordFiles(store).LastAlive()->utc, 1e9);
   std::filesystem::remove(folder / "settings.json.session");
   EXPECT_THAT(RecordFiles(store).Kept(), ElementsAre("4", "3"));
+  // A folder in the place of a record counts as a damaged one.
+  std::filesystem::create_directory(folder / "settings.json.session");
+  EXPECT_THAT(RecordFiles(store).Kept(), ElementsAre("", "4", "3"));
+  std::filesystem::remove(folder / "settings.json.session");
   // A folder where the file should be written: an error, not a crash.
   std::filesystem::create_directory(folder / "settings.json.session.new");
   RecordFiles files(store);
@@ -264,6 +293,40 @@ TEST(RecordFilesTest, KeepsTheLatestAndSurvivesWhatLiesInItsWay) {
   EXPECT_THAT(files.Kept(), IsEmpty());
   EXPECT_FALSE(files.LastAlive());
   EXPECT_TRUE(std::filesystem::is_empty(folder));
+  std::filesystem::remove_all(folder);
+}
+
+TEST(RecordFilesTest, ADiskThatDoesNotAnswerIsToldAndKeepsNobody) {
+  char name[] = "/tmp/corvanel-record-XXXXXX";
+  const std::filesystem::path folder = mkdtemp(name);
+  const std::filesystem::path pipe = folder / "settings.json.session.new";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);  // opening it waits for a reader that never comes
+  {
+    RecordFiles files(folder / "settings.json");
+    files.Keep("1");
+    while (files.Failure().empty()) std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_EQ(files.Failure(), "the disk does not answer");
+  }
+  // Lets the writer go, so that it is not left over.
+  const int reader = ::open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
+  std::this_thread::sleep_for(std::chrono::milliseconds(300));
+  ::close(reader);
+  std::filesystem::remove_all(folder);
+}
+
+TEST(StoreLockTest, GoesWithItsHolderAndLeavesNothingInTheWay) {
+  char name[] = "/tmp/corvanel-lock-XXXXXX";
+  const std::filesystem::path folder = mkdtemp(name);
+  const std::filesystem::path store = folder / "settings.json";
+  {
+    StoreLock first(store);
+    StoreLock second(store);
+    EXPECT_TRUE(first.Take());
+    EXPECT_FALSE(second.Take());
+  }
+  StoreLock third(store);
+  EXPECT_TRUE(third.Take());
+  EXPECT_TRUE(StoreLock("/nonexistent/settings.json").Take());
   std::filesystem::remove_all(folder);
 }
 

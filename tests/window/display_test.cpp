@@ -374,7 +374,8 @@ TEST(TextMeasureTest, DigitsTakeCellsOfOneWidth) {
 
 TEST(QtTickTimerTest, HeldTicksComeAfterwards) {
   int ticks = 0;
-  QtTickTimer timer([&] { ++ticks; });
+  int held = 0;
+  QtTickTimer timer([&] { ++ticks; }, [&] { ++held; });
   timer.Hold();
   timer.Arm(0);
   QTest::qWait(20);
