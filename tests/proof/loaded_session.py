@@ -18,7 +18,8 @@ from desktop import Desktop
 
 WIDTH, HEIGHT = 1024, 768
 COUNTDOWN = (200, 560)  # the rows of the screen in which only the countdown changes
-SETTLES = 60            # seconds until memory is measured for the first time
+SETTLES = 600           # seconds until every part was used once and memory is measured
+SAMPLES = 6             # ten seconds apart, of which the least counts: a sound may be playing
 STALL = 0.3             # seconds between two looks after which a look was missed
 
 
@@ -33,8 +34,8 @@ def files(pid):
 
 
 def watch(desktop, seconds):
-    """The moments at which the countdown changed, those at which the watching had stood still,
-    and [memory, files] early and late."""
+    """The moments at which the countdown changed, those at which the watching had stood still, and
+    memory and files, every ten seconds once all has settled."""
     pixels = desktop.pixels()
     start = len(pixels) - WIDTH * HEIGHT * 4
     rows = slice(start + COUNTDOWN[0] * WIDTH * 4, start + COUNTDOWN[1] * WIDTH * 4)
@@ -52,16 +53,15 @@ def watch(desktop, seconds):
             if not changes or time.monotonic() - changes[-1] > 0.2:
                 changes.append(time.monotonic())
             shown = now
-        if not used and time.monotonic() - began > min(SETTLES, seconds / 3):
+        if looked - began > min(SETTLES, seconds / 3) + 10 * len(used):
             used.append((memory(pid), files(pid)))
-    used.append((memory(pid), files(pid)))
     return changes, stalls, used
 
 
 def main():
     programs = sys.argv[1]
     minutes = float(sys.argv[2]) if len(sys.argv) > 2 else 60
-    settings = {"nRounds": "4", "MinPerRound": str(max(minutes / 4, 1)),
+    settings = {"nRounds": "20", "MinPerRound": str(max(minutes / 6, 1)),
                 "MinBetweenRounds": "1", "optBreak": "False", "DisplayState": "0"}
     desktop = Desktop(programs, settings, f"{WIDTH}x{HEIGHT}")
     loops = []
@@ -85,10 +85,11 @@ def main():
     print(f"{len(changes)} seconds shown in {changes[-1] - changes[0]:.1f} s: "
           f"{len(wrong)} skipped or shown twice, {min(seen):.3f} to {max(seen):.3f} s apart; "
           f"{len(gaps) - len(seen)} not seen")
-    (memory_before, files_before), (memory_after, files_after) = used
+    memory_before, files_before = map(min, zip(*used[:SAMPLES]))
+    memory_after, files_after = map(min, zip(*used[-SAMPLES:]))
     print(f"memory {memory_before} to {memory_after} kB, files {files_before} to {files_after}")
     # In a short run the program is still settling.
-    grown = minutes > 10 and (memory_after - memory_before > 1024 or files_after > files_before)
+    grown = minutes > 20 and (memory_after - memory_before > 1024 or files_after > files_before)
     return 1 if wrong or grown or len(seen) < minutes * 30 else 0
 
 
