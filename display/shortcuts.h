@@ -70,6 +70,7 @@ inline constexpr std::array kShortcuts = std::to_array<Shortcut>({
 
 /// The command of a virtual key, with or without Shift; nothing for a key without one.
 constexpr std::optional<DisplayCommand> CommandOfKey(int virtualKey, DisplayKind kind) {
+  if (virtualKey == 0) return std::nullopt;  // stands for no second key in the table
   for (const Shortcut& shortcut : kShortcuts) {
     if (shortcut.twinOnly && kind != DisplayKind::Twin) continue;
     if (shortcut.keys[0] == virtualKey || shortcut.keys[1] == virtualKey) return shortcut.command;

@@ -88,6 +88,26 @@ TEST_F(SafetyTest, TheLastCommandIsTakenBackByKeyAndByButton) {
   EXPECT_EQ(bench.face.countdown, "8:48");
 }
 
+TEST_F(SafetyTest, KeysWithoutACommandDoNothing) {
+  const ClockPoint before = bench.clock.Point();
+  for (const Qt::Key key :
+       {Qt::Key_Shift, Qt::Key_Control, Qt::Key_Tab, Qt::Key_Left, Qt::Key_Space, Qt::Key_Return,
+        Qt::Key_Delete, Qt::Key_X, Qt::Key_7, Qt::Key_F5}) {
+    for (DisplayWindow* display : displays) {
+      QTest::keyClick(display, key);
+      EXPECT_FALSE(display->isFullScreen()) << key;
+    }
+  }
+  for (const Qt::KeyboardModifier modifier : {Qt::ControlModifier, Qt::AltModifier}) {
+    QTest::keyClick(&room, Qt::Key_N, modifier);
+    EXPECT_FALSE(room.isFullScreen());
+  }
+  EXPECT_EQ(bench.clock.Point(), before);
+  QTest::keyClick(&room, Qt::Key_N, Qt::ShiftModifier);
+  EXPECT_EQ(bench.session.currentRound, 2);
+  EXPECT_FALSE(room.isFullScreen());
+}
+
 TEST_F(SafetyTest, NoButtonComesToWhereAnotherOneWas) {
   MoveMouse(room, {300, 300});
   const auto before = Places();
