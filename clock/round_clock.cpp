@@ -15,7 +15,8 @@ constexpr std::string_view kPlace = "frmMain";
 constexpr double kBeyondMidnight = 40000;
 
 constexpr double kEverySecond = 1;
-constexpr double kAway = 30;  // seconds; a shorter gap is not worth the director's while
+constexpr double kToldFor = 300;  // seconds for which a gap that stays in is told of
+constexpr double kAway = 30;      // seconds; a shorter gap is not worth the director's while
 
 /// Seconds until a count-down next stands at a whole second. Ticking there, rather than once a
 /// second from wherever it began, makes the shown seconds step evenly, and a late tick does not
@@ -83,6 +84,7 @@ void RoundClock::BringUpToDate() {
   const double before = std::exchange(uptime_, parts_.time.ThisMoment().uptime);
   late_ = 0;
   heardFrom_ = kNever;
+  if (gap_ && !gap_->before && uptime_ - gap_->endedAt > kToldFor) gap_.reset();
   // In a pause nothing counts down; but the finish gets later, and is written after every tick.
   if (!state_.Running() || state_.paused) return;
   const double away = uptime_ - wakesAt_;

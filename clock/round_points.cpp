@@ -29,10 +29,8 @@ void RoundClock::NoticeGap(double away) {
 /// Before a command takes effect.
 void RoundClock::Remember(SessionCommand command) {
   undo_.Push({command, uptime_, Point()});
-  if (!gap_) return;
-  // From here on it would take more than the gap out; one that just ended is still worth telling.
-  gap_->before.reset();
-  if (gap_->endedAt < uptime_) gap_.reset();
+  // From here on it would take more than the gap out.
+  if (gap_) gap_->before.reset();
 }
 
 /// A start throws away the session that runs, as the clock began its round. One that has ended, or
@@ -80,7 +78,7 @@ void RoundClock::Undo() {
   Handle([&] {
     auto step = undo_.Take(uptime_);
     if (!step) return;
-    gap_.reset();
+    if (gap_) gap_->before.reset();
     // Else the scoring link would do it again at its next look.
     if (step->command == SessionCommand::AutoPause) step->before.state.mayAutoPause = false;
     parts_.events.Happened(EventKind::Undo, std::string(NameOf(step->command)));
