@@ -80,7 +80,7 @@ std::string ContinueSession::Question(const SessionRecord& record) const {
 }
 
 std::optional<SessionRecord> ContinueSession::Ask() {
-  const auto record = Latest();
+  auto record = Latest();
   if (!record || !record->point.state.Running() || LongOver(*record)) return {};
   const auto chosen = parts_.prompts.Choose(
       Question(*record),
