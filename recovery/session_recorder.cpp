@@ -14,8 +14,8 @@ void SessionRecorder::Update() {
                                 parts_.session.settings,  clock.UndoSteps(),     parts_.link.Path(),
                                 parts_.link.Sections()};
   const std::string failure = parts_.keeper.Failure();
-  const bool again = !failure.empty() && record.at.Since(written_.at) >= kTryAgain;
-  if (!anyWritten_ || again || !record.SameState(written_)) {
+  const bool again = written_ && !failure.empty() && record.at.Since(written_->at) >= kTryAgain;
+  if (!written_ || again || !record.SameState(*written_)) {
     Write(record);
   } else {
     parts_.keeper.KeepAlive(record.at);
@@ -31,12 +31,11 @@ void SessionRecorder::Update() {
 void SessionRecorder::Write(const SessionRecord& record) {
   parts_.keeper.Keep(TextOf(record));
   written_ = record;
-  anyWritten_ = true;
 }
 
 void SessionRecorder::Close() {
   // What an earlier run left behind is not this one's to forget.
-  if (anyWritten_) parts_.keeper.Forget();
+  if (written_) parts_.keeper.Forget();
 }
 
 }  // namespace corvanel

@@ -54,8 +54,7 @@ class SessionRecorder {
   void Write(const SessionRecord& record);
 
   Parts parts_;
-  SessionRecord written_;
-  bool anyWritten_ = false;
+  std::optional<SessionRecord> written_;
 };
 
 }  // namespace corvanel
