@@ -57,35 +57,31 @@ bool ContinueSession::LongOver(const SessionRecord& record) const {
   const Moment now = parts_.time.ThisMoment();
   const std::vector<TimetableLine> rest = Timetable(record.settings, record.point.currentRound);
   const double minutes = rest.empty() ? 0 : rest.back().startsIn + rest.back().minutes;
-  if (now.Since(Stopped(record)) > minutes * 60 + kOverFor) return true;
+  if (now.Since(stopped_) > minutes * 60 + kOverFor) return true;
   return !record.point.state.paused && now.Since(record.at) > kLongestAbsence;
 }
 
-/// When the earlier run was last known to be alive.
-Moment ContinueSession::Stopped(const SessionRecord& record) const {
-  const auto alive = parts_.keeper.LastAlive();
-  return alive && alive->Since(record.at) > 0 ? *alive : record.at;
-}
-
 std::string ContinueSession::Question(const SessionRecord& record) const {
-  const Moment stopped = Stopped(record);
-  const double ago = parts_.time.ThisMoment().Since(stopped);
+  const double ago = parts_.time.ThisMoment().Since(stopped_);
   const ClockTime when = parts_.time.TimeOfDay().PlusSeconds(-ago);
   return fmt::format(
       "Corvanel was ended while a session was running.\r\n\r\n{}, {} left{}\r\n"
       "as it stood at {}, {}\r\n\r\nHow shall the session go on?",
-      TextOfPhase(record), MinutesAndSeconds(SecondsLeft(record, stopped)),
+      TextOfPhase(record), MinutesAndSeconds(SecondsLeft(record, stopped_)),
       record.point.state.paused ? ", paused" : "",
       TimeTextWithSeconds(when, parts_.session.options.Form()), AgoText(ago));
 }
 
 std::optional<SessionRecord> ContinueSession::Ask() {
   auto record = Latest();
-  if (!record || !record->point.state.Running() || LongOver(*record)) return {};
+  if (!record || !record->point.state.Running()) return {};
+  const auto alive = parts_.keeper.LastAlive();
+  stopped_ = alive && alive->Since(record->at) > 0 ? *alive : record->at;
+  if (LongOver(*record)) return {};
   const auto chosen = parts_.prompts.Choose(
       Question(*record),
-      {"As if the clock had run on",
-       "From " + MinutesAndSeconds(SecondsLeft(*record, Stopped(*record))), "Not at all"});
+      {"As if the clock had run on", "From " + MinutesAndSeconds(SecondsLeft(*record, stopped_)),
+       "Not at all"});
   if (!chosen) return {};  // nothing was decided: it can still be asked at the next start
   if (*chosen == 2) {
     parts_.keeper.Forget();
@@ -99,7 +95,7 @@ void ContinueSession::GoOn(const SessionRecord& record) {
   parts_.session.settings = record.settings;
   const Moment now = parts_.time.ThisMoment();
   const double elapsed = now.Since(record.at);
-  double counted = fromWhereItStopped_ ? Stopped(record).Since(record.at) : elapsed;
+  double counted = fromWhereItStopped_ ? stopped_.Since(record.at) : elapsed;
   // The question may have stood open all night: then the evening is over.
   if (!record.point.state.paused) counted = std::min(counted, kLongestAbsence);
   const double shift = parts_.time.Counter() - counted - record.counter;

@@ -32,10 +32,10 @@ class ContinueSession {
  private:
   std::optional<SessionRecord> Latest();
   bool LongOver(const SessionRecord& record) const;
-  Moment Stopped(const SessionRecord& record) const;
   std::string Question(const SessionRecord& record) const;
 
   Parts parts_;
+  Moment stopped_;  // when the earlier run was last known to be alive
   bool fromWhereItStopped_ = false;
 };
 
