@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "tests/support/scoring_bench.h"
 
 namespace corvanel {
@@ -252,6 +254,33 @@ TEST_F(EveningTest, OnASlowShareTheNextPollIsTheSecondLook) {
   bench.database.next = {finished};
   bench.monitor.TimerBWS_Timer();
   EXPECT_EQ(State().phase, Phase::Move);
+}
+
+TEST_F(EveningTest, AnAutomaticEndThatWasUndoneIsNotMadeAgain) {
+  AllSend(1, 2);
+  bench.PassWithPolls(60);
+  AllSend(1, 1);
+  bench.PassWithPolls(5);
+  ASSERT_EQ(State().phase, Phase::Move);
+  bench.clocks.clock.Undo();
+  bench.PassWithPolls(120);
+  EXPECT_EQ(State().phase, Phase::Round);
+  EXPECT_EQ(bench.session.currentRound, 1);
+}
+
+TEST_F(EveningTest, NobodyIsWaitedForBeforeTheFirstResultOfTheRound) {
+  bench.PassWithPolls(21 * 60 - 5);
+  EXPECT_FALSE(State().paused);
+  bench.PassWithPolls(10);
+  EXPECT_EQ(State().phase, Phase::Move);
+}
+
+TEST_F(EveningTest, ThePauseSoundHasASwitch) {
+  bench.session.options.BMPausePlay = false;
+  AllSend(1, 2);
+  bench.PassWithPolls(20 * 60 + 50);
+  ASSERT_TRUE(State().paused);
+  EXPECT_EQ(std::count(bench.clocks.played.begin(), bench.clocks.played.end(), "bell"), 0);
 }
 
 }  // namespace

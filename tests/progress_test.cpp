@@ -59,6 +59,10 @@ TEST(ProgressTest, NobodyIsSlowBeforeTheLastBoardsMinutes) {
               ElementsAre("Tables 2 3 4 still playing"));
   // The units are at another round than the clock: nothing is said.
   EXPECT_THAT(ProgressOf(session, {2, 4, 60, 7, true}).texts, IsEmpty());
+  ScoringPicture ahead = WithBoards(4, {3, 3, 3, 2});
+  ahead.received.push_back(ResultOf(1, 2, 4));
+  EXPECT_EQ(ProgressOf(Model(ahead), {1, 4, 60, 7, true}).Playing(), 1);
+  EXPECT_THAT(ProgressOf(Model(ahead), {1, 4, 60, 7, true}).texts, IsEmpty());
 }
 
 TEST(ProgressTest, ErasedAndRepeatedResultsCountOnce) {

@@ -361,5 +361,40 @@ TEST(RoundClockTest, TheTimeOfDayIsTheComputersOwnInTheDirectorsForm) {
   EXPECT_EQ(bench.face.finish, "Finish at 9:26pm");
 }
 
+// "Break:… End:…" as the room reads it, in every phase, with the break ahead, over, or never to
+// come.
+TEST(RoundClockTest, TheBreakLineTellsTheBreakThatIsAhead) {
+  struct Row {
+    const char* when;
+    double seconds;  // since the start of round 1 at 19:30
+    int breakAfter;
+    const char* line;
+  };
+  const Row rows[] = {
+      {"in round 1", 60, 2, "Break:19:51 End:20:06"},
+      {"in the move after round 1", 630, 2, "Break:19:51 End:20:06"},
+      {"in the break round", 700, 2, "Break:19:51 End:20:06"},
+      {"in the break", 1300, 2, ""},
+      {"in the move after the break", 2180, 2, ""},
+      {"in the round after the break", 2300, 2, ""},
+      {"after the last round", 60, 4, ""},
+      {"beyond the last round", 60, 9, ""},
+  };
+  for (const Row& row : rows) {
+    ClockBench bench;
+    SetShape(bench, 4, 10, 1);
+    SessionSettings& s = bench.session.settings;
+    s.optBreak = true;
+    s.BreakAfterRound = static_cast<int16_t>(row.breakAfter);
+    s.TimeForBreak = 15;
+    s.MoveAfterBreak = true;
+    bench.clock.Start();
+    bench.Pass(row.seconds);
+    EXPECT_EQ(bench.face.breakLine, row.line) << row.when;
+    EXPECT_EQ(bench.face.finish, row.breakAfter == 2 ? "Finish at 20:28" : "Finish at 20:13")
+        << row.when;
+  }
+}
+
 }  // namespace
 }  // namespace corvanel

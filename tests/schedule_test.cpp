@@ -98,6 +98,9 @@ TEST(CalcRoundTimeLiveTest, SpreadsTheTimeOverTheRoundsReallyLeft) {
   EXPECT_FLOAT_EQ(*CalcRoundTimeLive(session, {Phase::Move, 60, false}, ClockTime::At(21, 30)), 29);
   EXPECT_FALSE(CalcRoundTimeLive(session, {Phase::Round, 600, false}, ClockTime::At(22, 31)));
   EXPECT_FALSE(CalcRoundTimeLive(session, {Phase::Round, 600, false}, ClockTime::At(22, 25)));
+  // Just missed, with rounds enough to fill a whole day: it is not the one of tomorrow.
+  session.currentRound = 3;
+  EXPECT_FALSE(CalcRoundTimeLive(session, {Phase::Round, 600, false}, ClockTime::At(22, 31)));
   session.settings.RequiredFinish = "08:45";  // 11 hours for one round
   session.currentRound = 7;
   EXPECT_FALSE(CalcRoundTimeLive(session, {Phase::Round, 60, false}, ClockTime::At(21, 0)));

@@ -154,5 +154,30 @@ TEST_F(SettingsTableTest, NoStoreOfGarbageDoesHarm) {
   }
 }
 
+TEST_F(SettingsTableTest, AFavouriteTakesOverWhatItDoesNotSayOfItsFirstThreeSounds) {
+  store.SaveSetting("Timer", "SoundPlay0", "0");
+  store.SaveSetting("Timer", "SoundPlayBreak", "0");
+  store.SaveSetting("Timer", "SoundWarning", "own.wav");
+  store.SaveSetting("Timer", "SoundBreak", "bell.wav");
+  store.SaveSetting("Timer01", "Name", "Friday");
+  store.SaveSetting("Timer01", "SoundPlay2", "99");
+  Load();
+  const SoundChoices& sounds = table.Entry(1).settings.sounds;
+  EXPECT_EQ(sounds.files[0], "own.wav");
+  EXPECT_EQ(sounds.files[3], "/prog\\Fx2 Break.wav");
+  EXPECT_FALSE(sounds.play[0]);
+  EXPECT_TRUE(sounds.play[1]);
+  EXPECT_TRUE(sounds.play[3]);
+}
+
+TEST_F(SettingsTableTest, WholeNumbersAreRoundedHalvesToTheEvenOne) {
+  const std::pair<const char*, int> rows[] = {{"6.4", 6}, {"6.6", 7}, {"6.5", 6}, {"7,5", 8}};
+  for (const auto& [stored, loaded] : rows) {
+    store.SaveSetting("Timer", "BreakAfterRound", stored);
+    Load();
+    EXPECT_EQ(session.settings.BreakAfterRound, loaded) << stored;
+  }
+}
+
 }  // namespace
 }  // namespace corvanel

@@ -377,5 +377,20 @@ TEST(GapTest, SettingTheComputersClockChangesOnlyTheTimesOfDay) {
   }
 }
 
+TEST(GapTest, IsNotOfferedOnceSomethingWasUndone) {
+  ClockBench bench;
+  BeginEvening(bench);
+  bench.Pass(10);
+  bench.clock.NextRound();
+  bench.time.PassTo(100);
+  bench.clock.Tick();
+  ASSERT_TRUE(bench.face.awayCanBeTakenOut);
+  bench.clock.Undo();
+  EXPECT_FALSE(bench.face.awayCanBeTakenOut);
+  const std::string countdown = bench.face.countdown;
+  bench.clock.TakeOutGap();
+  EXPECT_EQ(bench.face.countdown, countdown);
+}
+
 }  // namespace
 }  // namespace corvanel
