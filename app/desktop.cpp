@@ -4,19 +4,19 @@
 #include <cmath>
 #include <cstdlib>
 
-#include "display/window/frm_font.h"
+#include "control/window/dlg_welcome.h"
+#include "display/window/display_options_dialog.h"
 #include "display/window/frm_help.h"
-#include "platform/folders.h"
-#include "platform/qt_installer_file.h"
-#include "platform/qt_update_server.h"
-#include "platform/shut_down.h"
-#include "platform/standard_settings_file.h"
-#include "session/window/dlg_welcome.h"
 #include "settings/sound_options.h"
 #include "settings/window/frm_options.h"
 #include "settings/window/frm_sound.h"
 #include "startup/start_up.h"
 #include "startup/version.h"
+#include "system/folders.h"
+#include "system/qt/qt_installer_file.h"
+#include "system/qt/qt_update_server.h"
+#include "system/shut_down.h"
+#include "system/standard_settings_file.h"
 
 namespace corvanel {
 
@@ -197,7 +197,7 @@ void Desktop::RewriteTimes() {
 
 void Desktop::ShowDisplayOptions() {
   DisplayOptions options(session_, settings_, *this, errors_);
-  FrmFont(options, QApplication::activeWindow()).exec();
+  DisplayOptionsDialog(options, QApplication::activeWindow()).exec();
 }
 
 void Desktop::ShowGeneralOptions() {

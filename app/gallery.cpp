@@ -36,13 +36,13 @@ std::vector<State> States(const SessionSettings& settings) {
   const std::string fourth = RoundCaption(4, settings.nRounds);
   std::vector<State> states = {
       {"round", Face(Phase::Round, Element::TimeRemaining, "12:47", fourth)},
-      {"early warning", Face(Phase::Round, Element::BetweenWarnings, "6:58", fourth)},
-      {"last warning", Face(Phase::Round, Element::WarningPeriod, "2:59", fourth)},
+      {"early warning", Face(Phase::Round, Element::EarlyWarning, "6:58", fourth)},
+      {"last warning", Face(Phase::Round, Element::LastWarning, "2:59", fourth)},
       {"move", Face(Phase::Move, Element::TimeUp, "0:46", fourth)},
       {"last move", Face(Phase::Move, Element::TimeUp, "0:46", fourth)},
       {"break", Face(Phase::Break, Element::TimeRemaining, "14:20", std::string(kBreakCaption))},
       {"end of break",
-       Face(Phase::Break, Element::WarningPeriod, "1:30", std::string(kBreakCaption))},
+       Face(Phase::Break, Element::LastWarning, "1:30", std::string(kBreakCaption))},
       {"paused", Face(Phase::Round, Element::TimeRemaining, "12:47", fourth)},
       {"ended", Face(Phase::Ended, Element::TimeUp, "0:00", "Final Round")},
   };

@@ -9,8 +9,8 @@
 #include "app/demonstration.h"
 #include "app/desktop.h"
 #include "app/gallery.h"
-#include "app/single_instance.h"
-#include "platform/folders.h"
+#include "system/folders.h"
+#include "system/qt/single_instance.h"
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);

@@ -3,7 +3,7 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 
-#include "session/pre_flight.h"
+#include "control/start_checks.h"
 
 namespace corvanel {
 namespace {

@@ -6,12 +6,12 @@
 #include <filesystem>
 
 #include "app/scoring_desk.h"
+#include "control/window/frm_main.h"
 #include "display/window/display_window.h"
-#include "platform/json_store.h"
-#include "platform/qt_sound_player.h"
-#include "platform/record_files.h"
 #include "recovery/continue_session.h"
-#include "session/window/frm_main.h"
+#include "system/json_store.h"
+#include "system/qt/qt_sound_player.h"
+#include "system/record_files.h"
 
 namespace corvanel {
 

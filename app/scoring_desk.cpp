@@ -2,13 +2,13 @@
 
 #include <QApplication>
 
-#include "platform/disk.h"
-#include "platform/folders.h"
 #include "scoring/play_time.h"
 #include "scoring/window/frm_options_bridgemate.h"
 #include "scoring/window/frm_play_time.h"
-#include "scoring/window/frm_settings.h"
+#include "scoring/window/sections_dialog.h"
 #include "startup/version.h"
+#include "system/disk.h"
+#include "system/folders.h"
 
 namespace corvanel {
 namespace {
@@ -127,7 +127,7 @@ void ScoringDesk::mnuPlayTime_Click() {
 
 std::vector<bool> ScoringDesk::ChooseSections(const std::string& sessionName,
                                               const std::vector<std::string>& lines) {
-  FrmSettings dialog(sessionName, lines, QApplication::activeWindow());
+  SectionsDialog dialog(sessionName, lines, QApplication::activeWindow());
   return dialog.exec() == QDialog::Accepted ? dialog.Ticked() : std::vector<bool>();
 }
 

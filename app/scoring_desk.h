@@ -4,15 +4,15 @@
 #include <QTimer>
 #include <array>
 
+#include "control/settings_menu.h"
+#include "control/window/frm_main.h"
 #include "display/window/display_window.h"
-#include "platform/log_file.h"
-#include "platform/qt_tick_timer.h"
-#include "platform/scoring_files.h"
 #include "scoring/progress_monitor.h"
 #include "scoring/scoring_link.h"
 #include "session/file_opener.h"
-#include "session/window/frm_main.h"
-#include "settings/settings_files.h"
+#include "system/log_file.h"
+#include "system/qt/qt_tick_timer.h"
+#include "system/scoring_files.h"
 
 namespace corvanel {
 

@@ -2,8 +2,8 @@
 
 #include <filesystem>
 
-#include "platform/json_store.h"
 #include "settings/settings_table.h"
+#include "system/json_store.h"
 #include "tests/support/fakes.h"
 
 namespace corvanel {

@@ -8,8 +8,8 @@
 #include <cstdlib>
 
 #include "clock/round_clock.h"
-#include "platform/qt_tick_timer.h"
-#include "platform/system_time.h"
+#include "system/qt/qt_tick_timer.h"
+#include "system/system_time.h"
 
 namespace corvanel {
 namespace {

@@ -11,9 +11,9 @@
 #include <map>
 #include <memory>
 
-#include "platform/scoring_files.h"
 #include "scoring/mdb/read_picture.h"
 #include "scoring/progress.h"
+#include "system/scoring_files.h"
 
 namespace corvanel {
 namespace {

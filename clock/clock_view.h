@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "session/schedule.h"
 #include "session/session.h"
+#include "session/timetable.h"
 
 namespace corvanel {
 

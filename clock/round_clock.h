@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "basics/runtime_error.h"
-#include "clock/clock_point.h"
+#include "clock/clock_state.h"
 #include "clock/clock_view.h"
 #include "clock/undo_list.h"
-#include "session/control_window_view.h"
+#include "control/control_window_view.h"
 #include "session/session.h"
 #include "session/sound_player.h"
 #include "session/time_source.h"

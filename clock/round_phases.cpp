@@ -28,7 +28,7 @@ void RoundClock::StartRound() {
   // A warning of 0 minutes is never given; the second one neither when its sound is off.
   state_.warningPending[0] = s.MinWarning > 0;
   state_.warningPending[1] =
-      s.MinWarning1 > 0 && s.sounds.play[static_cast<size_t>(Cue::SecondWarning)] != 0;
+      s.MinWarning1 > 0 && s.sounds.play[static_cast<size_t>(Cue::EarlyWarning)] != 0;
   OmitWarnings();
   CountDown(s.MinPerRound);
 }
@@ -64,12 +64,12 @@ void RoundClock::GiveWarnings() {
 
 void RoundClock::GiveWarning(size_t warning) {
   state_.warningPending[warning] = false;
-  state_.style = warning == 0 ? Element::WarningPeriod : Element::BetweenWarnings;
+  state_.style = warning == 0 ? Element::LastWarning : Element::EarlyWarning;
   parts_.events.Happened(EventKind::Warning, std::string(NameOf(state_.style)));
   if (state_.phase == Phase::Break) {
     PlayCue(Cue::EndOfBreak);
   } else if (!InFinalRound() || session_.settings.sounds.playFinalRound[warning] != 0) {
-    PlayCue(warning == 0 ? Cue::FirstWarning : Cue::SecondWarning);
+    PlayCue(warning == 0 ? Cue::LastWarning : Cue::EarlyWarning);
   }
 }
 

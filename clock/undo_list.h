@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "clock/clock_point.h"
+#include "clock/clock_state.h"
 
 namespace corvanel {
 

@@ -2,8 +2,8 @@
 
 #include "basics/runtime_error.h"
 #include "clock/round_clock.h"
+#include "control/program_exit.h"
 #include "display/shortcuts.h"
-#include "session/program_exit.h"
 #include "session/prompts.h"
 #include "session/session.h"
 

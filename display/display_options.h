@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "basics/runtime_error.h"
-#include "session/control_window_view.h"
+#include "control/control_window_view.h"
 #include "session/session.h"
 
 namespace corvanel {

@@ -154,8 +154,8 @@ double FitDigits(const std::string& text, const ElementStyles& styles, double wi
                  const TextMeasure& measure) {
   double points = 1e9;
   // The four colours of the countdown may have four fonts; its size must not jump between them.
-  for (const Element element : {Element::TimeRemaining, Element::WarningPeriod, Element::TimeUp,
-                                Element::BetweenWarnings}) {
+  for (const Element element :
+       {Element::TimeRemaining, Element::LastWarning, Element::TimeUp, Element::EarlyWarning}) {
     const Extent digits = measure.Digits(text, StyleOf(styles, element), kProbePoints);
     points = std::min({points, kProbePoints * 0.985 * width / digits.width,
                        kProbePoints * height / digits.height});
@@ -362,9 +362,9 @@ std::string StateWord(Phase phase, bool paused, Element countdownStyle) {
   if (paused) return "PAUSED";
   if (phase == Phase::Break) return "BREAK";
   switch (countdownStyle) {
-    case Element::BetweenWarnings:
+    case Element::EarlyWarning:
       return "EARLY WARNING";
-    case Element::WarningPeriod:
+    case Element::LastWarning:
       return "LAST WARNING";
     case Element::TimeUp:
       return "TIME UP";

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "session/display_elements.h"
-#include "session/schedule.h"
 #include "session/session.h"
+#include "session/timetable.h"
 
 namespace corvanel {
 

@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "basics/runtime_error.h"
+#include "control/control_window.h"
 #include "scoring/activity_log.h"
 #include "scoring/scoring_session.h"
-#include "session/control_window.h"
 #include "session/prompts.h"
 #include "settings/settings_table.h"
 

@@ -6,7 +6,7 @@
 namespace corvanel {
 
 /// The seven moments of a session that have a recorded sound.
-enum class Cue { FirstWarning, SecondWarning, EndOfRound, Break, Skip, Arrow, EndOfBreak };
+enum class Cue { LastWarning, EarlyWarning, EndOfRound, Break, Skip, Arrow, EndOfBreak };
 
 constexpr int kCues = 7;
 /// The first two cues are warnings; each has a switch of its own for the final round.

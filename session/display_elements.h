@@ -13,9 +13,9 @@ enum class Element {
   FinishTime,
   RoundInformation,
   TimeRemaining,
-  WarningPeriod,
+  LastWarning,
   TimeUp,
-  BetweenWarnings,
+  EarlyWarning,
   ScreenBackground,
   Title,
   UnitInfo

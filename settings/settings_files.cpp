@@ -13,7 +13,6 @@
 namespace corvanel {
 namespace {
 
-constexpr std::string_view kPlace = "frmMain";
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 /// A settings file has some tens of thousands of bytes; more is a file of another kind.
 constexpr size_t kLargestFile = 8U << 20U;
@@ -162,67 +161,6 @@ bool ImportSettings(std::string bytes, SettingsStore& store) {
     }
   }
   return true;
-}
-
-void SettingsMenu::mnuSettingsExport_Click() {
-  HandlerSteps(parts_.errors, kPlace)([&] {
-    const auto path = parts_.prompts.ChooseFileToSave("Settings.txt", "Settings (*.txt)|*.txt");
-    if (path) Export(*path);
-  });
-}
-
-void SettingsMenu::Export(const std::string& path) {
-  const ExportOutcome outcome = ExportSettings(parts_.store);
-  const Result<bool> written = parts_.files.WriteFile(path, outcome.bytes);
-  if (!written) {
-    parts_.prompts.Message("Settings could not be saved\r\n" + written.Failure().description);
-    return;
-  }
-  parts_.prompts.Message("Settings were saved successfully to file\r\n" + path);
-  if (outcome.changed.empty()) return;
-  std::string text = "A settings file cannot hold the character \". It was written as ' in:";
-  for (const std::string& key : outcome.changed) text += "\r\n" + key;
-  parts_.prompts.Message(text);
-}
-
-void SettingsMenu::mnuSettingsImport_Click() {
-  HandlerSteps(parts_.errors, kPlace)([&] {
-    const auto path = parts_.prompts.ChooseFileToOpen(
-        "Select import file", parts_.session.ProgramFolder, "Text File(*.txt)|*.txt");
-    if (!path) {
-      // Meant so: the same words whether the director cancels or the file fails.
-      parts_.prompts.Message("Settings could not be imported");
-    } else if (Import(*path)) {
-      parts_.prompts.Message("Settings imported successfully");
-      parts_.favourites.Reload();
-    }
-  });
-}
-
-bool SettingsMenu::Import(const std::string& path) {
-  const Result<std::string> bytes = parts_.files.ReadFile(path);
-  if (!bytes) {
-    parts_.prompts.Message("Settings could not be imported\r\n" + bytes.Failure().description);
-    return false;
-  }
-  const std::string copy = parts_.store.KeepCopy();
-  const bool whole = ImportSettings(bytes.Value(), parts_.store);
-  parts_.store.Flush();
-  if (whole) return true;
-  parts_.prompts.Message(
-      "Settings could not be imported\r\nThe settings before the import are kept in " + copy);
-  return false;
-}
-
-void SettingsMenu::mnuSettingsUndoImport_Click() {
-  HandlerSteps(parts_.errors, kPlace)([&] {
-    if (!parts_.store.RestoreCopy()) {
-      parts_.prompts.Message("No settings have been kept by an import yet");
-      return;
-    }
-    parts_.favourites.Reload();
-    parts_.prompts.Message("The settings before the last import are back");
-  });
 }
 
 }  // namespace corvanel

@@ -4,9 +4,6 @@
 #include <vector>
 
 #include "basics/result.h"
-#include "basics/runtime_error.h"
-#include "session/prompts.h"
-#include "settings/favourites.h"
 #include "settings/settings_store.h"
 
 namespace corvanel {
@@ -35,31 +32,6 @@ class FileAccess {
   virtual Result<std::string> ReadFile(const std::string& path) = 0;
   /// The error when the file could not be written; what was written of it stays.
   virtual Result<bool> WriteFile(const std::string& path, const std::string& bytes) = 0;
-};
-
-/// The Settings menu: export, import, and the way back from an import.
-class SettingsMenu {
- public:
-  struct Parts {
-    SettingsStore& store;
-    const Session& session;
-    FileAccess& files;
-    Favourites& favourites;
-    Prompts& prompts;
-    ErrorTrap& errors;
-  };
-  explicit SettingsMenu(const Parts& parts) : parts_(parts) {}
-
-  void mnuSettingsExport_Click();
-  void mnuSettingsImport_Click();
-  /// Brings back the copy of the store that the last import kept.
-  void mnuSettingsUndoImport_Click();
-
- private:
-  void Export(const std::string& path);
-  bool Import(const std::string& path);
-
-  Parts parts_;
 };
 
 }  // namespace corvanel

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "basics/runtime_error.h"
-#include "session/control_window_view.h"
+#include "control/control_window_view.h"
 #include "session/session.h"
 #include "session/time_source.h"
 #include "settings/setting_keys.h"

@@ -6,7 +6,7 @@
 #include <QToolButton>
 #include <utility>
 
-#include "session/window/notice_list.h"
+#include "widgets/notice_list.h"
 
 namespace corvanel {
 namespace {

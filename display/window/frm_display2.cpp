@@ -7,7 +7,7 @@
 
 #include "display/contrast.h"
 #include "display/window/text_measure.h"
-#include "session/window/notice_list.h"
+#include "widgets/notice_list.h"
 
 namespace corvanel {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "session/control_window.h"
+#include "control/control_window.h"
 
 namespace corvanel {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "settings/favourites.h"
+#include "control/favourites.h"
 #include "tests/support/fake_control_window.h"
 #include "tests/support/fakes.h"
 

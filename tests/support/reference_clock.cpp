@@ -56,7 +56,7 @@ void ReferenceClock::Happen(double late, double heardFrom) {
     if (state_.phase == Phase::Break) {
       Play(Cue::EndOfBreak, late, heardFrom);
     } else if (!final || s.sounds.playFinalRound[warning] != 0) {
-      Play(warning == 0 ? Cue::FirstWarning : Cue::SecondWarning, late, heardFrom);
+      Play(warning == 0 ? Cue::LastWarning : Cue::EarlyWarning, late, heardFrom);
     }
   }
   if (state_.left > 1e-6) return;

@@ -1,0 +1,220 @@
+#include "console/commands.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <thread>
+
+#include "basics/numbers.h"
+#include "clock/round_clock.h"
+#include "clock/virtual_time.h"
+#include "console/scoring.h"
+#include "scoring/progress_monitor.h"
+#include "scoring/take_over.h"
+#include "session/captions.h"
+#include "session/timetable.h"
+#include "settings/settings_table.h"
+#include "system/folders.h"
+#include "system/json_store.h"
+#include "system/system_time.h"
+
+namespace corvanel {
+namespace {
+
+/// Without a director to ask, an unexpected error ends the command.
+class EndOnError : public ErrorTrap {
+ public:
+  void ReportError(std::string_view /*place*/, const RuntimeError& error, int /*line*/) override {
+    throw UsageError(error.what());
+  }
+};
+
+bool IsKeyOfSet(const std::string& key) {
+  return std::any_of(SetKeys().begin(), SetKeys().end(),
+                     [&](const auto& known) { return SameName(known.key, key); });
+}
+
+bool IsKeyOfOptions(const std::string& key) {
+  return std::any_of(OptionKeys().begin(), OptionKeys().end(),
+                     [&](const auto& known) { return SameName(known.key, key); });
+}
+
+/// Puts the settings of the command line into the store's memory; the file stays as it is. Where
+/// a favourite supplies the settings in use, they are changed in its section too.
+void Override(JsonStore& store, const ConsoleArguments& arguments, int favouriteInUse) {
+  for (const auto& [key, value] : arguments.settings) {
+    const bool ofSet = IsKeyOfSet(key);
+    if (!ofSet && !IsKeyOfOptions(key)) throw UsageError(fmt::format("unknown key \"{}\"", key));
+    store.SaveSetting(SectionOfSet(0), key, value);
+    if (ofSet && !SameName(key, "Name")) {
+      store.SaveSetting(SectionOfSet(favouriteInUse), key, value);
+    }
+  }
+}
+
+/// The shape of a scoring file; settings of the command line go before it.
+void TakeShape(const ConsoleArguments& arguments, Session& session) {
+  const PicturePointer picture = ReadScoring(arguments.replay);
+  TakeOver(ScoringSession(picture, AllSections(*picture)), session);
+  SettingsSet set{"", session.settings};
+  for (const auto& [name, value] : arguments.settings) {
+    for (const auto& key : SetKeys()) {
+      if (SameName(key.key, name)) ReadField(key.field(set), value, key.least, key.greatest);
+    }
+  }
+  session.settings = set.settings;
+}
+
+Session LoadSession(const ConsoleArguments& arguments) {
+  EndOnError errors;
+  JsonStore store(arguments.store.empty() ? DefaultStoreFile()
+                                          : std::filesystem::path(arguments.store));
+  if (!store.Damage().empty()) throw UsageError(store.Damage());
+  Session session;
+  session.ProgramFolder = ProgramFolderPath();
+  SettingsTable table(store, session, errors);
+  const ClockTime start = arguments.start.value_or(SystemTime().TimeOfDay());
+  table.GetDefaults(start);
+  Override(store, arguments, table.FavouriteInUse());
+  table.GetDefaults(start);
+  if (!arguments.replay.empty()) TakeShape(arguments, session);
+  session.startTime = start;
+  const int round = arguments.round.value_or(1);
+  if (round > session.settings.nRounds) {
+    throw UsageError(fmt::format("--round {} is beyond the {} rounds of the session", round,
+                                 session.settings.nRounds));
+  }
+  session.currentRound = Checked16(round);
+  SessionSettings& s = session.settings;
+  if (s.Calculate == 1) {
+    if (s.RequiredFinish.empty()) s.RequiredFinish = DefaultRequiredFinish(start);
+    s.MinPerRound = CalcRoundTime(s, session.currentRound, start, session.options.Form());
+  }
+  return session;
+}
+
+std::string TextOf(const TimetableLine& line, const SessionSettings& settings) {
+  switch (line.phase) {
+    case Phase::Move:
+      return MoveMessage(settings, line.round);
+    case Phase::Break:
+      return std::string(kBreakCaption);
+    default:
+      return RoundCaption(line.round, settings.nRounds);
+  }
+}
+
+std::string_view NameOf(Phase phase) {
+  switch (phase) {
+    case Phase::Move:
+      return "move";
+    case Phase::Break:
+      return "break";
+    default:
+      return "round";
+  }
+}
+
+void Plan(const Session& session) {
+  const SessionSettings& s = session.settings;
+  const Schedule schedule = CalcFinishTime(s, session.currentRound, session.startTime, false);
+  fmt::print("finish\t{}\n", TimeText(schedule.finish));
+  if (schedule.breakAt) fmt::print("break\t{}\n", TimeText(*schedule.breakAt));
+  fmt::print("minutes-per-round\t{}\n", TwoDecimals(s.MinPerRound));
+  for (const TimetableLine& line : Timetable(s, session.currentRound)) {
+    fmt::print("{}\t{}\t{}\n", TimeText(session.startTime.PlusMinutes(line.startsIn)),
+               NameOf(line.phase), TextOf(line, s));
+  }
+}
+
+/// Prints the session's events; shows and plays nothing.
+class EventPrinter : public ClockEvents, public ClockView, public SoundPlayer, public ProgressView {
+ public:
+  explicit EventPrinter(const TimeSource& time) : time_(time) {}
+  void Happened(EventKind kind, const std::string& text) override {
+    if (follower != nullptr) follower->Happened(kind);
+    fmt::print("{}\t{}\t{}\n", TimeTextWithSeconds(time_.TimeOfDay()),
+               kEventNames[static_cast<size_t>(kind)], text);
+  }
+  void ShowFace(const ClockFace& /*face*/) override {}
+  void ShowTimeOfDay(const std::string& /*time*/) override {}
+  void Play(const std::string& /*file*/) override {}
+  bool IsThere(const std::string& /*file*/) const override { return true; }
+  void ShowTables(const ProgressFace& face) override {
+    if (face.lines == lines_) return;
+    lines_ = face.lines;
+    fmt::print("{}\tprogress\t{}\n", TimeTextWithSeconds(time_.TimeOfDay()),
+               fmt::join(lines_, "; "));
+  }
+
+  ProgressMonitor* follower = nullptr;
+
+ private:
+  const TimeSource& time_;
+  std::vector<std::string> lines_;
+};
+
+void Run(Session& session, const ConsoleArguments& arguments) {
+  const float minutes = session.settings.MinPerRound;
+  if (minutes <= 0) throw UsageError("The minutes per round must be greater than 0");
+  if (minutes > kLongestPhase) throw UsageError("The minutes per round must be 600 or less");
+  EndOnError errors;
+  VirtualTime time(session.startTime);
+  EventPrinter printer(time);
+  RoundClock clock({session, time, time, printer, printer, printer, errors});
+  double last = 1e18;
+  if (arguments.until) {
+    last = ClockTime(arguments.until->Seconds() - time.TimeOfDay().Seconds()).Seconds();
+  }
+  std::optional<Replay> replay;
+  if (!arguments.replay.empty()) replay.emplace(ReadScoring(arguments.replay), session, time);
+  NoLog storage;
+  ActivityLog log(session, time, storage);
+  std::optional<ProgressMonitor> monitor;
+  if (replay) {
+    session.unitLinkOpen = true;
+    monitor.emplace(ProgressMonitor::Parts{session, *replay, clock, printer, printer, printer, time,
+                                           log, errors});
+    printer.follower = &*monitor;
+  }
+  double nextPoll = replay ? 0 : 1e18;
+  const auto began = std::chrono::steady_clock::now();
+  clock.Start();
+  while (time.Due() && *time.Due() <= last && clock.State().phase != Phase::Ended) {
+    const bool poll = nextPoll < *time.Due();
+    if (arguments.speed > 0) {
+      std::fflush(stdout);
+      const double next = poll ? nextPoll : *time.Due();
+      std::this_thread::sleep_until(began + std::chrono::duration<double>(next / arguments.speed));
+    }
+    if (poll) {
+      time.PassTo(nextPoll);
+      monitor->TimerBWS_Timer();
+      nextPoll += kPollSeconds;
+    } else {
+      time.PassToWakeUp();
+      clock.Tick();
+    }
+  }
+}
+
+}  // namespace
+
+void RunCommand(const ConsoleArguments& arguments) {
+  if (arguments.command == "scoring") {
+    PrintScoring(arguments);
+    return;
+  }
+  Session session = LoadSession(arguments);
+  if (arguments.command == "plan") {
+    Plan(session);
+  } else {
+    Run(session, arguments);
+  }
+}
+
+}  // namespace corvanel

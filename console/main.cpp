@@ -1,0 +1,28 @@
+#include <fmt/format.h>
+
+#include <cstdio>
+#include <exception>
+#include <string>
+#include <vector>
+
+#include "console/arguments.h"
+#include "console/commands.h"
+
+int main(int argc, char** argv) {
+  using namespace corvanel;
+  try {
+    const ConsoleArguments arguments =
+        ReadArguments(std::vector<std::string>(argv + 1, argv + argc));
+    if (arguments.help) {
+      fmt::print("{}", HelpText(arguments.command));
+    } else {
+      RunCommand(arguments);
+    }
+    return std::fflush(stdout) == 0 ? 0 : 2;
+  } catch (const std::exception& error) {
+    std::string line = error.what();
+    for (char& c : line) c = c == '\r' || c == '\n' ? ' ' : c;
+    fmt::print(stderr, "corvanel-console: {}\n", line);
+    return 2;
+  }
+}

@@ -1,0 +1,187 @@
+#include "control/favourites.h"
+
+#include <fmt/format.h>
+#include <utf8proc.h>
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace corvanel {
+namespace {
+
+constexpr std::string_view kPlace = "frmMain";
+
+/// The text in lower case, accented letters included. What is no UTF-8 stays as it is.
+std::string LowerCase(const std::string& text) {
+  utf8proc_uint8_t* folded = nullptr;
+  const auto length = utf8proc_map(
+      reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
+      static_cast<utf8proc_ssize_t>(text.size()), &folded,
+      static_cast<utf8proc_option_t>(UTF8PROC_STABLE | UTF8PROC_COMPOSE | UTF8PROC_CASEFOLD));
+  if (length < 0) return text;
+  std::string lower(reinterpret_cast<const char*>(folded), static_cast<size_t>(length));
+  std::free(folded);
+  return lower;
+}
+
+}  // namespace
+
+int Favourites::Find(const std::string& name) const {
+  const std::string wanted = LowerCase(name);
+  for (int slot = 1; slot <= kFavourites; ++slot) {
+    const std::string& present = parts_.table.Entry(slot).Name;
+    if (!present.empty() && LowerCase(present) == wanted) return slot;
+  }
+  return 0;
+}
+
+/// The slot of a favourite of the list; 0, and a message, when there is none of that name.
+int Favourites::FindOrTell(const std::string& name) const {
+  const int slot = Find(name);
+  if (slot == 0) {
+    parts_.prompts.Message(name.empty() ? "Please provide a name for the favourite"
+                                        : "Favourite " + name + " not found");
+  }
+  return slot;
+}
+
+void Favourites::Fill() {
+  list_ = parts_.table.FavouriteNames();
+  parts_.view.ShowFavourites(list_, parts_.table.CurrentName());
+  parts_.view.ShowInUse(parts_.table.CurrentName());
+  parts_.view.ClearNewName();
+}
+
+/// Shows list and label for the favourite in use, and the settings in their boxes.
+void Favourites::Refresh() {
+  HandlerSteps step(parts_.errors, kPlace);
+  step([&] {
+    parts_.view.ShowFavourites(list_, parts_.table.CurrentName());
+    parts_.view.ShowInUse(parts_.table.CurrentName());
+    parts_.view.ClearNewName();
+  });
+  step([&] { parts_.control.Display(); });
+}
+
+void Favourites::cmdSaveDefault_Click(const std::string& name) {
+  if (name.empty()) {
+    parts_.prompts.Message("Please provide a name for this favourite");
+    return;
+  }
+  int slot = Find(name);
+  if (slot != 0) {
+    const Answer answer = parts_.prompts.AskYesNo(
+        name +
+        " already exists as a favourite\r\n\r\nDo you want to overwrite it with these settings?");
+    if (answer != Answer::Yes) return;
+  } else {
+    slot = parts_.table.FreeSlot();
+    if (slot == 0) {
+      parts_.prompts.Message(fmt::format(
+          "You already have {} favourites\r\n\r\nYou need to delete one first", kFavourites));
+      return;
+    }
+  }
+  Save(slot, name);
+}
+
+/// Puts the live settings into a slot under a name, in whatever spelling it now has.
+void Favourites::Save(int slot, const std::string& name) {
+  const std::string before = parts_.table.Entry(slot).Name;
+  HandlerSteps step(parts_.errors, kPlace);
+  parts_.table.UseFavourite(slot, name);
+  parts_.table.CaptureSettings(slot);
+  step([&] { parts_.table.SaveDefaults(); });
+  const auto listed = std::find(list_.begin(), list_.end(), before);
+  if (before.empty() || listed == list_.end()) {
+    list_.push_back(name);
+  } else {
+    *listed = name;
+  }
+  Refresh();
+}
+
+void Favourites::cboFavs_Click(const std::string& name) {
+  HandlerSteps(parts_.errors, kPlace)([&] { Choose(name); });
+}
+
+void Favourites::Choose(const std::string& name) {
+  const int slot = FindOrTell(name);
+  if (slot == 0) return;
+  const int16_t round = parts_.session.currentRound;
+  parts_.table.UseFavourite(slot, parts_.table.Entry(slot).Name);
+  parts_.table.ApplySettings(slot);
+  if (parts_.clock.CurrentProgress().Running()) parts_.session.currentRound = round;
+  KeepRoundInSession();
+  HandlerSteps step(parts_.errors, kPlace);
+  step([&] { parts_.table.SaveDefaults(); });
+  Refresh();
+}
+
+void Favourites::KeepRoundInSession() {
+  int16_t& rounds = parts_.session.settings.nRounds;
+  const int16_t round = parts_.session.currentRound;
+  if (rounds >= round) return;
+  parts_.prompts.Message(fmt::format(
+      "Round {} is being played, so the number of rounds is {} and not {}", round, round, rounds));
+  rounds = round;
+}
+
+void Favourites::cmdFavSave_Click(const std::string& name) {
+  if (name.empty()) {
+    parts_.prompts.Message("Please provide a name for this favourite");
+    return;
+  }
+  const int slot = Find(name);
+  if (slot == 0) {
+    // Meant so: the message ends in the two line breaks.
+    parts_.prompts.Message(name + " cannot be found\r\n\r\n");
+    return;
+  }
+  const Answer answer =
+      parts_.prompts.AskYesNo("Do you want to overwrite the favourite - \r\n\r\n" + name);
+  if (answer == Answer::Yes) Save(slot, name);
+}
+
+void Favourites::cmdFavDelete_Click(const std::string& name) {
+  const int slot = FindOrTell(name);
+  if (slot == 0) return;
+  const Answer answer =
+      parts_.prompts.AskYesNo("Do you want to delete the favourite - \r\n\r\n" + name);
+  if (answer == Answer::Yes) HandlerSteps(parts_.errors, kPlace)([&] { Delete(slot, name); });
+}
+
+void Favourites::Delete(int slot, const std::string& name) {
+  parts_.table.DeleteFavourite(slot);
+  const std::string wanted = LowerCase(name);
+  const auto listed = std::find_if(list_.begin(), list_.end(), [&](const std::string& item) {
+    return LowerCase(item) == wanted;
+  });
+  if (listed != list_.end()) list_.erase(listed);
+  if (!list_.empty()) {
+    const std::string next = list_.front();
+    Choose(next);
+    // Meant so: 1 whatever slot the first item has; from here on only the name counts.
+    parts_.table.UseFavourite(1, next);
+  }
+  parts_.table.SaveDefaults();
+  Reload();
+}
+
+void Favourites::Reload() {
+  Session& session = parts_.session;
+  const bool running = parts_.clock.CurrentProgress().Running();
+  const ClockTime start = session.startTime;
+  const int16_t round = session.currentRound;
+  HandlerSteps step(parts_.errors, kPlace);
+  step([&] { parts_.table.GetDefaults(parts_.time.TimeOfDay()); });
+  if (running) {
+    session.startTime = start;
+    session.currentRound = round;
+    step([&] { KeepRoundInSession(); });
+  }
+  step([&] { Fill(); });
+  step([&] { parts_.control.Display(); });
+}
+
+}  // namespace corvanel

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "basics/runtime_error.h"
+#include "control/control_window.h"
+#include "control/favourites_view.h"
+#include "session/prompts.h"
+#include "settings/settings_table.h"
+
+namespace corvanel {
+
+/// Saves, chooses and deletes favourites: named, complete sets of session settings in the slots 1
+/// to 20 of the table. Names are matched without regard to case. Every refusal is a message and
+/// leaves store and list unchanged.
+class Favourites {
+ public:
+  struct Parts {
+    SettingsTable& table;
+    Session& session;
+    FavouritesView& view;
+    ControlWindow& control;
+    Prompts& prompts;
+    ErrorTrap& errors;
+    const TimeSource& time;
+    const SessionClock& clock;
+  };
+  explicit Favourites(const Parts& parts) : parts_(parts) {}
+
+  /// Lists the favourites in slot order, as they were loaded.
+  void Fill();
+
+  /// Saves the live settings under the name that was typed for a new favourite.
+  void cmdSaveDefault_Click(const std::string& name);
+  /// An entry of the list was chosen: its settings become the live ones.
+  void cboFavs_Click(const std::string& name);
+  /// Saves the live settings into the chosen favourite.
+  void cmdFavSave_Click(const std::string& name);
+  void cmdFavDelete_Click(const std::string& name);
+
+  /// Loads everything anew from the store, as after an import. A session under way keeps its
+  /// start time and its round; a number of rounds below that is raised to it, and said.
+  void Reload();
+
+ private:
+  void Save(int slot, const std::string& name);
+  void Choose(const std::string& name);
+  void Delete(int slot, const std::string& name);
+  void KeepRoundInSession();
+  int Find(const std::string& name) const;
+  int FindOrTell(const std::string& name) const;
+  void Refresh();
+
+  Parts parts_;
+  std::vector<std::string> list_;
+};
+
+}  // namespace corvanel

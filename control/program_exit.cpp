@@ -1,0 +1,41 @@
+#include "control/program_exit.h"
+
+namespace corvanel {
+
+void ProgramExit::FromControlWindow(bool clockWasStarted) {
+  if (clockWasStarted) ending_.SaveDisplayGeometry();
+  End(AskShutdown());
+}
+
+bool ProgramExit::FromDisplay() {
+  if (prompts_.AskYesNo("Do you want to exit the program?") != Answer::Yes) return false;
+  const Way way = AskShutdown();
+  if (way == Way::Stay) return false;
+  ending_.SaveDisplayGeometry();
+  End(way);
+  return true;
+}
+
+ProgramExit::Way ProgramExit::AskShutdown() {
+  if (session_.options.AutoShutdown == 0) return Way::End;
+  switch (
+      prompts_.AskYesNoCancel("Do you wish to shut down the computer?\n"
+                              "Click Yes to shut down\n"
+                              "Click No to do other work\n"
+                              "Click Cancel to continue with Corvanel")) {
+    case Answer::Yes:
+      return Way::EndAndShutDown;
+    case Answer::No:
+      return Way::End;
+    default:
+      return Way::Stay;
+  }
+}
+
+void ProgramExit::End(Way way) {
+  if (way == Way::Stay) return;
+  if (way == Way::EndAndShutDown) ending_.ShutDownComputer();
+  ending_.EndProgram();
+}
+
+}  // namespace corvanel

@@ -1,0 +1,95 @@
+#include "control/start_checks.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <array>
+#include <set>
+
+#include "basics/numbers.h"
+
+namespace corvanel {
+namespace {
+
+/// Whether the session as it is set comes to the moment of a cue.
+bool Comes(Cue cue, const SessionSettings& s) {
+  switch (cue) {
+    case Cue::LastWarning:
+      return s.MinWarning > 0;
+    case Cue::EarlyWarning:
+      return s.MinWarning1 > 0;
+    case Cue::EndOfRound:
+      return s.nRounds > 1;
+    case Cue::Break:
+      return s.optBreak;
+    case Cue::EndOfBreak:
+      return s.optBreak && s.MinWarning > 0;
+    case Cue::Skip:
+      return !s.Skip.empty();
+    case Cue::Arrow:
+      return !s.Arrow.empty();
+  }
+  return false;
+}
+
+/// The files of the cues that will be played.
+std::set<std::string> FilesWanted(const Session& session) {
+  const SessionSettings& settings = session.settings;
+  const Options& options = session.options;
+  std::set<std::string> files;
+  if (session.unitLinkOpen && options.BMAutoPause && options.BMPausePlay &&
+      !options.BMPauseSound.empty()) {
+    files.insert(options.BMPauseSound);
+  }
+  for (size_t i = 0; i < kCues; ++i) {
+    const std::string& file = settings.sounds.files[i];
+    if (settings.sounds.play[i] != 0 && !file.empty() && Comes(static_cast<Cue>(i), settings)) {
+      files.insert(file);
+    }
+  }
+  return files;
+}
+
+void SetOrClear(Notices& notices, NoticeKind kind, const std::string& text) {
+  if (text.empty()) {
+    notices.Clear(kind);
+  } else {
+    notices.Set({kind, text, ""});
+  }
+}
+
+}  // namespace
+
+void CheckBeforeStart(const Session& session, const Surroundings& around, Notices& notices) {
+  const std::set<std::string> wanted = FilesWanted(session);
+  std::set<std::string> missing;
+  for (const std::string& file : wanted) {
+    if (!around.sounds.IsThere(file)) missing.insert(std::string(FileName(file)));
+  }
+  SetOrClear(notices, NoticeKind::SoundFiles,
+             missing.empty()
+                 ? ""
+                 : fmt::format("Sound file{} not found: {}", missing.size() == 1 ? "" : "s",
+                               fmt::join(missing, ", ")));
+  SetOrClear(notices, NoticeKind::SoundDevice,
+             around.soundDevice || wanted.empty() ? ""
+                                                  : "No sound can be heard: this computer has no "
+                                                    "loudspeaker now");
+  SetOrClear(notices, NoticeKind::Scoring,
+             session.unitLinkOpen && !around.scoringProblem.empty()
+                 ? session.options.TableTopUnit + ": " + around.scoringProblem
+                 : "");
+  SetOrClear(notices, NoticeKind::SecondScreen,
+             session.settings.ExtraMonitor == 0 || around.secondScreen
+                 ? ""
+                 : "There is no second screen: both displays will share this one");
+}
+
+void ClearChecks(Notices& notices) {
+  for (const NoticeKind kind : {NoticeKind::SoundFiles, NoticeKind::SoundDevice,
+                                NoticeKind::Scoring, NoticeKind::SecondScreen}) {
+    notices.Clear(kind);
+  }
+}
+
+}  // namespace corvanel

@@ -1,0 +1,86 @@
+#include "control/window/dlg_welcome.h"
+
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QVBoxLayout>
+
+#include "session/timetable.h"
+
+namespace corvanel {
+namespace {
+
+constexpr int kMostRounds = 40;
+constexpr int kMostMinutes = 90;
+
+QSpinBox* NumberBox(const char* name, int most, int value) {
+  auto* box = new QSpinBox;
+  box->setObjectName(name);
+  box->setRange(1, most);
+  box->setValue(value);
+  QFont large = box->font();
+  large.setPointSizeF(large.pointSizeF() * 1.5);
+  box->setFont(large);
+  return box;
+}
+
+}  // namespace
+
+DlgWelcome::DlgWelcome(const Session& session, QWidget* parent)
+    : QDialog(parent),
+      session_(session),
+      rounds_(NumberBox("spnRounds", kMostRounds, session.settings.nRounds)),
+      minutes_(
+          NumberBox("spnMinutes", kMostMinutes, static_cast<int>(session.settings.MinPerRound))),
+      finish_(new QLabel) {
+  setObjectName("dlgWelcome");
+  setWindowTitle(tr("Welcome to Corvanel"));
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(28, 24, 28, 20);
+  column->setSpacing(14);
+  auto* text = new QLabel(tr("Two numbers, and the clock runs. Everything else can be set later."));
+  text->setWordWrap(true);
+  column->addWidget(text);
+  auto* form = new QFormLayout;
+  form->setHorizontalSpacing(20);
+  form->addRow(tr("&Rounds"), rounds_);
+  form->addRow(tr("&Minutes per round"), minutes_);
+  column->addLayout(form);
+  finish_->setObjectName("lblFinish");
+  column->addWidget(finish_);
+  auto* buttons = new QDialogButtonBox;
+  auto* start = buttons->addButton(tr("&Start the clock"), QDialogButtonBox::AcceptRole);
+  start->setDefault(true);
+  buttons->addButton(tr("&Look around first"), QDialogButtonBox::RejectRole);
+  column->addWidget(buttons);
+  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  for (const QSpinBox* box : {rounds_, minutes_}) {
+    connect(box, &QSpinBox::valueChanged, this, &DlgWelcome::ShowFinish);
+  }
+  ShowFinish();
+  rounds_->setFocus();
+  rounds_->selectAll();
+}
+
+SessionSettings DlgWelcome::Settings() const {
+  SessionSettings settings = session_.settings;
+  settings.nRounds = static_cast<int16_t>(rounds_->value());
+  settings.MinPerRound = static_cast<float>(minutes_->value());
+  // The break in the middle, and none in a session too short to have one.
+  settings.BreakAfterRound = static_cast<int16_t>(settings.nRounds / 2);
+  settings.optBreak = settings.nRounds >= 4;
+  return settings;
+}
+
+void DlgWelcome::ShowFinish() {
+  const Schedule schedule = CalcFinishTime(Settings(), 1, session_.startTime, false);
+  const TimeForm form = session_.options.Form();
+  finish_->setText(tr("Begun at %1 the session would end at %2.")
+                       .arg(QString::fromStdString(TimeText(session_.startTime, form)),
+                            QString::fromStdString(TimeText(schedule.finish, form))));
+}
+
+}  // namespace corvanel

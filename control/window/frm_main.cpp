@@ -1,0 +1,254 @@
+#include "control/window/frm_main.h"
+
+#include <QCloseEvent>
+#include <QScreen>
+#include <QShortcut>
+#include <QTimer>
+
+#include "control/window/entry_box.h"
+#include "control/window/timetable_bar.h"
+#include "ui_frm_main.h"
+
+namespace corvanel {
+namespace {
+
+constexpr int kWidestName = 180;  // pixels
+
+/// Cards on a calm ground, one strong button; every colour comes from the desktop's own palette.
+constexpr const char* kStyle = R"(
+  QFrame[card="true"] {
+    background: palette(base); border: 1px solid palette(midlight); border-radius: 8px;
+  }
+  QLabel[heading="true"] { font-weight: 600; }
+  QLabel[quiet="true"] { color: palette(placeholder-text); }
+  QLabel[big="true"] { font-size: 26pt; font-weight: 700; padding-right: 24px; }
+  QLabel[result="true"] { font-weight: 600; padding-right: 4px; }
+  QLabel { border: none; }
+  QLineEdit { padding: 2px 6px; }
+  QPushButton { padding: 7px 14px; }
+  QPushButton[segment] {
+    border: 1px solid palette(mid); background: palette(base); padding: 7px 10px;
+    font-weight: 600;
+  }
+  QPushButton[segment="left"] { border-top-left-radius: 6px; border-bottom-left-radius: 6px; }
+  QPushButton[segment="right"] {
+    border-left: none; border-top-right-radius: 6px; border-bottom-right-radius: 6px;
+  }
+  QPushButton[segment]:checked {
+    background: palette(highlight); color: palette(highlighted-text);
+  }
+  QPushButton[segment]:focus { text-decoration: underline; }
+  QPushButton[primary="true"] {
+    background: palette(highlight); color: palette(highlighted-text);
+    border: 2px solid palette(highlight); border-radius: 8px;
+    font-size: 13pt; font-weight: 600; padding: 11px 22px;
+  }
+  QPushButton[primary="true"]:focus { border-color: palette(text); }
+)";
+
+}  // namespace
+
+FrmMain::FrmMain(const Session& session, QWidget* parent)
+    : QMainWindow(parent), session_(session), ui_(std::make_unique<Ui::FrmMain>()) {
+  ui_->setupUi(this);
+  for (size_t i = 0; i < boxes_.size(); ++i) {
+    const auto box = static_cast<Box>(i);
+    boxes_[i] = findChild<EntryBox*>(QString::fromUtf8(
+        RuleOf(box).name.data(), static_cast<qsizetype>(RuleOf(box).name.size())));
+    boxes_[i]->SetBox(box);
+  }
+  ui_->txtHeader->setAccessibleName(tr("Title"));
+  setStyleSheet(QString::fromUtf8(kStyle));
+  connect(ui_->fraNotices, &NoticeList::ActionWanted, this, &FrmMain::NoticeActionWanted);
+  connect(ui_->fraNotices, &NoticeList::WavedAway, this, &FrmMain::NoticeWavedAway);
+}
+
+void FrmMain::ShowNotices(const std::vector<Notice>& notices) {
+  ui_->fraNotices->ShowNotices(notices);
+}
+
+FrmMain::~FrmMain() = default;
+
+QCheckBox* FrmMain::CheckOf(Tick tick) const {
+  switch (tick) {
+    case Tick::chkBreak:
+      return ui_->chkBreak;
+    case Tick::chkMoveAfterBreak:
+      return ui_->chkMoveAfterBreak;
+    case Tick::chkMonitor:
+      return ui_->chkMonitor;
+    case Tick::chkHeader:
+      return ui_->chkHeader;
+  }
+  return nullptr;
+}
+
+void FrmMain::SetLogic(ControlWindow& logic) {
+  logic_ = &logic;
+  for (EntryBox* box : boxes_) {
+    connect(box, &EntryBox::Edited, this, [this, box](const QString& text) {
+      logic_->Change(box->WhichBox(), text.toStdString());
+    });
+    connect(box, &EntryBox::EnterPressed, this,
+            [this, box] { Focus(logic_->EnterLeadsTo(box->WhichBox())); });
+    connect(box, &EntryBox::Leaving, this, [this, box] { Leave(box); });
+  }
+  // clicked comes from the director alone, toggled would come from SetTick too.
+  connect(ui_->chkBreak, &QCheckBox::clicked, this,
+          [this](bool on) { logic_->chkBreak_Click(on); });
+  connect(ui_->chkMoveAfterBreak, &QCheckBox::clicked, this,
+          [this](bool on) { logic_->chkMoveAfterBreak_Click(on); });
+  connect(ui_->chkMonitor, &QCheckBox::clicked, this,
+          [this](bool on) { logic_->chkMonitor_Click(on); });
+  connect(ui_->chkHeader, &QCheckBox::clicked, this,
+          [this](bool on) { logic_->chkHeader_Click(on); });
+  connect(ui_->optCalc_0, &QPushButton::clicked, this, [this] { logic_->optCalc_Click(0); });
+  connect(ui_->optCalc_1, &QPushButton::clicked, this, [this] { logic_->optCalc_Click(1); });
+  connect(ui_->cmdStart, &QPushButton::clicked, this, [this] { logic_->cmdStart_Click(); });
+  connect(ui_->cmdResume, &QPushButton::clicked, this, [this] { logic_->cmdResume_Click(); });
+  connect(ui_->cmdStop, &QPushButton::clicked, this, [this] { logic_->cmdStop_Click(); });
+  const auto listed = [this] { return ui_->cboFavs->currentText().toStdString(); };
+  connect(ui_->cmdSaveDefault, &QPushButton::clicked, this,
+          [this] { emit SaveAsNew(ui_->txtDefault->text().trimmed().toStdString()); });
+  connect(ui_->txtDefault, &QLineEdit::returnPressed, ui_->cmdSaveDefault, &QPushButton::click);
+  connect(ui_->cboFavs, &QComboBox::activated, this,
+          [this, listed] { emit FavouriteChosen(listed()); });
+  connect(ui_->cmdFavSave, &QPushButton::clicked, this,
+          [this, listed] { emit FavouriteSaveWanted(listed()); });
+  connect(ui_->cmdFavDelete, &QPushButton::clicked, this,
+          [this, listed] { emit FavouriteDeleteWanted(listed()); });
+  connect(ui_->mnuShortcuts, &QAction::triggered, this, &FrmMain::ShortcutsWanted);
+  connect(ui_->mnuSettingsExport, &QAction::triggered, this, &FrmMain::ExportWanted);
+  connect(ui_->mnuSettingsImport, &QAction::triggered, this, &FrmMain::ImportWanted);
+  connect(ui_->mnuSettingsUndoImport, &QAction::triggered, this, &FrmMain::UndoImportWanted);
+  connect(ui_->mnuOptionsGeneral, &QAction::triggered, this, &FrmMain::GeneralOptionsWanted);
+  connect(ui_->mnuOptionsSounds, &QAction::triggered, this, &FrmMain::SoundOptionsWanted);
+  connect(ui_->mnuManual, &QAction::triggered, this, &FrmMain::ManualWanted);
+  connect(ui_->mnuSound, &QAction::triggered, this, &FrmMain::SoundsFileWanted);
+  connect(ui_->mnuOptionsDisplay, &QAction::triggered, this, &FrmMain::DisplayOptionsWanted);
+  connect(ui_->mnuOptionsBridgemate, &QAction::triggered, this, &FrmMain::UnitOptionsWanted);
+  connect(ui_->mnuOpenFile, &QAction::triggered, this, &FrmMain::OpenFileWanted);
+  connect(ui_->mnuPlayTime, &QAction::triggered, this, &FrmMain::PlayTimeWanted);
+  connect(ui_->mnuCloseFile, &QAction::triggered, this, &FrmMain::CloseFileWanted);
+  auto* start = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this);
+  connect(start, &QShortcut::activated, this, [this] { logic_->cmdStart_Click(); });
+  ui_->cmdStart->setToolTip(tr("Ctrl+Enter"));
+}
+
+void FrmMain::Leave(EntryBox* box) {
+  if (logic_->Leave(box->WhichBox(), box->text().toStdString())) return;
+  // The focus is on its way to another control; it comes back once it has arrived there.
+  QTimer::singleShot(0, box, [box] { box->setFocus(Qt::OtherFocusReason); });
+}
+
+void FrmMain::SetText(Box box, const std::string& text) {
+  BoxOf(box)->Show(QString::fromStdString(text));
+}
+
+void FrmMain::SetLabel(Label label, const std::string& text) {
+  const QString shown = QString::fromStdString(text);
+  switch (label) {
+    case Label::lblFinish:
+      ui_->lblFinish->setText(shown);
+      break;
+    case Label::lblFinishTime:
+      ui_->lblFinishTime->setText(shown);
+      break;
+    case Label::lblBreakTime:
+      ui_->lblBreakTime->setText(shown);
+      ui_->lblBreakTimeCaption->setVisible(!shown.isEmpty());
+      break;
+    case Label::lblMinPerRound:
+      ui_->lblMinPerRound->setText(shown);
+      break;
+    case Label::cmdStart:
+      ui_->cmdStart->setText(shown);
+      break;
+  }
+}
+
+void FrmMain::SetTick(Tick tick, bool on) {
+  CheckOf(tick)->setChecked(on);
+}
+
+void FrmMain::SetMode(int calculate) {
+  const bool finishWanted = calculate == 1;
+  (finishWanted ? ui_->optCalc_1 : ui_->optCalc_0)->setChecked(true);
+  ui_->txtMinPerRound->setVisible(!finishWanted);
+  ui_->lblMinPerRound->setVisible(finishWanted);
+  ui_->txtFinishTime->setVisible(finishWanted);
+  ui_->lblFinishCaption->setVisible(finishWanted);
+}
+
+void FrmMain::Focus(Box box) {
+  BoxOf(box)->setFocus(Qt::OtherFocusReason);
+}
+
+bool FrmMain::CommitEditing() {
+  const auto* box = qobject_cast<EntryBox*>(focusWidget());
+  return box == nullptr || logic_->Commit(box->WhichBox(), box->text().toStdString());
+}
+
+void FrmMain::OfferFavouriteSave(bool offered) {
+  ui_->cmdFavSave->setEnabled(offered);
+}
+
+void FrmMain::OfferResume() {
+  ui_->cmdResume->setEnabled(true);
+}
+
+void FrmMain::ShowTimetable(const std::vector<TimetableLine>& lines, ClockTime start) {
+  ui_->barTimetable->Show(lines, start, session_.options.Form());
+}
+
+void FrmMain::ShowVersion(const QString& version) {
+  setWindowTitle(QStringLiteral("Corvanel v") + version);
+  ui_->lblVersion->setText(tr("Version ") + version);
+}
+
+void FrmMain::ShowUnit(const QString& unit) {
+  // A unit's own name may hold the character that marks a menu's key.
+  const QString caption = QString(unit).replace('&', "&&");
+  ui_->mnuBridgemate->setTitle(caption);
+  ui_->mnuOptionsBridgemate->setText(caption);
+}
+
+void FrmMain::ShowScoringFile(const QString& path) {
+  const QString name = path.section('/', -1);
+  ui_->lblScoringFile->setText(name.isEmpty() ? QString() : tr("Scoring file: ") + name);
+  ui_->lblScoringFile->setToolTip(path);
+}
+
+void FrmMain::ShowFavourites(const std::vector<std::string>& names, const std::string& text) {
+  ui_->cboFavs->clear();
+  for (const std::string& name : names) ui_->cboFavs->addItem(QString::fromStdString(name));
+  ui_->cboFavs->setCurrentText(QString::fromStdString(text));
+  ui_->fraLoad->setVisible(!names.empty());
+}
+
+void FrmMain::ShowInUse(const std::string& name) {
+  const QString text = QString::fromStdString(name);
+  ui_->lblFavInUse->setText(
+      ui_->lblFavInUse->fontMetrics().elidedText(text, Qt::ElideRight, kWidestName));
+  ui_->lblFavInUse->setToolTip(text);
+}
+
+void FrmMain::ClearNewName() {
+  ui_->txtDefault->clear();
+}
+
+void FrmMain::closeEvent(QCloseEvent* event) {
+  // The program ends by its own way out, which may ask; the window itself is never closed.
+  event->ignore();
+  logic_->cmdStop_Click();
+}
+
+void FrmMain::showEvent(QShowEvent* event) {
+  QMainWindow::showEvent(event);
+  if (focusWidget() == nullptr) ui_->txtnRounds->setFocus();
+  // On a small or strongly scaled screen the page scrolls rather than reach beyond the edge.
+  const QSize room = screen()->availableSize() - QSize(8, 40);  // less the window's frame
+  if (!isMaximized() && !isFullScreen()) resize(size().boundedTo(room));
+}
+
+}  // namespace corvanel

@@ -1,0 +1,95 @@
+#pragma once
+
+#include <QMainWindow>
+#include <array>
+#include <memory>
+
+#include "control/control_window.h"
+#include "control/control_window_view.h"
+#include "control/favourites_view.h"
+#include "session/notices.h"
+
+class QAbstractButton;
+class QCheckBox;
+class QLabel;
+
+namespace Ui {
+class FrmMain;
+}
+
+namespace corvanel {
+
+class EntryBox;
+
+/// The control window. It reads its widgets, calls its logic, and shows what comes back.
+class FrmMain : public QMainWindow, public ControlWindowView, public FavouritesView {
+  Q_OBJECT
+
+ public:
+  explicit FrmMain(const Session& session, QWidget* parent = nullptr);
+  ~FrmMain() override;
+
+  /// Connects the widgets to their logic; to be called once, before the window is shown.
+  void SetLogic(ControlWindow& logic);
+
+  void SetText(Box box, const std::string& text) override;
+  void SetLabel(Label label, const std::string& text) override;
+  void SetTick(Tick tick, bool on) override;
+  void SetMode(int calculate) override;
+  void Focus(Box box) override;
+  bool CommitEditing() override;
+  void OfferFavouriteSave(bool offered) override;
+  void OfferResume() override;
+  void ShowTimetable(const std::vector<TimetableLine>& lines, ClockTime start) override;
+
+  /// Names the program's version, such as "1.4.02", in the caption and at the foot.
+  void ShowVersion(const QString& version);
+  /// Names the table-top unit in the menus.
+  void ShowUnit(const QString& unit);
+  /// Names the scoring file that is open at the foot; an empty path when none is.
+  void ShowScoringFile(const QString& path);
+  /// Shows the lines for the director.
+  void ShowNotices(const std::vector<Notice>& notices);
+  void ShowFavourites(const std::vector<std::string>& names, const std::string& text) override;
+  void ShowInUse(const std::string& name) override;
+  void ClearNewName() override;
+
+ signals:
+  /// The favourites' buttons and list, each with the name it is about.
+  void SaveAsNew(const std::string& name);
+  void FavouriteChosen(const std::string& name);
+  void FavouriteSaveWanted(const std::string& name);
+  void FavouriteDeleteWanted(const std::string& name);
+  void ExportWanted();
+  void ImportWanted();
+  void UndoImportWanted();
+  void ShortcutsWanted();
+  void DisplayOptionsWanted();
+  void GeneralOptionsWanted();
+  void SoundOptionsWanted();
+  void SoundsFileWanted();
+  void ManualWanted();
+  void UnitOptionsWanted();
+  void OpenFileWanted();
+  void CloseFileWanted();
+  void PlayTimeWanted();
+  /// Of a line for the director; `kind` is a NoticeKind.
+  void NoticeActionWanted(int kind);
+  void NoticeWavedAway(int kind);
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+
+ private:
+  EntryBox* BoxOf(Box box) const { return boxes_[static_cast<size_t>(box)]; }
+  QCheckBox* CheckOf(Tick tick) const;
+  void Leave(EntryBox* box);
+
+  const Session& session_;
+  std::unique_ptr<Ui::FrmMain> ui_;
+  std::array<EntryBox*, kBoxes> boxes_{};
+  ControlWindow* logic_ = nullptr;
+};
+
+}  // namespace corvanel

@@ -1,0 +1,122 @@
+#include "display/window/display_options_dialog.h"
+
+#include <QColorDialog>
+#include <QFontDialog>
+
+#include "display/window/text_measure.h"
+#include "ui_display_options_dialog.h"
+
+namespace corvanel {
+namespace {
+
+QString Text(const std::string& text) {
+  return QString::fromStdString(text);
+}
+
+int32_t Stored(const QColor& colour) {
+  return colour.blue() << 16 | colour.green() << 8 | colour.red();
+}
+
+}  // namespace
+
+DisplayOptionsDialog::DisplayOptionsDialog(DisplayOptions& logic, QWidget* parent)
+    : QDialog(parent), logic_(logic), ui_(std::make_unique<Ui::DisplayOptionsDialog>()) {
+  ui_->setupUi(this);
+  for (const std::string& name : logic_.Names()) ui_->lstFonts->addItem(Text(name));
+  const Options& options = logic_.Live();
+  (options.TimeAs24hour ? ui_->optTime_0 : ui_->optTime_1)->setChecked(true);
+  for (const int seconds : kCountdownSteps)
+    ui_->cmbSecs->addItem(QString::number(seconds), seconds);
+  // A stored step that is not offered leaves the list without a selection.
+  ui_->cmbSecs->setCurrentIndex(ui_->cmbSecs->findData(int{options.TimeChange}));
+  ConnectBoxes();
+  connect(ui_->lstFonts, &QListWidget::currentRowChanged, this, [this] { ShowSelected(); });
+  connect(ui_->cmdFont, &QPushButton::clicked, this, [this] { cmdFont_Click(); });
+  connect(ui_->cmdColour, &QPushButton::clicked, this,
+          [this] { ChangeColour(&ElementStyle::Backcolour); });
+  connect(ui_->cmdForecolour, &QPushButton::clicked, this,
+          [this] { ChangeColour(&ElementStyle::Forecolour); });
+  connect(ui_->optTime_0, &QRadioButton::clicked, this,
+          [this] { logic_.SetTimeForm(TimeForm::Hours24); });
+  connect(ui_->optTime_1, &QRadioButton::clicked, this,
+          [this] { logic_.SetTimeForm(TimeForm::Hours12); });
+  connect(ui_->cmbSecs, &QComboBox::activated, this,
+          [this] { logic_.SetTimeChange(ui_->cmbSecs->currentData().toInt()); });
+  connect(ui_->cmdRestore, &QPushButton::clicked, this, [this] {
+    logic_.cmdRestore_Click();
+    ShowSelected();
+  });
+  connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::accept);
+  connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+  connect(this, &QDialog::accepted, this, [this] { logic_.cmdClose_Click(); });
+  connect(this, &QDialog::rejected, this, [this] { logic_.cmdCancel_Click(); });
+  ui_->lstFonts->setCurrentRow(0);
+}
+
+DisplayOptionsDialog::~DisplayOptionsDialog() = default;
+
+void DisplayOptionsDialog::ConnectBoxes() {
+  for (size_t box = 0; box < kShowBoxes; ++box) {
+    auto* check = findChild<QCheckBox*>(QString("chkShow_%1").arg(box));
+    check->setText(Text(logic_.ShowCaption(box)));
+    check->setChecked(logic_.Shown(box));
+    connect(check, &QCheckBox::clicked, this, [this, box](bool on) { logic_.SetShown(box, on); });
+  }
+  ui_->chkBMcontrol->setText(Text(logic_.ControlCaption()));
+  ui_->chkBMcontrol->setChecked(logic_.Live().BMControl != 0);
+  connect(ui_->chkBMcontrol, &QCheckBox::clicked, this,
+          [this](bool on) { logic_.SetOnlyOnControl(on); });
+}
+
+Element DisplayOptionsDialog::Selected() const {
+  return static_cast<Element>(ui_->lstFonts->currentRow());
+}
+
+void DisplayOptionsDialog::ShowSelected() {
+  const Element element = Selected();
+  const ElementStyle style = logic_.SampleStyle(element);
+  ui_->lblSample->setText(Text(DisplayOptions::Sample(element)));
+  ui_->lblSample->setFont(FontOf(style, style.Size));
+  QPalette colours = ui_->lblSample->palette();
+  colours.setColor(QPalette::Window, ColourOf(style.Backcolour));
+  colours.setColor(QPalette::WindowText, ColourOf(style.Forecolour));
+  ui_->lblSample->setPalette(colours);
+  ui_->lblFonts->setText(Text(DisplayOptions::SizeNote(element)));
+  ui_->lblContrast->setText(Text(logic_.ContrastNote(element)));
+}
+
+void DisplayOptionsDialog::cmdFont_Click() {
+  ElementStyle style = logic_.StyleOf(Selected());
+  const auto font = ChooseFont(FontOf(style, style.Size));
+  if (!font) return;
+  style.Name = font->family().toStdString();
+  style.Size = static_cast<float>(font->pointSizeF());
+  style.Bold = font->bold();
+  style.Italic = font->italic();
+  style.Strikethrough = font->strikeOut();
+  style.Underline = font->underline();
+  logic_.SetStyle(Selected(), style);
+  ShowSelected();
+}
+
+void DisplayOptionsDialog::ChangeColour(int32_t ElementStyle::*colour) {
+  ElementStyle style = logic_.StyleOf(Selected());
+  const auto chosen = ChooseColour(ColourOf(style.*colour));
+  if (!chosen) return;
+  style.*colour = Stored(*chosen);
+  logic_.SetStyle(Selected(), style);
+  ShowSelected();
+}
+
+std::optional<QFont> DisplayOptionsDialog::ChooseFont(const QFont& present) {
+  bool chosen = false;
+  const QFont font = QFontDialog::getFont(&chosen, present, this);
+  return chosen ? std::optional(font) : std::nullopt;
+}
+
+std::optional<QColor> DisplayOptionsDialog::ChooseColour(const QColor& present) {
+  const QColor colour = QColorDialog::getColor(present, this);
+  return colour.isValid() ? std::optional(colour) : std::nullopt;
+}
+
+}  // namespace corvanel

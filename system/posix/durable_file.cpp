@@ -1,0 +1,60 @@
+#include "system/durable_file.h"
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <system_error>
+
+namespace corvanel {
+namespace {
+
+/// Makes a rename in `folder` last over a power cut; not every file system can.
+void SyncFolder(const std::filesystem::path& folder) {
+  const int handle = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (handle < 0) return;
+  ::fsync(handle);
+  ::close(handle);
+}
+
+}  // namespace
+
+RuntimeError WriteError(const std::filesystem::path& file, int error) {
+  const int number = error == ENOSPC ? 61 : 75;
+  return {number, fmt::format("{}: {}", file.string(), std::strerror(error))};
+}
+
+void WriteDurably(const std::filesystem::path& file, std::string_view text) {
+  const int handle = ::open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+  if (handle < 0) throw WriteError(file, errno);
+  int failure = 0;
+  while (!text.empty() && failure == 0) {
+    const ssize_t written = ::write(handle, text.data(), text.size());
+    if (written < 0) {
+      if (errno != EINTR) failure = errno;
+    } else {
+      text.remove_prefix(static_cast<size_t>(written));
+    }
+  }
+  if (failure == 0 && ::fsync(handle) != 0) failure = errno;
+  if (::close(handle) != 0 && failure == 0) failure = errno;
+  if (failure != 0) {
+    ::unlink(file.c_str());
+    throw WriteError(file, failure);
+  }
+}
+
+void RenameDurably(const std::filesystem::path& from, const std::filesystem::path& to) {
+  if (std::rename(from.c_str(), to.c_str()) != 0) {
+    const int failure = errno;
+    ::unlink(from.c_str());
+    throw WriteError(to, failure);
+  }
+  std::error_code error;
+  SyncFolder(std::filesystem::absolute(to, error).parent_path());
+}
+
+}  // namespace corvanel

@@ -1,0 +1,44 @@
+#include "system/folders.h"
+
+#include <cstdlib>
+
+#include "basics/numbers.h"
+
+namespace corvanel {
+
+namespace fs = std::filesystem;
+
+std::string ProgramFolderPath() {
+  std::error_code error;
+  const fs::path program = fs::read_symlink("/proc/self/exe", error);
+  return error ? fs::current_path(error).string() : program.parent_path().string();
+}
+
+fs::path DefaultStoreFile() {
+  const char* config = std::getenv("XDG_CONFIG_HOME");
+  const char* home = std::getenv("HOME");
+  fs::path folder;
+  if (config != nullptr && *config == '/') {
+    folder = config;
+  } else {
+    folder = fs::path(home == nullptr ? "." : home) / ".config";
+  }
+  return folder / "corvanel" / "settings.json";
+}
+
+std::vector<fs::path> OutputFolders() {
+  const char* state = std::getenv("XDG_STATE_HOME");
+  const char* home = std::getenv("HOME");
+  const fs::path users = state != nullptr && *state == '/'
+                             ? fs::path(state)
+                             : fs::path(home == nullptr ? "." : home) / ".local" / "state";
+  return {fs::path(ProgramFolderPath()), users / "corvanel"};
+}
+
+std::string SoundFile(const std::string& stored, const std::string& programFolder) {
+  std::error_code error;
+  if (fs::is_regular_file(stored, error)) return stored;
+  return (fs::path(programFolder) / FileName(stored)).string();
+}
+
+}  // namespace corvanel

@@ -1,0 +1,26 @@
+#include "system/store_lock.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace corvanel {
+
+StoreLock::StoreLock(const std::filesystem::path& store) : file_(store) {
+  file_ += ".lock";
+}
+
+StoreLock::~StoreLock() {
+  if (handle_ >= 0) ::close(handle_);
+}
+
+bool StoreLock::Take() {
+  if (handle_ < 0) handle_ = ::open(file_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
+  if (handle_ < 0) handle_ = ::open(file_.c_str(), O_RDONLY | O_CLOEXEC);
+  if (handle_ < 0) return true;
+  return ::flock(handle_, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+}
+
+}  // namespace corvanel

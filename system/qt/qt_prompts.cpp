@@ -1,0 +1,127 @@
+#include "system/qt/qt_prompts.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QPushButton>
+#include <algorithm>
+
+namespace corvanel {
+
+namespace {
+
+/// The window that the director works with, also while none has the keys yet.
+QWidget* DirectorsWindow() {
+  if (QWidget* active = QApplication::activeWindow()) return active;
+  const QWidgetList windows = QApplication::topLevelWidgets();
+  const auto shown = std::find_if(windows.begin(), windows.end(),
+                                  [](const QWidget* window) { return window->isVisible(); });
+  return shown == windows.end() ? nullptr : *shown;
+}
+
+/// A message box as all of them are.
+class Box : public QMessageBox {
+ public:
+  Box(const std::string& text, QMessageBox::Icon icon, StandardButtons buttons)
+      : QMessageBox(icon, QStringLiteral("Corvanel"), QString::fromStdString(text).remove('\r'),
+                    buttons, DirectorsWindow()) {
+    setTextFormat(Qt::PlainText);
+    // In front of a full-screen display and of windows that are always on top.
+    setWindowFlag(Qt::WindowStaysOnTopHint);
+  }
+};
+
+}  // namespace
+
+Answer QtPrompts::Ask(const std::string& text, QMessageBox::Icon icon,
+                      QMessageBox::StandardButtons buttons, QMessageBox::StandardButton onEnter) {
+  Box box(text, icon, buttons);
+  box.setDefaultButton(onEnter);
+  switch (box.exec()) {
+    case QMessageBox::Yes:
+      return Answer::Yes;
+    case QMessageBox::No:
+      return Answer::No;
+    case QMessageBox::Ok:
+      return Answer::Ok;
+    default:
+      return Answer::Cancel;
+  }
+}
+
+void QtPrompts::Message(const std::string& text) {
+  Ask(text, QMessageBox::Information, QMessageBox::Ok, QMessageBox::Ok);
+}
+
+Answer QtPrompts::AskYesNo(const std::string& question) {
+  return Ask(question, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
+}
+
+Answer QtPrompts::AskYesNoCancel(const std::string& question) {
+  return Ask(question, QMessageBox::Question,
+             QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Cancel);
+}
+
+std::optional<size_t> QtPrompts::Choose(const std::string& question,
+                                        const std::vector<std::string>& answers) {
+  Box box(question, QMessageBox::Question, QMessageBox::NoButton);
+  std::vector<QAbstractButton*> buttons;
+  buttons.reserve(answers.size());
+  for (const std::string& answer : answers) {
+    // One role for all, so that they stand in their order.
+    buttons.push_back(box.addButton(QString::fromStdString(answer), QMessageBox::ActionRole));
+  }
+  box.setDefaultButton(qobject_cast<QPushButton*>(buttons.front()));
+  // Without a button to reject with, Escape would do nothing.
+  QPushButton* closed = box.addButton(QMessageBox::Cancel);
+  closed->hide();
+  box.exec();
+  const auto clicked = std::find(buttons.begin(), buttons.end(), box.clickedButton());
+  if (clicked == buttons.end()) return std::nullopt;
+  return static_cast<size_t>(clicked - buttons.begin());
+}
+
+Answer QtPrompts::AskToContinue(const std::string& question) {
+  ticks_.Hold();
+  const Answer answer =
+      Ask(question, QMessageBox::Critical, QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes);
+  ticks_.Release();
+  return answer;
+}
+
+namespace {
+
+/// "Settings (*.txt)|*.txt" as Qt writes it: "Settings (*.txt)".
+QString QtFilter(const std::string& filter) {
+  const QString name = QString::fromStdString(filter).section('|', 0, 0);
+  const QString pattern = QString::fromStdString(filter).section('|', 1, 1);
+  return name.contains('(') ? name : QString("%1 (%2)").arg(name, pattern);
+}
+
+std::optional<std::string> Chosen(const QString& file) {
+  return file.isEmpty() ? std::nullopt : std::optional(file.toStdString());
+}
+
+}  // namespace
+
+std::optional<std::string> QtPrompts::ChooseFileToSave(const std::string& name,
+                                                       const std::string& filter) {
+  QFileDialog dialog(QApplication::activeWindow());
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setNameFilter(QtFilter(filter));
+  dialog.setDefaultSuffix(QFileInfo(QString::fromStdString(name)).suffix());
+  dialog.selectFile(QDir::home().filePath(QString::fromStdString(name)));
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return Chosen(dialog.selectedFiles().value(0));
+}
+
+std::optional<std::string> QtPrompts::ChooseFileToOpen(const std::string& title,
+                                                       const std::string& folder,
+                                                       const std::string& filter) {
+  return Chosen(QFileDialog::getOpenFileName(QApplication::activeWindow(),
+                                             QString::fromStdString(title),
+                                             QString::fromStdString(folder), QtFilter(filter)));
+}
+
+}  // namespace corvanel

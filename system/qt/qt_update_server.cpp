@@ -1,0 +1,153 @@
+#include "system/qt/qt_update_server.h"
+
+#include <QEventLoop>
+#include <QHostAddress>
+#include <QNetworkInterface>
+#include <QNetworkReply>
+#include <QTimer>
+#include <algorithm>
+#include <functional>
+
+namespace corvanel {
+namespace {
+
+constexpr qint64 kLargestText = 65536;  // bytes of a version file
+constexpr qint64 kChunk = 20480;
+
+bool OnThisComputer(const QUrl& url) {
+  return url.host() == "localhost" || QHostAddress(url.host()).isLoopback();
+}
+
+/// Lets windows live until something is true; false when nothing comes from the server for the
+/// time of `patience`.
+bool WaitFor(QNetworkReply& reply, int patience, const std::function<bool()>& done) {
+  QEventLoop loop;
+  QTimer silence;
+  silence.setSingleShot(true);
+  silence.start(patience);
+  const auto look = [&] {
+    silence.start(patience);
+    if (done()) loop.quit();
+  };
+  const QMetaObject::Connection connections[] = {
+      QObject::connect(&reply, &QNetworkReply::readyRead, &loop, look),
+      QObject::connect(&reply, &QNetworkReply::metaDataChanged, &loop, look),
+      QObject::connect(&reply, &QNetworkReply::finished, &loop, look)};
+  QObject::connect(&silence, &QTimer::timeout, &loop, &QEventLoop::quit);
+  if (!done()) loop.exec();
+  for (const auto& connection : connections) QObject::disconnect(connection);
+  return done();
+}
+
+class QtDownload : public Download {
+ public:
+  QtDownload(std::unique_ptr<QNetworkReply> reply, int patience)
+      : reply_(std::move(reply)), patience_(patience) {
+    const QVariant length = reply_->header(QNetworkRequest::ContentLengthHeader);
+    if (length.isValid()) total_ = length.toLongLong();
+    // What nobody has taken yet stays with the server.
+    reply_->setReadBufferSize(4 * kChunk);
+  }
+  ~QtDownload() override { reply_->abort(); }
+  QtDownload(const QtDownload&) = delete;
+  QtDownload& operator=(const QtDownload&) = delete;
+
+  int64_t Total() const override { return total_; }
+  Result<std::string> Next() override {
+    const bool heard = WaitFor(*reply_, patience_, [this] {
+      return reply_->bytesAvailable() > 0 || reply_->isFinished();
+    });
+    if (!heard) return Error{12007, "The server keeps silent"};
+    const QByteArray chunk = reply_->read(kChunk);
+    if (chunk.isEmpty() && reply_->error() != QNetworkReply::NoError) {
+      return Error{reply_->error(), reply_->errorString().toStdString()};
+    }
+    return chunk.toStdString();
+  }
+
+ private:
+  std::unique_ptr<QNetworkReply> reply_;
+  int patience_;
+  int64_t total_ = -1;
+};
+
+}  // namespace
+
+QUrl UpdateUrl() {
+  const QString other = qEnvironmentVariable("CORVANEL_UPDATE_URL");
+  return other.isEmpty() ? QUrl(CORVANEL_UPDATE_URL) : QUrl(other);
+}
+
+QtUpdateServer::QtUpdateServer(const QUrl& base, int patience) : base_(base), patience_(patience) {
+  network_.setRedirectPolicy(QNetworkRequest::SameOriginRedirectPolicy);
+}
+
+bool QtUpdateServer::Allowed() const {
+  return base_.isValid() &&
+         (base_.scheme() == "https" || (base_.scheme() == "http" && OnThisComputer(base_)));
+}
+
+bool QtUpdateServer::Connected() {
+  if (OnThisComputer(base_)) return true;
+  const auto interfaces = QNetworkInterface::allInterfaces();
+  return std::any_of(interfaces.begin(), interfaces.end(), [](const QNetworkInterface& way) {
+    const auto flags = way.flags();
+    return flags.testFlag(QNetworkInterface::IsUp) &&
+           flags.testFlag(QNetworkInterface::IsRunning) &&
+           !flags.testFlag(QNetworkInterface::IsLoopBack) && !way.addressEntries().isEmpty();
+  });
+}
+
+std::unique_ptr<QNetworkReply> QtUpdateServer::Get(const std::string& name) {
+  QNetworkRequest request(base_.resolved(QUrl(QString::fromStdString(name))));
+  request.setRawHeader("Range", "bytes=0-");
+  // The bytes as they lie on the server: their length is checked.
+  request.setRawHeader("Accept-Encoding", "identity");
+  request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
+  return std::unique_ptr<QNetworkReply>(network_.get(request));
+}
+
+/// True when the server has begun to give the file.
+bool QtUpdateServer::WaitForHead(QNetworkReply& reply) const {
+  const auto status = [&] {
+    return reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+  };
+  WaitFor(reply, patience_, [&] {
+    return reply.isFinished() || (status() >= 200 && status() < 300) || status() >= 400;
+  });
+  return (status() == 200 || status() == 206) && reply.error() == QNetworkReply::NoError;
+}
+
+std::string QtUpdateServer::DateOf(const std::string& name) {
+  if (!Allowed()) return {};
+  const auto reply = Get(name);
+  if (!WaitForHead(*reply)) return {};
+  // "Fri, 20 Nov 2026 10:00:00 GMT": the day of the week is left out.
+  const QByteArray date = reply->rawHeader("Last-Modified").mid(5, 20);
+  reply->abort();
+  return date.toStdString();
+}
+
+Result<std::string> QtUpdateServer::Fetch(const std::string& name) {
+  if (!Allowed()) return Error{12005, "The address is not safe"};
+  const auto reply = Get(name);
+  const bool begun = WaitForHead(*reply);
+  const bool whole = begun && WaitFor(*reply, patience_, [&] {
+                       return reply->isFinished() || reply->bytesAvailable() > kLargestText;
+                     });
+  const int code = reply->error() == QNetworkReply::NoError ? 12007 : int{reply->error()};
+  if (!whole || reply->error() != QNetworkReply::NoError) {
+    return Error{code, reply->errorString().toStdString()};
+  }
+  if (reply->bytesAvailable() > kLargestText) return Error{12111, "The file is far too large"};
+  return reply->readAll().toStdString();
+}
+
+std::unique_ptr<Download> QtUpdateServer::Begin(const std::string& name) {
+  if (!Allowed()) return nullptr;
+  auto reply = Get(name);
+  if (!WaitForHead(*reply)) return nullptr;
+  return std::make_unique<QtDownload>(std::move(reply), patience_);
+}
+
+}  // namespace corvanel

@@ -1,0 +1,337 @@
+#include "control/control_window.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "settings/settings_table.h"
+#include "tests/support/fake_control_window.h"
+#include "tests/support/fakes.h"
+
+namespace corvanel {
+namespace {
+
+class ControlWindowTest : public testing::Test {
+ protected:
+  ControlWindowTest() {
+    s.nRounds = 8;
+    s.MinPerRound = 20;
+    s.MinBetweenRounds = 1;
+    window.Display();
+  }
+  /// Types a whole text and leaves the box.
+  bool Enter(Box box, const std::string& text) {
+    window.Change(box, text);
+    return window.Leave(box, text);
+  }
+  std::string Value(Box box) { return view.texts[box]; }
+
+  ClockBench bench;
+  Session& session = bench.session;
+  SessionSettings& s = session.settings;
+  FakePrompts prompts;
+  FakeControlWindow view;
+  FakeStore store;
+  SettingsTable table{store, session, bench.errors};
+  ProgramExit exit{session, prompts, view};
+  ControlWindow window{
+      {session, view, prompts, bench.errors, bench.time, bench.clock, table, view, exit}};
+};
+
+TEST_F(ControlWindowTest, FillingTheWindowCalculatesOnce) {
+  view.calculations = 0;
+  window.Display();
+  EXPECT_EQ(view.calculations, 1);
+  EXPECT_FALSE(view.favouriteOffered);
+  EXPECT_EQ(Value(Box::MinPerRound), "20");
+  EXPECT_EQ(view.labels[Label::lblFinishTime], "22:17");
+  EXPECT_EQ(view.labels[Label::cmdStart], "Start Timer from Round 1");
+}
+
+TEST_F(ControlWindowTest, EntriesAreStoredCorrectedAndCalculated) {
+  struct Row {
+    Box box;
+    const char* typed;
+    const char* shown;
+  };
+  const Row rows[] = {
+      {Box::nRounds, "9", "9"},
+      {Box::MinPerRound, "7.50", "7.5"},
+      {Box::MinPerRound, "", "0"},
+      {Box::MinBetweenRounds, "0", "0.1"},
+      {Box::MinBetweenRounds, "", "0.1"},
+      {Box::MinBetweenRounds, "2", "2"},
+      {Box::MinWarning0, "4", "4"},
+      {Box::MinWarning1, ".5", "0.5"},
+      {Box::Skip, "12", "12"},
+      {Box::Arrow, "3,7", "3,7"},
+      {Box::BreakRound, "4", "4"},
+      {Box::BreakRound, "round 4", "0"},
+      {Box::BreakLength, "12.5min", "12.5"},
+      {Box::CurrentRound, "0", "1"},
+      {Box::CurrentRound, "77", "9"},
+      {Box::CurrentRound, "-3", "1"},
+      {Box::StartTime, "9pm", "21:00"},
+      {Box::StartTime, "19.45", "19:45"},
+      {Box::Header, "Friday Pairs", "Friday Pairs"},
+  };
+  for (const Row& row : rows) {
+    const int before = view.calculations;
+    EXPECT_TRUE(Enter(row.box, row.typed)) << row.typed;
+    EXPECT_EQ(Value(row.box), row.shown) << row.typed;
+    EXPECT_GT(view.calculations, before) << row.typed;
+  }
+  EXPECT_TRUE(prompts.texts.empty());
+  EXPECT_TRUE(view.favouriteOffered);
+}
+
+TEST_F(ControlWindowTest, WrongEntriesAreToldOnceAndTheOldValueStays) {
+  struct Row {
+    Box box;
+    const char* typed;
+    const char* message;
+    bool mayLeave;
+  };
+  const Row rows[] = {
+      {Box::nRounds, "0", "The number of rounds must be greater than 0", false},
+      {Box::nRounds, "", "The number of rounds must be greater than 0", false},
+      {Box::StartTime, "25:00", "Please enter a valid time, e.g. 19:30", false},
+      {Box::FinishTime, "", "Please enter a valid time, e.g. 19:30", false},
+      {Box::BreakLength, "1e9", "Please enter a number of minutes from 0 to 600", false},
+      {Box::BreakLength, "-5", "Please enter a number of minutes from 0 to 600", false},
+      {Box::BreakRound, "-5", "Please enter the number of a round, e.g. 6", false},
+      {Box::MinPerRound, "99999", "Please enter a number of minutes from 0 to 600", false},
+  };
+  const Session before = session;
+  for (const Row& row : rows) {
+    prompts.texts.clear();
+    EXPECT_EQ(Enter(row.box, row.typed), row.mayLeave) << row.typed;
+    ASSERT_EQ(prompts.texts.size(), 1U) << row.typed;
+    EXPECT_EQ(prompts.texts[0], row.message) << row.typed;
+    EXPECT_EQ(session.settings, before.settings) << row.typed;
+  }
+  EXPECT_FALSE(Enter(Box::nRounds, "99999"));
+  EXPECT_EQ(bench.errors.reports, std::vector<std::string>{"6 frmMain 1"});
+  EXPECT_EQ(Value(Box::nRounds), "8");
+}
+
+TEST_F(ControlWindowTest, AnEntryEndedByAButtonTellsTheOtherExample) {
+  EXPECT_FALSE(window.Commit(Box::FinishTime, "nonsense"));
+  EXPECT_EQ(prompts.texts.back(), "Please enter a valid time, e.g. 21:30");
+  EXPECT_EQ(view.focus, Box::FinishTime);
+  view.texts[Box::StartTime] = "nonsense";
+  EXPECT_FALSE(window.Commit(Box::StartTime, "nonsense"));
+  EXPECT_EQ(prompts.texts.back(), "Please enter a valid time, e.g. 19:30");
+  EXPECT_EQ(Value(Box::StartTime), "19:30");
+}
+
+TEST_F(ControlWindowTest, FewerRoundsThanTheCurrentOneBeginAtOneAgain) {
+  Enter(Box::CurrentRound, "6");
+  EXPECT_EQ(view.labels[Label::cmdStart], "Start Timer from round 6");
+  Enter(Box::nRounds, "5");
+  EXPECT_EQ(Value(Box::CurrentRound), "1");
+  EXPECT_EQ(view.labels[Label::cmdStart], "Start Timer from round 1");
+}
+
+TEST_F(ControlWindowTest, EnterWalksTheChain) {
+  std::string chain = "txtnRounds";
+  Box box = Box::nRounds;
+  do {
+    box = window.EnterLeadsTo(box);
+    chain += ' ' + std::string(RuleOf(box).name);
+  } while (box != Box::nRounds);
+  EXPECT_EQ(chain,
+            "txtnRounds txtMinPerRound txtMinBetweenRounds txtMinWarning_1 txtMinWarning_0 txtSkip "
+            "txtArrow txtBreakRound txtBreakLength txtCurrentRound txtStartTime txtHeader "
+            "txtnRounds");
+  window.optCalc_Click(1);
+  EXPECT_EQ(window.EnterLeadsTo(Box::nRounds), Box::MinBetweenRounds);
+  EXPECT_EQ(window.EnterLeadsTo(Box::MinBetweenRounds), Box::FinishTime);
+  EXPECT_EQ(window.EnterLeadsTo(Box::FinishTime), Box::MinWarning1);
+}
+
+TEST_F(ControlWindowTest, TheRequiredFinishSetsTheMinutes) {
+  Enter(Box::StartTime, "19:30");
+  s.optBreak = false;
+  s.RequiredFinish.clear();
+  window.optCalc_Click(1);
+  EXPECT_EQ(Value(Box::FinishTime), "22:30");
+  EXPECT_EQ(view.labels[Label::lblFinish], "Required Finish Time");
+  EXPECT_EQ(Value(Box::MinPerRound), "21.62");
+  EXPECT_EQ(view.labels[Label::lblMinPerRound], "21.62");
+  EXPECT_EQ(view.labels[Label::lblFinishTime], "22:30");
+  Enter(Box::FinishTime, "9:30pm");
+  EXPECT_EQ(s.RequiredFinish, "21:30");
+  EXPECT_EQ(Value(Box::FinishTime), "21:30");
+  window.optCalc_Click(0);
+  EXPECT_EQ(view.labels[Label::lblFinish], "Estimated Finish Time");
+}
+
+TEST_F(ControlWindowTest, TheTitleBoxFollowsTheTitleWhileTitlesAreShown) {
+  Enter(Box::Header, "Friday");
+  EXPECT_TRUE(view.ticks[Tick::chkHeader]);
+  EXPECT_EQ(session.options.Show[kShowTitle], 1);
+  Enter(Box::Header, "");
+  EXPECT_FALSE(view.ticks[Tick::chkHeader]);
+  EXPECT_EQ(session.options.Show[kShowTitle], 0);
+  Enter(Box::Header, "Friday");
+  window.chkHeader_Click(false);
+  window.cmdStart_Click();
+  EXPECT_FALSE(session.options.ShowTitle);
+  EXPECT_EQ(store.GetSetting("Timer", "ShowTitle"), "False");
+  Enter(Box::Header, "Saturday");
+  EXPECT_EQ(session.options.Show[kShowTitle], 0);
+}
+
+TEST_F(ControlWindowTest, StartSavesStartsAndShowsTheDisplays) {
+  Enter(Box::CurrentRound, "3");
+  bench.time.PassTo(65);
+  window.cmdStart_Click();
+  EXPECT_EQ(store.GetSetting("Timer", "nRounds"), "8");
+  EXPECT_EQ(Value(Box::StartTime), "19:31:05");
+  EXPECT_EQ(bench.face.caption, "Time remaining for Round 3 of 8");
+  EXPECT_TRUE(view.displaysShown);
+  EXPECT_TRUE(view.resumeOffered);
+  EXPECT_EQ(bench.timeOfDay, "19:31");
+}
+
+TEST_F(ControlWindowTest, StartRefusesARoundWithoutMinutes) {
+  Enter(Box::MinPerRound, "0");
+  window.cmdStart_Click();
+  EXPECT_EQ(prompts.texts.back(), "The minutes per round must be greater than 0");
+  Enter(Box::MinPerRound, "20");
+  window.optCalc_Click(1);
+  Enter(Box::FinishTime, "23:00");
+  bench.time.PassTo(3.49 * 3600);  // a minute before the required finish
+  window.cmdStart_Click();
+  EXPECT_EQ(prompts.texts.size(), 2U);
+  EXPECT_EQ(bench.face.phase, Phase::Idle);
+  view.commit = [] { return false; };
+  window.cmdStart_Click();
+  EXPECT_EQ(prompts.texts.size(), 2U);
+  EXPECT_FALSE(view.displaysShown);
+}
+
+TEST_F(ControlWindowTest, AStoreThatCannotBeWrittenDoesNotStopTheSession) {
+  store.full = true;
+  window.cmdStart_Click();
+  EXPECT_EQ(bench.errors.reports, std::vector<std::string>{"61 frmMain 1"});
+  EXPECT_EQ(bench.face.phase, Phase::Round);
+}
+
+TEST_F(ControlWindowTest, WhileASessionRunsOnlyChangedBoxesCount) {
+  s.optBreak = false;
+  window.cmdStart_Click();
+  bench.Pass(5 * 21 * 60 + 600);  // ten minutes into round 6
+  window.ShowProgress();
+  EXPECT_EQ(Value(Box::CurrentRound), "6");
+  EXPECT_EQ(Value(Box::StartTime), "21:14");
+  EXPECT_EQ(view.labels[Label::lblFinishTime], "22:17");
+  const int before = view.calculations;
+  for (const Box box : {Box::nRounds, Box::StartTime, Box::MinPerRound, Box::CurrentRound}) {
+    EXPECT_TRUE(window.Leave(box, Value(box)));
+  }
+  EXPECT_EQ(view.calculations, before);
+  Enter(Box::MinPerRound, "10");  // rounds 7 and 8 get shorter, the one in play does not
+  EXPECT_EQ(view.labels[Label::lblFinishTime], "21:57");
+  EXPECT_EQ(bench.face.finish, "Finish at 21:57");
+  EXPECT_EQ(bench.face.countdown, "10:00");
+  EXPECT_FALSE(Enter(Box::MinPerRound, "0"));
+  EXPECT_EQ(s.MinPerRound, 10);
+}
+
+TEST_F(ControlWindowTest, ResumeShowsTheDisplaysAndLeavesAPauseAlone) {
+  window.cmdStart_Click();
+  bench.clock.Pause();
+  view.displaysShown = false;
+  window.cmdResume_Click();
+  EXPECT_TRUE(view.displaysShown);
+  EXPECT_TRUE(bench.face.paused);
+}
+
+TEST_F(ControlWindowTest, StopAsksOnlyTheShutdownQuestion) {
+  window.cmdStop_Click();
+  EXPECT_EQ(view.done, "end ");
+  session.options.AutoShutdown = 1;
+  window.cmdStart_Click();
+  prompts.answers = {Answer::Cancel, Answer::Yes};
+  view.done.clear();
+  window.cmdStop_Click();
+  EXPECT_EQ(view.done, "geometry ");
+  window.cmdStop_Click();
+  EXPECT_EQ(view.done, "geometry geometry shutdown end ");
+  EXPECT_EQ(prompts.texts.back(),
+            "Do you wish to shut down the computer?\nClick Yes to shut down\n"
+            "Click No to do other work\nClick Cancel to continue with Corvanel");
+}
+
+TEST(EntryRulesTest, KeysAreFilteredBoxByBox) {
+  EXPECT_FALSE(Takes(Box::nRounds, 'x'));
+  EXPECT_FALSE(Takes(Box::nRounds, '.'));
+  EXPECT_TRUE(Takes(Box::MinPerRound, '.'));
+  EXPECT_FALSE(Takes(Box::Skip, ','));
+  EXPECT_TRUE(Takes(Box::Arrow, ','));
+  EXPECT_TRUE(Takes(Box::FinishTime, 'p'));
+  EXPECT_FALSE(Takes(Box::FinishTime, ' '));
+  EXPECT_FALSE(Takes(Box::Arrow, U'\u0663'));  // an Arabic 3
+  EXPECT_TRUE(Takes(Box::Header, U'\u00e9'));
+}
+
+TEST(EntryRulesTest, PastedTextIsFilteredWhatStoodThereStays) {
+  struct Row {
+    Box box;
+    const char* before;
+    const char* after;
+    const char* text;
+    size_t cursor;
+    bool refused;
+  };
+  const Row rows[] = {
+      {Box::nRounds, "12", "1x2", "12", 1, true},
+      {Box::nRounds, "12", "1e9", "19", 2, true},
+      {Box::nRounds, "12", "abc", "12", 0, true},
+      {Box::nRounds, "12", "", "", 0, false},
+      {Box::nRounds, "12", "1342", "1342", 3, false},
+      {Box::Skip, "3,7", "3,71", "3,71", 4, false},  // a list that was taken over
+      {Box::Skip, "3,7", "3,7,1", "3,71", 4, true},
+      {Box::Arrow, "3", "3, 7é", "3,7", 3, true},
+      {Box::Header, "é", "éé", "éé", 4, false},
+  };
+  for (const Row& row : rows) {
+    const FilteredEdit edit = FilterEdit(row.box, row.before, row.after);
+    EXPECT_EQ(edit.text, row.text) << row.after;
+    EXPECT_EQ(edit.cursor, row.cursor) << row.after;
+    EXPECT_EQ(edit.refused, row.refused) << row.after;
+  }
+}
+
+// Thousands of random entries into every box, idle and while a session runs: nothing nonsensical
+// is ever stored, and the clock goes on.
+TEST_F(ControlWindowTest, NoEntryHarmsTheSession) {
+  std::mt19937 random(7);
+  const std::string alphabet = "0123456789.,:-+eapmx \xC3\xA9\t";
+  for (int i = 0; i < 20000; ++i) {
+    if (i == 10000) window.cmdStart_Click();
+    std::string text;
+    for (unsigned long n = random() % 7; n > 0; --n) text += alphabet[random() % alphabet.size()];
+    const auto box = static_cast<Box>(random() % kBoxes);
+    const std::string typed = FilterEdit(box, "", text).text;
+    if (random() % 2 == 0) {
+      Enter(box, typed);
+    } else {
+      window.Commit(box, typed);
+    }
+    if (random() % 50 == 0) window.optCalc_Click(static_cast<int>(random() % 2));
+    if (i >= 10000) bench.Pass(1);
+    ASSERT_GE(s.nRounds, 1);
+    ASSERT_TRUE(session.currentRound >= 1 && session.currentRound <= s.nRounds);
+    ASSERT_TRUE(s.MinPerRound >= 0 && s.MinPerRound <= 1440) << typed;
+    ASSERT_TRUE(s.MinBetweenRounds >= kShortestMove && s.MinBetweenRounds <= kLongestPhase);
+    ASSERT_TRUE(s.TimeForBreak >= 0 && s.TimeForBreak <= kLongestPhase);
+    ASSERT_GE(s.BreakAfterRound, 0);
+    ASSERT_TRUE(s.RequiredFinish.empty() || ParseTime(s.RequiredFinish));
+  }
+}
+
+}  // namespace
+}  // namespace corvanel

@@ -1,0 +1,84 @@
+#include "control/start_checks.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/support/program_run.h"
+
+namespace corvanel {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class FakeSounds : public SoundPlayer {
+ public:
+  void Play(const std::string& /*file*/) override {}
+  bool IsThere(const std::string& file) const override {
+    return std::find(missing.begin(), missing.end(), file) == missing.end();
+  }
+  std::vector<std::string> missing;
+};
+
+std::vector<std::string> Texts(const FakeNotices& view) {
+  std::vector<std::string> texts;
+  for (const Notice& notice : view.notices) texts.push_back(notice.text);
+  return texts;
+}
+
+TEST(PreFlightTest, NamesWhatTheSessionWouldMissAndNothingElse) {
+  Session session;
+  SessionSettings& s = session.settings;
+  s.sounds.files = {"a/first.wav", "a/second.wav", "a/end.wav", "a/break.wav",
+                    "a/skip.wav",  "a/arrow.wav",  "a/back.wav"};
+  session.options.TableTopUnit = "BridgeTab";
+  FakeSounds sounds;
+  FakeNotices view;
+  Notices notices(view);
+  Surroundings around{sounds, true, "", true};
+  const auto check = [&] {
+    CheckBeforeStart(session, around, notices);
+    return Texts(view);
+  };
+  EXPECT_THAT(check(), IsEmpty());
+  sounds.missing = {"a/skip.wav", "a/end.wav"};
+  EXPECT_THAT(check(), ElementsAre("Sound file not found: end.wav"));  // nobody skips
+  s.Skip = "3";
+  EXPECT_THAT(check(), ElementsAre("Sound files not found: end.wav, skip.wav"));
+  s.sounds.play[static_cast<size_t>(Cue::EndOfRound)] = 0;
+  s.sounds.play[static_cast<size_t>(Cue::Skip)] = 0;
+  EXPECT_THAT(check(), IsEmpty());
+  around.soundDevice = false;
+  around.scoringProblem = "the file x.bws cannot be read";  // but none is open
+  around.secondScreen = false;                              // but none is wanted
+  EXPECT_THAT(check(), ElementsAre("No sound can be heard: this computer has no loudspeaker now"));
+  session.unitLinkOpen = true;
+  s.ExtraMonitor = -1;
+  s.sounds.play = {};  // a silent session needs no loudspeaker
+  EXPECT_THAT(check(), ElementsAre("BridgeTab: the file x.bws cannot be read",
+                                   "There is no second screen: both displays will share this one"));
+  ClearChecks(notices);
+  EXPECT_THAT(view.notices, IsEmpty());
+}
+
+TEST(NoticesTest, ALineThatWasWavedAwayComesBackOnlyWithNews) {
+  FakeNotices view;
+  Notices notices(view);
+  const Notice missing{NoticeKind::SoundFiles, "Sound file not found: a.wav", ""};
+  notices.Set(missing);
+  notices.Set({NoticeKind::Away, "Away", "Take it out"});
+  notices.Set(missing);
+  EXPECT_THAT(Texts(view), ElementsAre("Sound file not found: a.wav", "Away"));
+  notices.WaveAway(NoticeKind::SoundFiles);
+  notices.Set(missing);
+  EXPECT_THAT(Texts(view), ElementsAre("Away"));
+  notices.Set({NoticeKind::SoundFiles, "Sound file not found: b.wav", ""});
+  EXPECT_THAT(Texts(view), ElementsAre("Away", "Sound file not found: b.wav"));
+  notices.WaveAway(NoticeKind::SoundFiles);
+  notices.Clear(NoticeKind::SoundFiles);  // mended, and broken again
+  notices.Set({NoticeKind::SoundFiles, "Sound file not found: b.wav", ""});
+  EXPECT_THAT(Texts(view), ElementsAre("Away", "Sound file not found: b.wav"));
+}
+
+}  // namespace
+}  // namespace corvanel

@@ -1,0 +1,250 @@
+#include "control/window/frm_main.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTest>
+#include <map>
+
+#include "control/control_window.h"
+#include "control/window/dlg_welcome.h"
+#include "settings/settings_table.h"
+#include "tests/support/fakes.h"
+
+namespace corvanel {
+namespace {
+
+class Desk : public Stage, public ProgramEnding {
+ public:
+  void SessionStarts() override {}
+  void ShowDisplays() override { done += "displays "; }
+  void SaveDisplayGeometry() override { done += "geometry "; }
+  void ShutDownComputer() override { done += "shutdown "; }
+  void EndProgram() override { done += "end "; }
+  std::string done;
+};
+
+/// The real control window, driven by keys and clicks.
+class FrmMainTest : public testing::Test {
+ protected:
+  FrmMainTest() {
+    window.SetLogic(logic);
+    window.ShowFavourites({}, "");
+    logic.Display();
+    window.show();
+    window.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+  }
+  template <class Widget>
+  Widget* Find(const char* name) {
+    auto* widget = window.findChild<Widget*>(name);
+    EXPECT_NE(widget, nullptr) << name;
+    return widget;
+  }
+  QLineEdit* Focus(const char* name) {
+    auto* box = Find<QLineEdit>(name);
+    box->setFocus(Qt::TabFocusReason);
+    return box;
+  }
+  QString FocusName() {
+    QApplication::processEvents();
+    return window.focusWidget() == nullptr ? QString() : window.focusWidget()->objectName();
+  }
+
+  ClockBench bench;
+  Session& session = bench.session;
+  FakePrompts prompts;
+  FakeStore store;
+  Desk desk;
+  SettingsTable table{store, session, bench.errors};
+  ProgramExit exit{session, prompts, desk};
+  FrmMain window{session};
+  ControlWindow logic{
+      {session, window, prompts, bench.errors, bench.time, bench.clock, table, desk, exit}};
+};
+
+TEST_F(FrmMainTest, LettersAreRefusedAndTheTextStays) {
+  QLineEdit* rounds = Focus("txtnRounds");
+  EXPECT_EQ(rounds->selectedText(), "12");  // typing replaces it
+  QTest::keyClicks(rounds, "x.e-");
+  EXPECT_EQ(rounds->text(), "12");
+  QTest::keyClicks(rounds, "9");
+  EXPECT_EQ(rounds->text(), "9");
+  QTest::keyClick(rounds, Qt::Key_Backspace);
+  EXPECT_EQ(rounds->text(), "");
+}
+
+TEST_F(FrmMainTest, APasteIsFilteredLikeTyping) {
+  QLineEdit* rounds = Focus("txtnRounds");
+  QApplication::clipboard()->setText("1e9");
+  QTest::keyClick(rounds, Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(rounds->text(), "19");
+  rounds->selectAll();
+  QApplication::clipboard()->setText("many");
+  rounds->paste();
+  EXPECT_EQ(rounds->text(), "19");
+}
+
+TEST_F(FrmMainTest, EnterFinishesTheEntryAndWalksOn) {
+  QLineEdit* rounds = Focus("txtnRounds");
+  QTest::keyClicks(rounds, "8");
+  QTest::keyClick(rounds, Qt::Key_Return);
+  EXPECT_EQ(session.settings.nRounds, 8);
+  EXPECT_EQ(FocusName(), "txtMinPerRound");
+  for (const char* next : {"txtMinBetweenRounds", "txtMinWarning_1", "txtMinWarning_0", "txtSkip",
+                           "txtArrow", "txtBreakRound", "txtBreakLength", "txtCurrentRound",
+                           "txtStartTime", "txtHeader", "txtnRounds"}) {
+    QTest::keyClick(window.focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(FocusName(), next);
+  }
+  EXPECT_TRUE(prompts.texts.empty());
+}
+
+TEST_F(FrmMainTest, AWrongTimeGivesOneMessageAndKeepsTheFocus) {
+  QLineEdit* start = Focus("txtStartTime");
+  QTest::keyClicks(start, "25:00");
+  QTest::keyClick(start, Qt::Key_Return);
+  EXPECT_EQ(FocusName(), "txtStartTime");
+  EXPECT_EQ(start->text(), "25:00");
+  EXPECT_EQ(prompts.texts, std::vector<std::string>{"Please enter a valid time, e.g. 19:30"});
+  start->selectAll();
+  QTest::keyClicks(start, "9pm");
+  QTest::keyClick(start, Qt::Key_Tab);
+  EXPECT_EQ(start->text(), "21:00");
+  EXPECT_EQ(prompts.texts.size(), 1U);
+}
+
+TEST_F(FrmMainTest, LeavingForAnotherWindowEndsNoEntry) {
+  QLineEdit* rounds = Focus("txtnRounds");
+  QTest::keyClicks(rounds, "0");
+  QFocusEvent away(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+  QApplication::sendEvent(rounds, &away);
+  QFocusEvent menu(QEvent::FocusOut, Qt::MenuBarFocusReason);
+  QApplication::sendEvent(rounds, &menu);
+  EXPECT_TRUE(prompts.texts.empty());
+}
+
+TEST_F(FrmMainTest, TheModeSwapsTheBoxes) {
+  QTest::mouseClick(Find<QPushButton>("optCalc_1"), Qt::LeftButton);
+  EXPECT_FALSE(Find<QLineEdit>("txtMinPerRound")->isVisible());
+  EXPECT_TRUE(Find<QLineEdit>("txtFinishTime")->isVisible());
+  EXPECT_EQ(Find<QLabel>("lblFinish")->text(), "Required Finish Time");
+  QTest::mouseClick(Find<QPushButton>("optCalc_0"), Qt::LeftButton);
+  EXPECT_TRUE(Find<QLineEdit>("txtMinPerRound")->isVisible());
+  EXPECT_EQ(session.settings.Calculate, 0);
+}
+
+TEST_F(FrmMainTest, StartTakesTheBoxThatIsBeingEdited) {
+  QLineEdit* minutes = Focus("txtMinPerRound");
+  QTest::keyClicks(minutes, "20");
+  QTest::keyClick(minutes, Qt::Key_Return, Qt::ControlModifier);
+  EXPECT_EQ(session.settings.MinPerRound, 20);
+  EXPECT_EQ(bench.face.countdown, "20:00");
+  EXPECT_EQ(desk.done, "displays ");
+  EXPECT_TRUE(Find<QPushButton>("cmdResume")->isEnabled());
+}
+
+TEST_F(FrmMainTest, ChecksAndCaptionFollow) {
+  QTest::mouseClick(Find<QCheckBox>("chkBreak"), Qt::LeftButton, Qt::NoModifier, QPoint(8, 8));
+  EXPECT_TRUE(session.settings.optBreak);
+  QLineEdit* round = Focus("txtCurrentRound");
+  EXPECT_EQ(Find<QPushButton>("cmdStart")->text(), "Start Timer from Round 1");
+  QTest::keyClicks(round, "3");
+  EXPECT_EQ(Find<QPushButton>("cmdStart")->text(), "Start Timer from round 3");
+  QLineEdit* header = Focus("txtHeader");
+  QTest::keyClicks(header, "Friday");
+  EXPECT_TRUE(Find<QCheckBox>("chkHeader")->isChecked());
+}
+
+TEST_F(FrmMainTest, TheCloseBoxIsTheExit) {
+  window.close();
+  EXPECT_EQ(desk.done, "end ");
+  EXPECT_TRUE(window.isVisible());
+}
+
+TEST_F(FrmMainTest, NoTwoControlsShareAMnemonic) {
+  std::map<QChar, std::string> owners;
+  const auto claim = [&](const QString& text, const QObject* owner) {
+    const qsizetype at = text.indexOf('&');
+    if (at < 0) return;
+    const std::string name = owner->objectName().toStdString();
+    const auto [entry, added] = owners.try_emplace(text[at + 1].toLower(), name);
+    EXPECT_TRUE(added) << name << " and " << entry->second;
+  };
+  for (const QLabel* label : window.findChildren<QLabel*>()) {
+    if (label->buddy() != nullptr) claim(label->text(), label);
+  }
+  for (const QAbstractButton* button : window.findChildren<QAbstractButton*>()) {
+    claim(button->text(), button);
+  }
+  for (const char* menu : {"mnuSettings", "mnuOptions", "mnuBridgemate", "mnuHelp"}) {
+    claim(Find<QMenu>(menu)->title(), Find<QMenu>(menu));
+  }
+}
+
+TEST_F(FrmMainTest, EveryBoxHasANameForAScreenReader) {
+  for (const QLineEdit* box : window.findChildren<QLineEdit*>()) {
+    bool named = !box->accessibleName().isEmpty();
+    for (const QLabel* label : window.findChildren<QLabel*>()) named |= label->buddy() == box;
+    EXPECT_TRUE(named) << box->objectName().toStdString();
+  }
+}
+
+TEST_F(FrmMainTest, TheFavouritesControlsNameTheirFavourite) {
+  std::vector<std::string> wanted;
+  const auto keep = [&](const char* what) {
+    return [&wanted, what](const std::string& name) { wanted.push_back(what + name); };
+  };
+  QObject::connect(&window, &FrmMain::SaveAsNew, keep("new "));
+  QObject::connect(&window, &FrmMain::FavouriteChosen, keep("choose "));
+  QObject::connect(&window, &FrmMain::FavouriteSaveWanted, keep("save "));
+  QObject::connect(&window, &FrmMain::FavouriteDeleteWanted, keep("delete "));
+  EXPECT_FALSE(Find<QWidget>("fraLoad")->isVisible());
+  window.ShowFavourites({"Friday", "Teams \"A\", long", "&Élite"}, "Friday");
+  window.OfferFavouriteSave(true);
+  const int width = window.centralWidget()->minimumSizeHint().width();
+  window.ShowInUse(std::string(300, 'x'));
+  EXPECT_EQ(window.centralWidget()->minimumSizeHint().width(), width);
+  EXPECT_LT(Find<QLabel>("lblFavInUse")->sizeHint().width(), 200);
+  EXPECT_TRUE(Find<QWidget>("fraLoad")->isVisible());
+  EXPECT_TRUE(wanted.empty());  // listing is not choosing
+  auto* list = Find<QComboBox>("cboFavs");
+  QTest::keyClick(list, Qt::Key_Down);
+  QTest::mouseClick(Find<QPushButton>("cmdFavSave"), Qt::LeftButton);
+  QTest::keyClick(list, Qt::Key_Down);
+  QTest::mouseClick(Find<QPushButton>("cmdFavDelete"), Qt::LeftButton);
+  auto* name = Find<QLineEdit>("txtDefault");
+  QTest::keyClicks(name, " Monday ");
+  QTest::keyClick(name, Qt::Key_Return);
+  EXPECT_EQ(wanted, (std::vector<std::string>{"choose Teams \"A\", long", "save Teams \"A\", long",
+                                              "choose &Élite", "delete &Élite", "new Monday"}));
+}
+
+TEST(DlgWelcomeTest, TwoNumbersMakeASession) {
+  Session session;
+  session.startTime = ClockTime::At(19, 30);
+  DlgWelcome dialog(session, nullptr);
+  auto* rounds = dialog.findChild<QSpinBox*>("spnRounds");
+  auto* finish = dialog.findChild<QLabel*>("lblFinish");
+  EXPECT_EQ(finish->text(), "Begun at 19:30 the session would end at 22:56.");
+  rounds->setValue(3);
+  dialog.findChild<QSpinBox*>("spnMinutes")->setValue(20);
+  EXPECT_EQ(finish->text(), "Begun at 19:30 the session would end at 20:32.");
+  EXPECT_EQ(dialog.Settings().nRounds, 3);
+  EXPECT_EQ(dialog.Settings().MinPerRound, 20);
+  EXPECT_FALSE(dialog.Settings().optBreak);
+  rounds->setValue(9);
+  EXPECT_EQ(dialog.Settings().BreakAfterRound, 4);
+  EXPECT_TRUE(dialog.Settings().optBreak);
+}
+
+}  // namespace
+}  // namespace corvanel

@@ -1,0 +1,334 @@
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <thread>
+
+#include "recovery/continue_session.h"
+#include "system/record_files.h"
+#include "system/store_lock.h"
+#include "tests/support/program_run.h"
+
+namespace corvanel {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+constexpr double kMoments[] = {0, 3.3, 299.5, 425, 595, 640, 700, 1300, 1500, 1900, 2600};
+
+/// The program is killed at each of these moments and started again later, in a run of the computer
+/// in which the counter started elsewhere.
+TEST(ContinueSessionTest, GoesOnAsIfTheClockHadRunOn) {
+  for (const bool restarted : {false, true}) {
+    for (const double killed : kMoments) {
+      for (const double later : {0.2, 20.0, 100.0, 800.0}) {
+        const std::string where = std::to_string(killed) + " and " + std::to_string(later);
+        FakeKeeper keeper;
+        FakeKeeper other;
+        ProgramRun first(keeper, ClockTime::At(23, 30), "one");
+        ProgramRun awake(other, ClockTime::At(23, 30), "one");
+        for (ProgramRun* run : {&first, &awake}) {
+          run->Begin();
+          run->Pass(killed);
+        }
+        awake.Pass(later);
+        awake.bench.clocks.clock.Tick();
+        const double now = 23.5 * 3600 + killed + later;
+        ProgramRun second(keeper,
+                          restarted ? ClockTime::At(0, 0).PlusSeconds(now) : ClockTime::At(23, 30),
+                          restarted ? "two" : "one");
+        if (!restarted) second.bench.clocks.time.PassTo(killed + later);
+        if (restarted && now >= kSecondsPerDay) second.bench.clocks.time.SetClock(kSecondsPerDay);
+        second.bench.base.prompts.choice = 0;
+        ASSERT_TRUE(second.Resume()) << where;
+        EXPECT_EQ(second.Face().countdown, awake.Face().countdown) << where;
+        EXPECT_EQ(second.Face().phase, awake.Face().phase) << where;
+        EXPECT_EQ(second.Face().caption, awake.Face().caption) << where;
+        EXPECT_EQ(second.Face().message, awake.Face().message) << where;
+        EXPECT_EQ(second.Face().countdownStyle, awake.Face().countdownStyle) << where;
+        EXPECT_EQ(second.session().currentRound, awake.session().currentRound) << where;
+        EXPECT_NEAR(second.Left(), awake.Left(), 1e-3) << where;
+      }
+    }
+  }
+}
+
+TEST(ContinueSessionTest, GoesOnFromWhereItStopped) {
+  FakeKeeper keeper;
+  ProgramRun first(keeper, ClockTime::At(20, 0), "one");
+  first.Begin();
+  first.Pass(100.5);
+  first.Do([](RoundClock& clock) { clock.NextRound(); });
+  first.Pass(200);  // nothing changes in it; the last second that was shown is what counts
+  ProgramRun second(keeper, ClockTime::At(20, 12), "two");
+  second.bench.base.prompts.choice = 1;
+  ASSERT_TRUE(second.Resume());
+  EXPECT_NEAR(second.Left(), 400, 1);
+  EXPECT_EQ(second.session().currentRound, 2);
+  EXPECT_EQ(second.bench.base.prompts.choices[1], "From 6:40");
+  EXPECT_EQ(second.bench.base.prompts.texts.back(),
+            "Corvanel was ended while a session was running.\r\n\r\nRound 2 of 4, 6:40 left\r\n"
+            "as it stood at 20:05:01, 7 min ago\r\n\r\nHow shall the session go on?");
+  // What was done just before can still be taken back.
+  EXPECT_EQ(second.Face().undo, "Undo next round, 10 min ago");
+  second.Do([](RoundClock& clock) { clock.Undo(); });
+  EXPECT_EQ(second.session().currentRound, 1);
+  EXPECT_NEAR(second.Left(), 600 - 300.5, 1);
+}
+
+TEST(ContinueSessionTest, APausedSessionStaysPaused) {
+  for (const size_t choice : {0U, 1U}) {
+    FakeKeeper keeper;
+    ProgramRun first(keeper, ClockTime::At(20, 0), "one");
+    first.Begin();
+    first.Pass(60);
+    first.Do([](RoundClock& clock) { clock.Pause(Hand::Link); });
+    first.Pass(30);
+    ProgramRun second(keeper, ClockTime::At(20, 20), "two");
+    second.bench.base.prompts.choice = choice;
+    ASSERT_TRUE(second.Resume());
+    EXPECT_TRUE(second.Face().paused);
+    EXPECT_TRUE(second.bench.clocks.clock.State().autoPaused);
+    EXPECT_EQ(second.Face().countdown, "9:00");
+    second.Pass(15);
+    second.Do([](RoundClock& clock) { clock.Resume(); });
+    EXPECT_EQ(second.Face().countdown, "9:00");
+  }
+}
+
+TEST(ContinueSessionTest, NothingIsAskedWhereNothingIsToBeContinued) {
+  struct Row {
+    const char* what;
+    std::function<void(ProgramRun&)> evening;
+    ClockTime next;
+    bool asked;
+  };
+  const auto nothing = [](ProgramRun& run) { run.Pass(60); };
+  const Row rows[] = {
+      {"killed", nothing, ClockTime::At(20, 10), true},
+      {"ended properly", [](ProgramRun& run) { run.recorder.Close(); }, ClockTime::At(20, 10),
+       false},
+      {"session over", [](ProgramRun& run) { run.Pass(4000); }, ClockTime::At(21, 10), false},
+      {"never started", [](ProgramRun& run) { run.keeper.texts.clear(); }, ClockTime::At(20, 10),
+       false},
+      {"an hour after its end", nothing, ClockTime::At(21, 46), true},
+      {"long over", nothing, ClockTime::At(21, 50), false},
+      {"paused long ago", [](ProgramRun& run) { run.Do([](RoundClock& clock) { clock.Pause(); }); },
+       ClockTime::At(21, 50), false},
+      {"paused, and alive for two hours",
+       [](ProgramRun& run) {
+         run.Do([](RoundClock& clock) { clock.Pause(); });
+         run.Pass(7200);
+       },
+       ClockTime::At(22, 0, 20), true},
+      {"clock set back", nothing, ClockTime::At(19, 0), true},
+  };
+  for (const Row& row : rows) {
+    FakeKeeper keeper;
+    ProgramRun first(keeper, ClockTime::At(20, 0), "one");
+    first.Begin();
+    row.evening(first);
+    ProgramRun second(keeper, row.next, "two");
+    second.Resume();
+    EXPECT_EQ(!second.bench.base.prompts.texts.empty(), row.asked) << row.what;
+    EXPECT_THAT(second.view.notices, IsEmpty()) << row.what;
+  }
+}
+
+TEST(ContinueSessionTest, AQuestionLeftOpenOvernightEndsTheSession) {
+  FakeKeeper keeper;
+  ProgramRun first(keeper, ClockTime::At(20, 0), "one");
+  first.Begin();
+  for (const double hours : {11.2, 13.0, 20.0, 30.0}) {
+    ProgramRun second(keeper, ClockTime::At(20, 1), "two");
+    second.bench.base.prompts.choice = 0;
+    const auto record = second.ending.Ask();
+    ASSERT_TRUE(record);
+    second.bench.clocks.time.PassTo(hours * 3600);
+    second.ending.GoOn(*record);
+    EXPECT_EQ(second.Face().phase, Phase::Ended) << hours;
+  }
+}
+
+TEST(ContinueSessionTest, LeavingItForgetsItAndClosingTheQuestionDoesNot) {
+  FakeKeeper keeper;
+  ProgramRun first(keeper, ClockTime::At(20, 0), "one");
+  first.Begin();
+  ProgramRun second(keeper, ClockTime::At(20, 1), "two");
+  EXPECT_FALSE(second.Resume());
+  EXPECT_EQ(second.bench.base.prompts.texts.size(), 1U);
+  second.bench.base.prompts.choice = 2;
+  EXPECT_FALSE(second.Resume());
+  EXPECT_FALSE(second.Resume());
+  EXPECT_EQ(second.bench.base.prompts.texts.size(), 2U);
+}
+
+TEST(ContinueSessionTest, ADamagedRecordIsToldInALineAndAnOlderOneServes) {
+  FakeKeeper keeper;
+  ProgramRun first(keeper, ClockTime::At(20, 0), "one");
+  first.Begin();
+  const std::string whole = keeper.texts.front();
+  const auto with = [&](const std::string& from, const std::string& to) {
+    std::string text = whole;
+    const size_t place = text.find(from);
+    EXPECT_NE(place, std::string::npos) << from;
+    return text.replace(place, from.size(), to);
+  };
+  const std::string damaged[] = {
+      "",
+      "{}",
+      "[1,2",
+      std::string(100, '\0'),
+      whole.substr(0, whole.size() / 2),
+      with("\"format\": 1", "\"format\": 2"),
+      with("\"phase\": 1", "\"phase\": 17"),
+      with("\"currentRound\": 1", "\"currentRound\": 0"),
+      with("\"nRounds\": 4", "\"nRounds\": 0"),
+      with("\"nRounds\": 4", "\"nRounds\": null"),
+      with("\"MinPerRound\": 10.0", "\"MinPerRound\": -3"),
+      with("\"MinPerRound\": 10.0", "\"MinPerRound\": \"ten\""),
+      with("\"roundEnd\": ", "\"roundEnd\": 1e30"),
+  };
+  for (const std::string& text : damaged) {
+    for (const bool olderOne : {false, true}) {
+      keeper.texts = {text};
+      if (olderOne) keeper.texts.push_back(whole);
+      ProgramRun second(keeper, ClockTime::At(20, 1), "two");
+      EXPECT_EQ(second.Resume(), false);
+      EXPECT_EQ(second.bench.base.prompts.texts.empty(), !olderOne) << text;
+      ASSERT_EQ(second.view.notices.size(), 1U) << text;
+      EXPECT_THAT(second.view.notices[0].text,
+                  HasSubstr(olderOne ? "the one before it is" : "cannot be used: "));
+    }
+  }
+}
+
+TEST(SessionRecorderTest, WritesEveryChangeAndOnlyChanges) {
+  FakeKeeper keeper;
+  ProgramRun run(keeper, ClockTime::At(20, 0), "one");
+  run.recorder.Update();
+  EXPECT_EQ(keeper.writes, 0);  // nothing has begun
+  run.Begin();
+  EXPECT_EQ(keeper.writes, 1);
+  const auto writes = [&](const std::function<void()>& change) {
+    const int before = keeper.writes;
+    change();
+    return keeper.writes - before;
+  };
+  const auto does = [&](auto command) { return writes([&] { run.Do(command); }); };
+  EXPECT_EQ(writes([&] { run.Pass(60); }), 0);
+  EXPECT_EQ(does([](RoundClock& clock) { clock.Pause(); }), 1);
+  EXPECT_EQ(writes([&] { run.Pass(60); }), 0);
+  EXPECT_EQ(does([](RoundClock& clock) { clock.Resume(); }), 1);
+  EXPECT_EQ(does([](RoundClock& clock) { clock.ChangeMinutes(1); }), 1);
+  EXPECT_EQ(does([](RoundClock& clock) { clock.Undo(); }), 1);
+  EXPECT_EQ(does([](RoundClock& clock) { clock.Restart(); }), 1);
+  EXPECT_EQ(writes([&] { run.Pass(200); }), 1);  // a warning
+  EXPECT_EQ(writes([&] { run.Pass(400); }), 2);  // the other one, the move
+  EXPECT_EQ(does([](RoundClock& clock) { clock.NextRound(); }), 1);
+  EXPECT_EQ(writes([&] {
+              run.session().settings.Header = "Monday";
+              run.Pass(1);
+            }),
+            1);
+  EXPECT_EQ(writes([&] {
+              run.bench.Open(Mitchell(4, 4, 2));
+              run.Pass(1);
+            }),
+            1);
+  const auto record = ReadRecord(keeper.texts.front());
+  ASSERT_TRUE(record);
+  EXPECT_EQ(record.Value().scoringFile, ScoringBench::kFile);
+  EXPECT_THAT(record.Value().sections, ElementsAre(1));
+  EXPECT_EQ(record.Value().settings, run.session().settings);
+}
+
+TEST(SessionRecorderTest, AFailureIsShownTriedAgainAndMended) {
+  FakeKeeper keeper;
+  ProgramRun run(keeper, ClockTime::At(20, 0), "one");
+  run.Begin();
+  keeper.broken = "No space left on device";
+  run.Do([](RoundClock& clock) { clock.Pause(); });
+  run.Pass(1);
+  ASSERT_EQ(run.view.notices.size(), 1U);
+  EXPECT_THAT(run.view.notices[0].text, HasSubstr("No space left on device"));
+  const int writes = keeper.writes;
+  run.Pass(21);
+  EXPECT_EQ(keeper.writes, writes + 4);
+  keeper.broken.clear();
+  run.Pass(6);
+  EXPECT_THAT(run.view.notices, IsEmpty());
+}
+
+TEST(RecordFilesTest, KeepsTheLatestAndSurvivesWhatLiesInItsWay) {
+  char name[] = "/tmp/corvanel-record-XXXXXX";
+  const std::filesystem::path folder = mkdtemp(name);
+  const std::filesystem::path store = folder / "settings.json";
+  for (const char* text : {"1", "2", "3", "4", "5"}) RecordFiles(store).Keep(text);
+  EXPECT_THAT(RecordFiles(store).Kept(), ElementsAre("5", "4", "3"));
+  RecordFiles(store).KeepAlive({"boot", 12.5, 1e9});
+  EXPECT_EQ(RecordFiles(store).LastAlive()->utc, 1e9);
+  std::filesystem::remove(folder / "settings.json.session");
+  EXPECT_THAT(RecordFiles(store).Kept(), ElementsAre("4", "3"));
+  // A folder in the place of a record counts as a damaged one.
+  std::filesystem::create_directory(folder / "settings.json.session");
+  EXPECT_THAT(RecordFiles(store).Kept(), ElementsAre("", "4", "3"));
+  std::filesystem::remove(folder / "settings.json.session");
+  // A folder where the file should be written: an error, not a crash.
+  std::filesystem::create_directory(folder / "settings.json.session.new");
+  RecordFiles files(store);
+  files.Keep("6");
+  while (files.Failure().empty()) std::this_thread::yield();
+  EXPECT_THAT(files.Kept(), ElementsAre("4", "3"));
+  std::filesystem::remove(folder / "settings.json.session.new");
+  files.Keep("7");
+  while (!files.Failure().empty()) std::this_thread::yield();
+  files.Forget();
+  EXPECT_THAT(files.Kept(), IsEmpty());
+  EXPECT_FALSE(files.LastAlive());
+  EXPECT_TRUE(std::filesystem::is_empty(folder));
+  std::filesystem::remove_all(folder);
+}
+
+TEST(RecordFilesTest, ADiskThatDoesNotAnswerIsToldAndKeepsNobody) {
+  char name[] = "/tmp/corvanel-record-XXXXXX";
+  const std::filesystem::path folder = mkdtemp(name);
+  const std::filesystem::path pipe = folder / "settings.json.session.new";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);  // opening it waits for a reader that never comes
+  {
+    RecordFiles files(folder / "settings.json");
+    files.Keep("1");
+    while (files.Failure().empty()) std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_EQ(files.Failure(), "the disk does not answer");
+  }
+  // Lets the writer go, so that it is not left over.
+  const int reader = ::open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
+  std::this_thread::sleep_for(std::chrono::milliseconds(300));
+  ::close(reader);
+  std::filesystem::remove_all(folder);
+}
+
+TEST(StoreLockTest, GoesWithItsHolderAndLeavesNothingInTheWay) {
+  char name[] = "/tmp/corvanel-lock-XXXXXX";
+  const std::filesystem::path folder = mkdtemp(name);
+  const std::filesystem::path store = folder / "settings.json";
+  {
+    StoreLock first(store);
+    StoreLock second(store);
+    EXPECT_TRUE(first.Take());
+    EXPECT_FALSE(second.Take());
+  }
+  StoreLock third(store);
+  EXPECT_TRUE(third.Take());
+  EXPECT_TRUE(StoreLock("/nonexistent/settings.json").Take());
+  std::filesystem::remove_all(folder);
+}
+
+}  // namespace
+}  // namespace corvanel

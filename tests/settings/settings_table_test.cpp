@@ -1,0 +1,183 @@
+#include "settings/settings_table.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+#include "tests/support/fakes.h"
+
+namespace corvanel {
+namespace {
+
+class SettingsTableTest : public testing::Test {
+ protected:
+  SettingsTableTest() { session.ProgramFolder = "/prog"; }
+  void Load() { table.GetDefaults(ClockTime::At(21, 45, 30)); }
+
+  FakeStore store;
+  Session session;
+  FakeErrors errors;
+  SettingsTable table{store, session, errors};
+};
+
+TEST_F(SettingsTableTest, AnEmptyStoreGivesTheDefaults) {
+  Load();
+  const SessionSettings& s = session.settings;
+  EXPECT_EQ(s.nRounds, 12);
+  EXPECT_EQ(s.MinPerRound, 15);
+  EXPECT_EQ(s.MinWarning, 3);
+  EXPECT_EQ(s.MinWarning1, 7);
+  EXPECT_TRUE(s.optBreak);
+  EXPECT_EQ(s.RequiredFinish, "");  // used only when the finish is required
+  EXPECT_EQ(s.sounds.files[0], "/prog\\Fx2 DontStart.wav");
+  EXPECT_EQ(s.sounds.files[2], "/prog\\Fx2 Move.wav");
+  EXPECT_EQ(s.sounds.files[6], "/prog\\Bell.wav");
+  EXPECT_EQ(s.sounds.play, (std::array<int16_t, 7>{-1, -1, -1, -1, -1, -1, -1}));
+  EXPECT_EQ(s.sounds.playFinalRound, (std::array<int16_t, 2>{0, 0}));
+  EXPECT_EQ(TimeText(session.startTime), "22:00");
+  EXPECT_TRUE(table.FavouriteNames().empty());
+  EXPECT_EQ(table.FavouriteInUse(), 0);
+  EXPECT_EQ(session.options.BMPauseSound, "/prog\\ShipBell.wav");
+  EXPECT_TRUE(session.options.AutoUpdate);
+  EXPECT_EQ(session.options.LogFile, -1);
+  EXPECT_TRUE(errors.reports.empty());
+}
+
+TEST_F(SettingsTableTest, EveryValueSurvivesARoundTrip) {
+  Load();
+  // Every field gets a value of its own, as far as its range goes.
+  SettingsSet set;
+  double number = 1;
+  for (const auto& key : SetKeys()) {
+    if (key.key == "Name") continue;
+    number += 1;
+    ReadField(key.field(set), std::to_string(std::clamp(number, key.least, key.greatest)),
+              key.least, key.greatest);
+  }
+  set.settings.Calculate = 1;
+  set.settings.RequiredFinish = "23:10";
+  session.settings = set.settings;
+  table.SaveSession();
+  EXPECT_EQ(store.flushes, 1);
+
+  Session again;
+  SettingsTable other(store, again, errors);
+  other.GetDefaults(ClockTime());
+  EXPECT_EQ(again.settings, set.settings);
+  EXPECT_TRUE(errors.reports.empty());
+}
+
+TEST_F(SettingsTableTest, TheStoreCrossesTwoPlayFlags) {
+  store.SaveSetting("Timer", "SoundPlay1", "0");
+  Load();
+  EXPECT_EQ(session.settings.sounds.play[static_cast<size_t>(Cue::EndOfRound)], 0);
+  EXPECT_EQ(session.settings.sounds.play[static_cast<size_t>(Cue::EarlyWarning)], -1);
+  table.SaveSession();
+  EXPECT_EQ(store.GetSetting("Timer", "SoundPlay1"), "0");
+  EXPECT_EQ(store.GetSetting("Timer", "SoundPlay2"), "-1");
+}
+
+TEST_F(SettingsTableTest, AFavouriteNamedInTheSetInUseSuppliesTheSettings) {
+  store.SaveSetting("Timer", "Name", "Friday");
+  store.SaveSetting("Timer", "nRounds", "9");
+  store.SaveSetting("Timer", "SoundWarning1", "own.wav");
+  store.SaveSetting("Timer05", "Name", "Friday");
+  store.SaveSetting("Timer05", "nRounds", "7");
+  store.SaveSetting("Timer02", "Name", "friday");
+  store.SaveSetting("Timer03", "nRounds", "5");  // no name: a free slot
+  Load();
+  EXPECT_EQ(table.FavouriteInUse(), 5);
+  EXPECT_EQ(session.settings.nRounds, 7);
+  EXPECT_EQ(session.settings.sounds.files[1], "own.wav");
+  EXPECT_EQ(table.FavouriteNames(), (std::vector<std::string>{"friday", "Friday"}));
+  table.SaveSession();
+  EXPECT_EQ(store.GetSetting("Timer", "Name"), "Friday");
+  EXPECT_EQ(store.GetSetting("Timer03", "Skip"), std::nullopt);
+}
+
+TEST_F(SettingsTableTest, ValuesThatDoNotConvertTakeTheirDefaultInOneReport) {
+  store.SaveSetting("Timer", "MinPerRound", "abc");
+  store.SaveSetting("Timer", "nRounds", "99999");
+  store.SaveSetting("Timer", "BreakAfterRound", "4");
+  store.SaveSetting("Timer", "optBreak", "perhaps");
+  store.SaveSetting("Timer", "FormX", "1e300");
+  store.SaveSetting("TimerFont3", "Forecolour", "red");
+  Load();
+  EXPECT_EQ(session.settings.MinPerRound, 15);
+  EXPECT_EQ(session.settings.nRounds, 12);
+  EXPECT_EQ(session.settings.BreakAfterRound, 4);
+  EXPECT_TRUE(session.settings.optBreak);
+  EXPECT_EQ(session.elements[3], DefaultElementStyles()[3]);
+  ASSERT_EQ(errors.reports, std::vector<std::string>{"6 frmMain 0"});
+  EXPECT_NE(errors.descriptions[0].find("Overflow: nRounds \"99999\" in section Timer"),
+            std::string::npos);
+  EXPECT_NE(errors.descriptions[0].find("Forecolour"), std::string::npos);
+  EXPECT_TRUE(store.keptAsDamaged);
+}
+
+TEST_F(SettingsTableTest, OtherSpellingsAreRead) {
+  store.SaveSetting("TIMER", "minperround", "7,5");
+  store.SaveSetting("Timer", "DisplayState", "True");
+  store.SaveSetting("Timer", "AutoLaunch", "-1");
+  store.SaveSetting("Timer", "AutoUpdate", "0");
+  store.SaveSetting("Timer", "FormSizeX", "3000");
+  store.SaveSetting("Timer", "MinBetweenRounds", "0");
+  Load();
+  EXPECT_EQ(session.settings.MinPerRound, 7.5F);
+  EXPECT_EQ(session.options.DisplayState, -1);
+  EXPECT_TRUE(session.options.AutoLaunch);
+  EXPECT_FALSE(session.options.AutoUpdate);
+  EXPECT_EQ(session.options.FormSizeX, 7000);
+  EXPECT_EQ(session.settings.MinBetweenRounds, kShortestMove);
+  table.SaveOptions({"DisplayState", "FormSizeX"});
+  EXPECT_EQ(store.GetSetting("Timer", "DisplayState"), "-1");
+}
+
+TEST_F(SettingsTableTest, NoStoreOfGarbageDoesHarm) {
+  std::mt19937 random(3);
+  const std::string alphabet = "0123456789.,-eTrue\"\\ \xFF";
+  for (int i = 0; i < 2000; ++i) {
+    for (int n = 0; n < 10; ++n) {
+      const auto& keys = SetKeys();
+      std::string value;
+      for (unsigned long c = random() % 9; c > 0; --c)
+        value += alphabet[random() % alphabet.size()];
+      store.SaveSetting("Timer", keys[random() % keys.size()].key, value);
+      store.SaveSetting("Timer", OptionKeys()[random() % OptionKeys().size()].key, value);
+    }
+    Load();
+    ASSERT_GE(session.settings.nRounds, 1);
+    ASSERT_TRUE(session.settings.MinPerRound >= 0 && session.settings.MinPerRound <= 1440);
+    ASSERT_TRUE(session.settings.RequiredFinish.empty() ||
+                ParseTime(session.settings.RequiredFinish));
+  }
+}
+
+TEST_F(SettingsTableTest, AFavouriteTakesOverWhatItDoesNotSayOfItsFirstThreeSounds) {
+  store.SaveSetting("Timer", "SoundPlay0", "0");
+  store.SaveSetting("Timer", "SoundPlayBreak", "0");
+  store.SaveSetting("Timer", "SoundWarning", "own.wav");
+  store.SaveSetting("Timer", "SoundBreak", "bell.wav");
+  store.SaveSetting("Timer01", "Name", "Friday");
+  store.SaveSetting("Timer01", "SoundPlay2", "99");
+  Load();
+  const SoundChoices& sounds = table.Entry(1).settings.sounds;
+  EXPECT_EQ(sounds.files[0], "own.wav");
+  EXPECT_EQ(sounds.files[3], "/prog\\Fx2 Break.wav");
+  EXPECT_FALSE(sounds.play[0]);
+  EXPECT_TRUE(sounds.play[1]);
+  EXPECT_TRUE(sounds.play[3]);
+}
+
+TEST_F(SettingsTableTest, WholeNumbersAreRoundedHalvesToTheEvenOne) {
+  const std::pair<const char*, int> rows[] = {{"6.4", 6}, {"6.6", 7}, {"6.5", 6}, {"7,5", 8}};
+  for (const auto& [stored, loaded] : rows) {
+    store.SaveSetting("Timer", "BreakAfterRound", stored);
+    Load();
+    EXPECT_EQ(session.settings.BreakAfterRound, loaded) << stored;
+  }
+}
+
+}  // namespace
+}  // namespace corvanel

@@ -1,0 +1,132 @@
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QTcpServer>
+#include <QTcpSocket>
+
+#include "system/qt/qt_installer_file.h"
+#include "system/qt/qt_update_server.h"
+
+namespace corvanel {
+namespace {
+
+constexpr int kPatience = 300;  // milliseconds
+
+/// A server on this computer that answers every request with the same bytes, and keeps the
+/// connection open when it is to stall.
+class UpdateServerTest : public testing::Test {
+ protected:
+  UpdateServerTest() {
+    EXPECT_TRUE(server.listen(QHostAddress::LocalHost));
+    QObject::connect(&server, &QTcpServer::newConnection, &server, [this] {
+      QTcpSocket* socket = server.nextPendingConnection();
+      QObject::connect(socket, &QTcpSocket::readyRead, socket, [this, socket] {
+        requests += socket->readAll();
+        socket->write(answer);
+        if (!stalls) socket->disconnectFromHost();
+      });
+    });
+  }
+  QUrl Base() const { return QUrl(QString("http://127.0.0.1:%1/").arg(server.serverPort())); }
+  static QByteArray Answer(const QByteArray& status, const QByteArray& body,
+                           const QByteArray& more = "") {
+    return "HTTP/1.1 " + status + "\r\nContent-Length: " + QByteArray::number(body.size()) +
+           "\r\nLast-Modified: Fri, 20 Nov 2026 10:00:00 GMT\r\n" + more + "\r\n" + body;
+  }
+
+  QTcpServer server;
+  QByteArray answer;
+  QByteArray requests;
+  bool stalls = false;
+};
+
+TEST_F(UpdateServerTest, GivesDatesAndSmallFiles) {
+  QtUpdateServer updates(Base(), kPatience);
+  EXPECT_TRUE(updates.Connected());
+  answer = Answer("206 Partial Content", "1,2,3\nNotes");
+  EXPECT_EQ(updates.DateOf("timerversion.txt"), "20 Nov 2026 10:00:00");
+  EXPECT_EQ(updates.Fetch("timerversion.txt").Value(), "1,2,3\nNotes");
+  EXPECT_TRUE(requests.contains("GET /timerversion.txt "));
+  EXPECT_TRUE(requests.contains("bytes=0-"));
+}
+
+TEST_F(UpdateServerTest, BadServersFailInTime) {
+  struct Row {
+    const char* name;
+    QByteArray answer;
+    bool stalls;
+  };
+  const Row rows[] = {
+      {"missing", Answer("404 Not Found", "no"), false},
+      {"broken", Answer("500 Oops", ""), false},
+      {"garbage", "\x01\x02\x03 no http at all\r\n\r\n", false},
+      {"nothing", "", false},
+      {"silent", "", true},
+      {"half a head", "HTTP/1.1 200 OK\r\nContent-", true},
+      {"elsewhere", Answer("302 Found", "", "Location: http://192.0.2.1/x\r\n"), false},
+      {"stalls in the text", "HTTP/1.1 200 OK\r\nContent-Length: 50\r\n\r\n1,2", true},
+      {"cut off", "HTTP/1.1 200 OK\r\nContent-Length: 50\r\n\r\n1,2", false},
+      {"200 megabytes",
+       "HTTP/1.1 200 OK\r\nContent-Length: 209715200\r\n\r\n" + QByteArray(300000, 'x'), true},
+  };
+  for (const Row& row : rows) {
+    answer = row.answer;
+    stalls = row.stalls;
+    QtUpdateServer updates(Base(), kPatience);
+    QElapsedTimer time;
+    time.start();
+    EXPECT_FALSE(updates.Fetch("timerversion.txt")) << row.name;
+    EXPECT_LT(time.elapsed(), 20 * kPatience) << row.name;
+  }
+}
+
+TEST_F(UpdateServerTest, ADownloadComesInChunks) {
+  QtUpdateServer updates(Base(), kPatience);
+  const QByteArray body(50000, 'z');
+  answer = Answer("200 OK", body);
+  auto download = updates.Begin("corvanelsetup.exe");
+  ASSERT_NE(download, nullptr);
+  EXPECT_EQ(download->Total(), 50000);
+  std::string all;
+  for (;;) {
+    const auto chunk = download->Next();
+    ASSERT_TRUE(chunk);
+    EXPECT_LE(chunk.Value().size(), 20480U);
+    if (chunk.Value().empty()) break;
+    all += chunk.Value();
+  }
+  EXPECT_EQ(all, body.toStdString());
+  answer = "HTTP/1.1 200 OK\r\nContent-Length: 50000\r\n\r\n" + QByteArray(100, 'z');
+  stalls = true;
+  download = updates.Begin("corvanelsetup.exe");
+  ASSERT_NE(download, nullptr);
+  EXPECT_EQ(download->Next().Value().size(), 100U);
+  EXPECT_FALSE(download->Next());
+}
+
+TEST_F(UpdateServerTest, PlainHttpIsForThisComputerAlone) {
+  QtUpdateServer updates(QUrl("http://updates.example.invalid/"), kPatience);
+  EXPECT_EQ(updates.DateOf("timerversion.txt"), "");
+  EXPECT_FALSE(updates.Fetch("timerversion.txt"));
+  EXPECT_EQ(updates.Begin("corvanelsetup.exe"), nullptr);
+}
+
+TEST(InstallerFileTest, LiesInAFolderThatOnlyItsOwnerEnters) {
+  QtInstallerFile first;
+  QtInstallerFile second;
+  ASSERT_TRUE(first.Create());
+  ASSERT_TRUE(second.Create());
+  EXPECT_NE(first.Path(), second.Path());
+  EXPECT_TRUE(first.Write("abc"));
+  EXPECT_TRUE(first.Close());
+  EXPECT_EQ(first.Sha256(), "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");
+  const QFileInfo folder(QFileInfo(QString::fromStdString(first.Path())).path());
+  EXPECT_FALSE(folder.permission(QFile::ReadGroup) || folder.permission(QFile::ReadOther));
+  first.Remove();
+  second.Remove();
+  EXPECT_FALSE(QFileInfo::exists(folder.filePath()));
+}
+
+}  // namespace
+}  // namespace corvanel

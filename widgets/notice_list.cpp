@@ -1,0 +1,76 @@
+#include "widgets/notice_list.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QToolButton>
+
+namespace corvanel {
+namespace {
+
+/// Colours of its own: it must stand out on the displays' every background and in both themes.
+constexpr const char* kStyle = R"(
+  corvanel--NoticeList { background: #FFF3CD; border: 1px solid #C99A2E; border-radius: 6px; }
+  QLabel { color: #3D2E00; background: transparent; border: none; }
+  QToolButton { color: #3D2E00; background: #FFE08A; border: 1px solid #C99A2E;
+                border-radius: 4px; padding: 2px 8px; }
+  QToolButton:hover { background: #FFD35C; }
+  QToolButton[wave="true"] { background: transparent; border: none; padding: 2px 6px; }
+  QToolButton[wave="true"]:hover { background: #FFE08A; }
+)";
+
+}  // namespace
+
+NoticeList::NoticeList(QWidget* parent) : QFrame(parent) {
+  setStyleSheet(QString::fromUtf8(kStyle));
+  setCursor(Qt::ArrowCursor);
+  auto* lines = new QVBoxLayout(this);
+  lines->setContentsMargins(10, 2, 4, 2);
+  lines->setSpacing(0);
+  hide();
+}
+
+QWidget* NoticeList::LineOf(const Notice& notice) {
+  auto* line = new QWidget(this);
+  auto* row = new QHBoxLayout(line);
+  row->setContentsMargins(0, 2, 0, 2);
+  auto* text = new QLabel(QString::fromStdString(notice.text), line);
+  text->setObjectName("lblNotice");
+  text->setTextFormat(Qt::PlainText);
+  text->setWordWrap(true);
+  row->addWidget(text, 1);
+  const int kind = static_cast<int>(notice.kind);
+  const auto add = [&](const char* name, const QString& caption) {
+    auto* button = new QToolButton(line);
+    button->setObjectName(name);
+    button->setText(caption);
+    button->setFocusPolicy(Qt::NoFocus);
+    row->addWidget(button);
+    return button;
+  };
+  if (!notice.action.empty()) {
+    connect(add("cmdNotice", QString::fromStdString(notice.action)), &QToolButton::clicked, this,
+            [this, kind] { emit ActionWanted(kind); });
+  }
+  QToolButton* wave = add("cmdNoticeClose", QStringLiteral("×"));
+  wave->setProperty("wave", true);
+  wave->setToolTip(tr("Do not show this line any more"));
+  wave->setAccessibleName(wave->toolTip());
+  connect(wave, &QToolButton::clicked, this, [this, kind] { emit WavedAway(kind); });
+  return line;
+}
+
+void NoticeList::ShowNotices(const std::vector<Notice>& notices) {
+  if (notices == shown_) return;
+  shown_ = notices;
+  while (QLayoutItem* item = layout()->takeAt(0)) {
+    // Perhaps the button of this very line was pressed.
+    item->widget()->hide();
+    item->widget()->deleteLater();
+    delete item;
+  }
+  for (const Notice& notice : notices) layout()->addWidget(LineOf(notice));
+  setVisible(!notices.empty());
+  updateGeometry();
+}
+
+}  // namespace corvanel
