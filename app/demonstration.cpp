@@ -16,12 +16,11 @@ Demonstration::Demonstration(Desktop& desktop, const QString& folder)
     : desktop_(desktop), folder_(folder) {
   QDir().mkpath(folder_);
   Shape();
-  connect(&desktop_, &Desktop::SessionEvent, this,
-          [this](int kind, const QString& text) { Record(static_cast<EventKind>(kind), text); });
+  desktop_.TheBroadcast().Add(*this);
   desktop_.MainWindow().show();
   QTimer::singleShot(kSettle, this, [this] {
     Picture(desktop_.MainWindow(), "control window");
-    desktop_.StartSession();
+    desktop_.Control().cmdStart_Click();
   });
 }
 
@@ -39,12 +38,12 @@ void Demonstration::Shape() {
   s.TimeForBreak = 0.1F;
   s.MoveAfterBreak = true;
   s.Header = "Friday Pairs";
-  desktop_.RefillControlWindow();
+  desktop_.Control().Display();
 }
 
-void Demonstration::Record(EventKind kind, const QString& text) {
+void Demonstration::Happened(EventKind kind, const std::string& text) {
   const std::string event(kEventNames[static_cast<size_t>(kind)]);
-  std::printf("%s\t%s\n", event.c_str(), qPrintable(text));
+  std::printf("%s\t%s\n", event.c_str(), text.c_str());
   std::fflush(stdout);
   if (kind == EventKind::Sound) return;
   QTimer::singleShot(kSettle, this, [this, name = QString::fromStdString(event), kind] {

@@ -9,16 +9,17 @@ namespace corvanel {
 
 /// Plays a session of three short rounds in the real windows, prints what happens and saves a
 /// picture of the room display at each phase.
-class Demonstration : public QObject {
+class Demonstration : public QObject, public SessionListener {
   Q_OBJECT
 
  public:
   /// Starts playing at once; ends the program when the session is over.
   Demonstration(Desktop& desktop, const QString& folder);
 
+  void Happened(EventKind kind, const std::string& text) override;
+
  private:
   void Shape();
-  void Record(EventKind kind, const QString& text);
   void Picture(QWidget& window, const QString& name);
 
   Desktop& desktop_;

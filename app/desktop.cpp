@@ -1,106 +1,168 @@
 #include "app/desktop.h"
 
 #include <QApplication>
+#include <QDesktopServices>
+#include <QFile>
+#include <QUrl>
 #include <cmath>
 #include <cstdlib>
 
 #include "control/window/dlg_welcome.h"
 #include "display/window/display_options_dialog.h"
 #include "display/window/frm_help.h"
+#include "scoring/play_time.h"
+#include "scoring/window/frm_options_bridgemate.h"
+#include "scoring/window/frm_play_time.h"
+#include "scoring/window/sections_dialog.h"
 #include "settings/sound_options.h"
 #include "settings/window/frm_options.h"
 #include "settings/window/frm_sound.h"
 #include "startup/start_up.h"
 #include "startup/version.h"
 #include "system/folders.h"
+#include "system/key_places.h"
 #include "system/qt/qt_installer_file.h"
 #include "system/qt/qt_update_server.h"
 #include "system/shut_down.h"
 #include "system/standard_settings_file.h"
 
 namespace corvanel {
+namespace {
+
+constexpr int kCheckInterval = 5000;  // milliseconds
+
+std::vector<std::filesystem::path> LogFolders() {
+  std::vector<std::filesystem::path> folders = OutputFolders();
+  for (auto& folder : folders) folder /= "logs";
+  return folders;
+}
+
+}  // namespace
 
 Desktop::Desktop(const std::filesystem::path& store)
     : store_(store),
-      ticks_([this] { clock_.Tick(); }, [this] { clock_.WasHeld(); }),
-      prompts_(ticks_),
-      errors_(prompts_, [] { std::_Exit(EXIT_FAILURE); }),
-      settings_(store_, session_, errors_),
+      errors_(
+          prompts_, [this](bool held) { held ? ticks_.Hold() : ticks_.Release(); },
+          [] { std::_Exit(EXIT_FAILURE); }),
       sounds_(ProgramFolderPath()),
-      exit_(session_, prompts_, *this),
-      frmMain_(session_),
-      clock_({session_, time_, ticks_, *this, sounds_, *this, errors_}),
-      control_({session_, frmMain_, prompts_, errors_, time_, clock_, settings_, *this, exit_}),
-      favourites_({settings_, session_, frmMain_, control_, prompts_, errors_, time_, clock_}),
-      settingsMenu_({store_, session_, disk_, favourites_, prompts_, errors_}),
-      commands_({clock_, session_, prompts_, errors_, *this, exit_}),
-      frmDisplay_(session_, commands_),
-      frmDisplay2_(session_, commands_),
-      scoring_({session_,
-                settings_,
-                control_,
-                clock_,
-                prompts_,
-                sounds_,
-                opener_,
-                disk_,
-                errors_,
-                *this,
-                time_,
-                ticks_,
-                frmMain_,
-                {&frmDisplay_, &frmDisplay2_}}),
-      safety_({session_,
-               control_,
-               clock_,
-               scoring_,
-               prompts_,
-               sounds_,
-               time_,
-               store_,
-               frmMain_,
-               {&frmDisplay_, &frmDisplay2_}},
-              store) {
+      frmDisplay_(session_, commands_, LetterOfKey),
+      frmDisplay2_(session_, commands_, LetterOfKey),
+      logFile_(LogFolders()),
+      scoring_({.link = LinkParts(),
+                .clock = clock_,
+                .sounds = sounds_,
+                .timerBWS = polls_,
+                .secondsToTick = [this] { return ticks_.SecondsToTick(); }}),
+      records_(store) {
+  for (SessionListener* listener :
+       std::initializer_list<SessionListener*>{&scoring_, &frmDisplay_, &frmDisplay2_, &frmMain_,
+                                               &control_, &recorder_, &watch_, &awake_}) {
+    broadcast_.Add(*listener);
+  }
   session_.ProgramFolder = ProgramFolderPath();
   frmMain_.SetLogic(control_);
   frmMain_.ShowVersion(QString::fromStdString(ThisVersion().Text()));
+  ConnectMenus();
   ConnectDisplays();
+  ConnectWatch();
   qApp->installEventFilter(&dialogPlacer_);
   timerCurrentTime_.setSingleShot(true);
   timerCurrentTime_.setTimerType(Qt::PreciseTimer);
-  connect(&timerCurrentTime_, &QTimer::timeout, this, [this] {
+  On(&timerCurrentTime_, &QTimer::timeout, "frmMain.TimerCurrentTime_Timer", [this] {
     clock_.TimerCurrentTime_Timer();
     ArmTimeOfDay();
   });
-  connect(&frmMain_, &FrmMain::ShortcutsWanted, this, [this] { ShowHelp(); });
-  connect(&frmMain_, &FrmMain::ExportWanted, this,
-          [this] { settingsMenu_.mnuSettingsExport_Click(); });
-  connect(&frmMain_, &FrmMain::ImportWanted, this, [this] {
+}
+
+ScoringLink::Parts Desktop::LinkParts() {
+  return {.session = session_,
+          .table = settings_,
+          .database = scoringFiles_,
+          .clock = clock_,
+          .listener = broadcast_,
+          .prompts = prompts_,
+          .errors = errors_,
+          .time = time_,
+          .log = log_,
+          .version = ThisVersion().Text(),
+          .chooseSections =
+              [](const std::string& sessionName, const std::vector<std::string>& lines) {
+                SectionsDialog dialog(sessionName, lines, QApplication::activeWindow());
+                return dialog.exec() == QDialog::Accepted ? dialog.Ticked() : std::vector<bool>();
+              },
+          .opened = [this](std::optional<ClockTime> start) { control_.ScoringFileOpened(start); }};
+}
+
+void Desktop::ConnectMenus() {
+  using Main = FrmMain;
+  const auto menu = [this](void (Main::*wanted)(), const char* entry, auto answer) {
+    On(&frmMain_, wanted, entry, answer);
+  };
+  menu(&Main::ShortcutsWanted, "frmMain.mnuShortcuts_Click", [this] { ShowHelp(); });
+  menu(&Main::ManualWanted, "frmMain.mnuManual_Click",
+       [this] { OpenProgramFile("Timer Manual.pdf"); });
+  menu(&Main::SoundsFileWanted, "frmMain.mnuSound_Click",
+       [this] { OpenProgramFile("sounds.txt"); });
+  menu(&Main::ExportWanted, "frmMain.mnuSettingsExport_Click",
+       [this] { settingsMenu_.mnuSettingsExport_Click(); });
+  menu(&Main::ImportWanted, "frmMain.mnuSettingsImport_Click", [this] {
     settingsMenu_.mnuSettingsImport_Click();
     ApplyOptions();
   });
-  connect(&frmMain_, &FrmMain::UndoImportWanted, this, [this] {
+  menu(&Main::UndoImportWanted, "frmMain.mnuSettingsUndoImport_Click", [this] {
     settingsMenu_.mnuSettingsUndoImport_Click();
     ApplyOptions();
   });
-  connect(&frmMain_, &FrmMain::SaveAsNew, this,
-          [this](const std::string& name) { favourites_.cmdSaveDefault_Click(name); });
-  connect(&frmMain_, &FrmMain::FavouriteChosen, this,
-          [this](const std::string& name) { favourites_.cboFavs_Click(name); });
-  connect(&frmMain_, &FrmMain::FavouriteSaveWanted, this,
-          [this](const std::string& name) { favourites_.cmdFavSave_Click(name); });
-  connect(&frmMain_, &FrmMain::FavouriteDeleteWanted, this,
-          [this](const std::string& name) { favourites_.cmdFavDelete_Click(name); });
+  menu(&Main::GeneralOptionsWanted, "frmMain.mnuOptionsGeneral_Click",
+       [this] { ShowGeneralOptions(); });
+  menu(&Main::DisplayOptionsWanted, "frmMain.mnuOptionsDisplay_Click",
+       [this] { ShowDisplayOptions(); });
+  menu(&Main::SoundOptionsWanted, "frmMain.mnuOptionsSounds_Click", [this] { ShowSoundOptions(); });
+  menu(&Main::UnitOptionsWanted, "frmMain.mnuOptionsBridgemate_Click",
+       [this] { ShowUnitOptions(); });
+  menu(&Main::OpenFileWanted, "frmMain.mnuOpenFile_Click",
+       [this] { scoring_.mnuOpenFile_Click(); });
+  menu(&Main::CloseFileWanted, "frmMain.mnuCloseFile_Click",
+       [this] { scoring_.mnuCloseFile_Click(); });
+  menu(&Main::PlayTimeWanted, "frmMain.mnuPlayTime_Click", [this] { ShowPlayTimes(); });
+  On(&frmMain_, &Main::SaveAsNew, "frmMain.cmdSaveDefault_Click",
+     [this](const std::string& name) { favourites_.cmdSaveDefault_Click(name); });
+  On(&frmMain_, &Main::FavouriteChosen, "frmMain.cboFavs_Click",
+     [this](const std::string& name) { favourites_.cboFavs_Click(name); });
+  On(&frmMain_, &Main::FavouriteSaveWanted, "frmMain.cmdFavSave_Click",
+     [this](const std::string& name) { favourites_.cmdFavSave_Click(name); });
+  On(&frmMain_, &Main::FavouriteDeleteWanted, "frmMain.cmdFavDelete_Click",
+     [this](const std::string& name) { favourites_.cmdFavDelete_Click(name); });
+}
+
+void Desktop::ConnectWatch() {
+  On(&timCheck_, &QTimer::timeout, "frmMain.timCheck_Timer", [this] { watch_.Check(); });
+  timCheck_.start(kCheckInterval);
+  On(&sounds_, &QtSoundPlayer::DeviceSeen, "frmMain.DeviceSeen", [this](bool there) {
+    if (soundDevice_ == std::exchange(soundDevice_, there)) return;
+    watch_.Check();
+  });
+  On(&sounds_, &QtSoundPlayer::Played, "frmMain.Played", [this] { watch_.SoundPlayed(); });
+  On(&sounds_, &QtSoundPlayer::NotPlayed, "frmMain.NotPlayed",
+     [this](const QString& file, const QString& why) {
+       watch_.SoundNotPlayed(file.toStdString(), why.toStdString());
+     });
+  const auto act = [this](NoticeKind kind) { watch_.Act(kind); };
+  const auto dismiss = [this](NoticeKind kind) { watch_.Dismiss(kind); };
+  On(&frmMain_, &FrmMain::NoticeActionWanted, "frmMain.cmdNotice_Click", act);
+  On(&frmMain_, &FrmMain::NoticeDismissed, "frmMain.cmdNoticeClose_Click", dismiss);
+  for (const DisplayWindow* display : {static_cast<const DisplayWindow*>(&frmDisplay_),
+                                       static_cast<const DisplayWindow*>(&frmDisplay2_)}) {
+    On(display, &DisplayWindow::NoticeActionWanted, "frmDisplay.cmdNotice_Click", act);
+    On(display, &DisplayWindow::NoticeDismissed, "frmDisplay.cmdNoticeClose_Click", dismiss);
+  }
 }
 
 bool Desktop::Load() {
   StandardSettingsFile waiting(session_.ProgramFolder);
   if (!ImportStandardSettings(waiting, store_, prompts_, errors_)) return false;
-  HandlerSteps step(errors_, "frmMain");
-  step([&] { settings_.GetDefaults(time_.TimeOfDay()); });
-  step([&] { favourites_.Fill(); });
-  step([&] { control_.Display(); });
-  step([&] { ApplyOptions(); });
+  favourites_.Reload();
+  ApplyOptions();
   return true;
 }
 
@@ -112,8 +174,8 @@ void Desktop::StartUp() {
       {*splash_, server, installer, prompts_, ThisVersion(),
        [this](const std::string& bytes) { WriteOutput(disk_, "version.txt", bytes); }});
   corvanel::StartUp start({store_, *splash_, update, prompts_, errors_, ThisVersion()});
-  connect(splash_.get(), &DlgSplash::AutoLaunchTicked, this,
-          [this](bool ticked) { corvanel::SaveAutoLaunch(store_, errors_, ticked); });
+  On(splash_.get(), &DlgSplash::AutoLaunchTicked, "dlgSplash.chkAutoLaunch_Click",
+     [this](bool ticked) { corvanel::SaveAutoLaunch(store_, errors_, ticked); });
   splash_->SetAutoLaunch(start.AutoLaunch());
   splash_->show();
   const auto end = start.Run();
@@ -128,7 +190,8 @@ void Desktop::StartUp() {
     return;
   }
   splash_->ShowLaunch();
-  connect(splash_.get(), &QDialog::finished, this, &Desktop::OpenControlWindow);
+  On(splash_.get(), &QDialog::finished, "dlgSplash.cmdLaunch_Click",
+     [this](int) { OpenControlWindow(); });
 }
 
 void Desktop::OpenControlWindow() {
@@ -142,19 +205,28 @@ void Desktop::OpenControlWindow() {
                      "\n\nWhat could be read of it is used, and defaults for the rest. "
                      "The damaged file will be kept beside the new one.");
   }
-  if (safety_.OfferToContinue()) return;
+  if (OfferToContinue()) return;
   scoring_.Suggest();
   if (firstStart_) Welcome();
 }
 
+/// An earlier run may have left a session behind. True when it goes on.
+bool Desktop::OfferToContinue() {
+  const auto record = continue_.Ask();
+  if (!record) return false;
+  if (!record->scoringFile.empty()) scoring_.Reopen(record->scoringFile, record->sections);
+  continue_.GoOn(*record);
+  control_.SessionContinues();
+  return true;
+}
+
 /// On a computer that has never seen the program; kept from coming again by what it stores.
 void Desktop::Welcome() {
-  HandlerSteps step(errors_, "frmMain");
-  step([&] { settings_.SaveSession(); });
-  DlgWelcome dialog(session_, &frmMain_);
+  settings_.SaveSession();
+  DlgWelcome dialog(session_, control_.Planned().time, &frmMain_);
   if (dialog.exec() != QDialog::Accepted) return;
   session_.settings = dialog.Settings();
-  step([&] { control_.Display(); });
+  control_.Display();
   control_.cmdStart_Click();
 }
 
@@ -165,13 +237,8 @@ void Desktop::ArmTimeOfDay() {
   timerCurrentTime_.start(static_cast<int>(std::ceil((60 - intoMinute) * 1000)));
 }
 
-void Desktop::Happened(EventKind kind, const std::string& text) {
-  scoring_.Happened(kind);
-  emit SessionEvent(static_cast<int>(kind), QString::fromStdString(text));
-}
-
 void Desktop::ShowControlWindow() {
-  control_.ShowProgress();
+  control_.BackFromDisplays();
   // Where it stood, rather than where the window system would put a new window.
   frmMain_.move(frmMain_.pos());
   frmMain_.show();
@@ -179,45 +246,95 @@ void Desktop::ShowControlWindow() {
   frmMain_.activateWindow();
 }
 
+/// In whatever program shows it. A missing file opens nothing.
+void Desktop::OpenFile(const std::string& file) {
+  const QString name = QString::fromStdString(file);
+  if (QFile::exists(name)) QDesktopServices::openUrl(QUrl::fromLocalFile(name));
+}
+
 void Desktop::OpenProgramFile(const char* name) {
-  HandlerSteps(errors_, "frmMain")([&] { opener_.Open(session_.ProgramFolder + '/' + name); });
+  OpenFile(session_.ProgramFolder + '/' + name);
 }
 
 void Desktop::ShowHelp() {
   FrmHelp help(QApplication::activeWindow());
-  connect(&help, &FrmHelp::SoundsWanted, this, [this] { OpenProgramFile("sounds.txt"); });
+  On(&help, &FrmHelp::SoundsWanted, "frmHelp.cmdSounds_Click",
+     [this] { OpenProgramFile("sounds.txt"); });
   help.exec();
 }
 
-void Desktop::RewriteTimes() {
-  control_.RewriteTimes();
-  clock_.RefreshSchedule();
-  clock_.TimerCurrentTime_Timer();
-}
-
 void Desktop::ShowDisplayOptions() {
-  DisplayOptions options(session_, settings_, *this, errors_);
+  DisplayOptions options({.session = session_,
+                          .save = [this] { settings_.SaveDisplayOptions(); },
+                          .rearrange = [this] { RearrangeDisplays(); },
+                          .rewriteTimes = [this] { control_.RewriteTimes(); },
+                          .errors = errors_});
   DisplayOptionsDialog(options, QApplication::activeWindow()).exec();
 }
 
 void Desktop::ShowGeneralOptions() {
   GeneralOptions options(session_, settings_, errors_, [this] { ApplyOnTop(); });
   FrmOptions dialog(options, QApplication::activeWindow());
-  connect(&dialog, &FrmOptions::DisplayOptionsWanted, this, &Desktop::ShowDisplayOptions);
-  connect(&dialog, &FrmOptions::SoundOptionsWanted, this, &Desktop::ShowSoundOptions);
-  connect(&dialog, &FrmOptions::UnitOptionsWanted, &scoring_, &ScoringDesk::ShowUnitOptions);
+  On(&dialog, &FrmOptions::DisplayOptionsWanted, "frmOptions.cmdDisplay_Click",
+     [this] { ShowDisplayOptions(); });
+  On(&dialog, &FrmOptions::SoundOptionsWanted, "frmOptions.cmdSound_Click",
+     [this] { ShowSoundOptions(); });
+  On(&dialog, &FrmOptions::UnitOptionsWanted, "frmOptions.cmdBridgemate_Click",
+     [this] { ShowUnitOptions(); });
   dialog.exec();
 }
 
 void Desktop::ShowSoundOptions() {
-  SoundOptions options({session_, settings_, sounds_, opener_, prompts_, errors_});
+  SoundOptions options({.session = session_,
+                        .table = settings_,
+                        .sounds = sounds_,
+                        .open = [this](const std::string& file) { OpenFile(file); },
+                        .prompts = prompts_,
+                        .errors = errors_});
   FrmSound(options, QApplication::activeWindow()).exec();
+}
+
+void Desktop::ShowUnitOptions() {
+  UnitOptions options({session_, settings_, sounds_, prompts_, errors_});
+  FrmOptionsBridgemate dialog(options, QApplication::activeWindow());
+  if (dialog.exec() == QDialog::Accepted) scoring_.OptionsChanged();
+}
+
+/// Writes the report's text where it can be written, opens it and shows the picture.
+void Desktop::ShowPlayTimes() {
+  ScoringLink& link = scoring_.Link();
+  if (!link.IsOpen()) {
+    prompts_.Message("Open the scoring file of the session first");
+    return;
+  }
+  // What cannot be read just now was read a moment ago.
+  link.ReadNow();
+  const ScoringSession& session = link.Model();
+  if (session.Empty()) {
+    prompts_.Message("Error reading file " + link.Path());
+    return;
+  }
+  const std::vector<SectionTimes> times = PlayTimesOf(session);
+  const std::string file = WriteOutput(disk_, "BST1.txt", PlayTimeReport(session, times));
+  OpenFile(file);
+  FrmPlayTime window(
+      session.Picture().sessionName + "  " + DateAndTimeText(session.Picture().SessionStart()),
+      times, QString::fromStdString(file), QApplication::activeWindow());
+  On(&window, &FrmPlayTime::TextWanted, "frmPlayTime.cmdText_Click", [&] { OpenFile(file); });
+  On(&window, &FrmPlayTime::SaveWanted, "frmPlayTime.cmdSave_Click", [&] {
+    const auto chosen =
+        prompts_.ChooseFileToSave("Play times.pdf", "PDF or PNG (*.pdf *.png)|*.pdf *.png");
+    if (chosen && !window.Page().Save(QString::fromStdString(*chosen))) {
+      prompts_.Message("The picture could not be saved\r\n" + *chosen);
+    }
+  });
+  window.exec();
 }
 
 /// Options that show beyond their own dialogs, after they were loaded.
 void Desktop::ApplyOptions() {
   ApplyOnTop();
-  scoring_.ShowUnitName();
+  scoring_.Link().BWSSetUnitCaptions();
   RearrangeDisplays();
 }
 
@@ -226,7 +343,7 @@ void Desktop::ShutDownComputer() {
 }
 
 void Desktop::EndProgram() {
-  safety_.EndProgram();
+  recorder_.Close();
   // Also before the event loop has begun.
   QTimer::singleShot(0, qApp, [] { QApplication::exit(0); });
 }

@@ -5,40 +5,34 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <type_traits>
 
-#include "app/safety_desk.h"
-#include "app/scoring_desk.h"
-#include "clock/round_clock.h"
-#include "control/control_window.h"
 #include "control/favourites.h"
+#include "control/settings_menu.h"
+#include "control/watch.h"
 #include "control/window/frm_main.h"
-#include "display/display_commands.h"
-#include "display/display_options.h"
 #include "display/window/dialog_placer.h"
 #include "display/window/frm_display.h"
 #include "display/window/frm_display2.h"
-#include "settings/settings_table.h"
+#include "recovery/continue_session.h"
+#include "scoring/scoring_desk.h"
 #include "startup/error_report.h"
 #include "startup/window/dlg_splash.h"
 #include "system/disk.h"
 #include "system/json_store.h"
-#include "system/qt/qt_file_opener.h"
+#include "system/log_file.h"
 #include "system/qt/qt_prompts.h"
+#include "system/qt/qt_scoring_files.h"
 #include "system/qt/qt_sound_player.h"
 #include "system/qt/qt_tick_timer.h"
+#include "system/record_files.h"
 #include "system/stay_awake.h"
 #include "system/system_time.h"
 
 namespace corvanel {
 
-/// The desktop program: every object once, and the few things that concern several windows.
-class Desktop : public QObject,
-                public ClockView,
-                public ClockEvents,
-                public DisplayHost,
-                public DisplayOptionsHost,
-                public Stage,
-                public ProgramEnding {
+/// The desktop program: every object once, and where its windows stand.
+class Desktop : public QObject, public ControlHost, public DisplayHost {
   Q_OBJECT
 
  public:
@@ -53,49 +47,51 @@ class Desktop : public QObject,
   /// has to end.
   bool Load();
 
-  /// What the Start button does.
-  void StartSession() { control_.cmdStart_Click(); }
-  /// Shows the session's settings anew after they were changed from outside.
-  void RefillControlWindow() { control_.Display(); }
-
+  ErrorTrap& Errors() { return errors_; }
+  Broadcast& TheBroadcast() { return broadcast_; }
+  ControlWindow& Control() { return control_; }
   FrmMain& MainWindow() { return frmMain_; }
   FrmDisplay& Display() { return frmDisplay_; }
   FrmDisplay2& TwinWindow() { return frmDisplay2_; }
   Session& TheSession() { return session_; }
 
-  void ShowFace(const ClockFace& face) override;
-  void ShowTimeOfDay(const std::string& time) override;
-  void Happened(EventKind kind, const std::string& text) override;
   void ShowControlWindow() override;
   void ShowHelp() override;
+  void ShowSoundOptions() override;
+  void ShowDisplayOptions() override;
+  bool ExitFromDisplay() override { return exit_.FromDisplay(); }
   double ScreenWidth() const override;
   void ShowFullScreenPair(bool fullScreen) override;
   void ShowMonitorPairs() override;
   DisplayForm& RoomDisplay() override { return frmDisplay_; }
   DisplayForm& Twin() override { return frmDisplay2_; }
-  void RearrangeDisplays() override;
-  void RewriteTimes() override;
   void SessionStarts() override { scoring_.SessionStarts(); }
   void ShowDisplays() override;
   void SaveDisplayGeometry() override;
   void ShutDownComputer() override;
   void EndProgram() override;
 
- signals:
-  /// Something happened in the session; `kind` is an EventKind.
-  void SessionEvent(int kind, const QString& text);
-
  private:
+  ScoringLink::Parts LinkParts();
+  /// Answers a signal; what goes wrong in it is reported under `place`.
+  template <class Sender, class Signal, class Answer>
+  void On(const Sender* sender, Signal signal, const char* place, Answer answer);
+  void ConnectMenus();
   void ConnectDisplays();
+  void ConnectWatch();
   void OpenControlWindow();
+  bool OfferToContinue();
   void Welcome();
   void ArmTimeOfDay();
+  void OpenFile(const std::string& file);
   void OpenProgramFile(const char* name);
-  void ShowDisplayOptions();
   void ShowGeneralOptions();
-  void ShowSoundOptions();
+  void ShowUnitOptions();
+  void ShowPlayTimes();
   void ApplyOptions();
   void ApplyOnTop();
+  void RearrangeDisplays();
+  std::optional<Surroundings> LookAround();
   bool UsesTwin() const { return session_.settings.ExtraMonitor != 0; }
   void PlaceRoomDisplay();
   void PlaceBothDisplays();
@@ -105,31 +101,95 @@ class Desktop : public QObject,
   Session session_;
   JsonStore store_;
   const bool firstStart_ = store_.GetAllSettings("Timer").empty() && store_.Damage().empty();
-  QtTickTimer ticks_;
+  QtTickTimer ticks_{[this] { clock_.Tick(); }, [this] { clock_.WasHeld(); }};
+  QtTickTimer polls_{[this] { scoring_.Poll(); }, [] {}};
   QtPrompts prompts_;
   ErrorReport errors_;
-  SettingsTable settings_;
+  Broadcast broadcast_{errors_};
+  SettingsTable settings_{store_, session_, errors_};
   QtSoundPlayer sounds_;
-  QtFileOpener opener_;
-  ProgramExit exit_;
-  FrmMain frmMain_;
-  RoundClock clock_;
-  ControlWindow control_;
-  Favourites favourites_;
+  RoundClock clock_{{.session = session_,
+                     .time = time_,
+                     .timer = ticks_,
+                     .sounds = sounds_,
+                     .listener = broadcast_,
+                     .errors = errors_}};
+  ProgramExit exit_{session_, prompts_, *this};
+  FrmMain frmMain_{session_};
+  ControlWindow control_{{.session = session_,
+                          .view = frmMain_,
+                          .prompts = prompts_,
+                          .errors = errors_,
+                          .time = time_,
+                          .clock = clock_,
+                          .table = settings_,
+                          .host = *this,
+                          .exit = exit_}};
+  Favourites favourites_{{.table = settings_,
+                          .clock = clock_,
+                          .view = frmMain_,
+                          .control = control_,
+                          .prompts = prompts_,
+                          .errors = errors_}};
   Disk disk_;
-  SettingsMenu settingsMenu_;
-  DisplayCommands commands_;
+  SettingsMenu settingsMenu_{{.store = store_,
+                              .session = session_,
+                              .files = disk_,
+                              .favourites = favourites_,
+                              .prompts = prompts_,
+                              .errors = errors_}};
+  DisplayCommands commands_{{.clock = clock_,
+                             .session = session_,
+                             .prompts = prompts_,
+                             .errors = errors_,
+                             .host = *this}};
   FrmDisplay frmDisplay_;
   FrmDisplay2 frmDisplay2_;
+  QtScoringFiles scoringFiles_;
+  LogFile logFile_;
+  ActivityLog log_{session_, time_, logFile_};
   ScoringDesk scoring_;
-  SafetyDesk safety_;
-  DialogPlacer dialogPlacer_{{&frmDisplay_, &frmDisplay2_}};
+  Notices notices_{broadcast_};
+  RecordFiles records_;
+  SessionRecorder recorder_{{.session = session_,
+                             .clock = clock_,
+                             .link = scoring_.Link(),
+                             .time = time_,
+                             .keeper = records_,
+                             .notices = notices_}};
+  ContinueSession continue_{{.session = session_,
+                             .clock = clock_,
+                             .time = time_,
+                             .keeper = records_,
+                             .prompts = prompts_,
+                             .notices = notices_}};
+  Watch watch_{{.session = session_,
+                .clock = clock_,
+                .notices = notices_,
+                .look = [this] { return LookAround(); },
+                .outsideChange = [this] { return store_.OutsideChange(); }}};
   StayAwake awake_;
+  DialogPlacer dialogPlacer_{{&frmDisplay_, &frmDisplay2_}};
+  bool soundDevice_ = true;
   enum class Placed { Nothing, Room, Both };
   Placed placedFor_ = Placed::Nothing;  // what the displays were last placed for, in this run
   std::optional<bool> roomFullScreen_;  // as it was before a screen went
   QTimer timerCurrentTime_;
+  QTimer timCheck_;
   std::unique_ptr<DlgSplash> splash_;
 };
+
+template <class Sender, class Signal, class Answer>
+void Desktop::On(const Sender* sender, Signal signal, const char* place, Answer answer) {
+  connect(sender, signal, this, [this, place, answer](const auto&... arguments) {
+    Guarded(errors_, place, [&] {
+      if constexpr (std::is_invocable_v<Answer, decltype(arguments)...>) {
+        answer(arguments...);
+      } else {
+        answer();  // the signal tells more than is needed
+      }
+    });
+  });
+}
 
 }  // namespace corvanel

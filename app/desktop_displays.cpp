@@ -20,7 +20,7 @@ void Desktop::ConnectDisplays() {
   for (DisplayWindow* display :
        {static_cast<DisplayWindow*>(&frmDisplay_), static_cast<DisplayWindow*>(&frmDisplay2_)}) {
     display->setWindowTitle(frmMain_.windowTitle());
-    connect(display, &DisplayWindow::StateChanged, this, [this, display] {
+    On(display, &DisplayWindow::StateChanged, "frmDisplay.StateChanged", [this, display] {
       ShowFullScreenPair(!display->Place().normal);
       ShowMonitorPairs();
       // A room display that comes to the front must not take the director's keys with it.
@@ -29,38 +29,22 @@ void Desktop::ConnectDisplays() {
                            [this] { frmDisplay2_.activateWindow(); });
       }
     });
-    connect(display, &DisplayWindow::SoundsWanted, this, &Desktop::ShowSoundOptions);
-    connect(display, &DisplayWindow::OptionsWanted, this, &Desktop::ShowDisplayOptions);
   }
-  connect(&frmMain_, &FrmMain::DisplayOptionsWanted, this, &Desktop::ShowDisplayOptions);
-  connect(&frmMain_, &FrmMain::SoundOptionsWanted, this, &Desktop::ShowSoundOptions);
-  connect(&frmMain_, &FrmMain::SoundsFileWanted, this, [this] { OpenProgramFile("sounds.txt"); });
-  connect(&frmMain_, &FrmMain::ManualWanted, this, [this] { OpenProgramFile("Timer Manual.pdf"); });
-  connect(&frmMain_, &FrmMain::GeneralOptionsWanted, this, &Desktop::ShowGeneralOptions);
-  const auto later = [this] {
+  const auto later = [this](const QScreen*) {
     // The window system is still moving windows about.
-    QTimer::singleShot(kWindowsSettle, this, &Desktop::ScreensChanged);
+    QTimer::singleShot(kWindowsSettle, this, [this] { ScreensChanged(); });
   };
-  connect(qApp, &QGuiApplication::screenAdded, this, later);
-  connect(qApp, &QGuiApplication::screenRemoved, this, later);
+  On(qApp, &QGuiApplication::screenAdded, "modTimer.ScreenAdded", later);
+  On(qApp, &QGuiApplication::screenRemoved, "modTimer.ScreenRemoved", later);
 }
 
-void Desktop::ShowFace(const ClockFace& face) {
-  frmDisplay_.ShowFace(face);
-  if (UsesTwin() || frmDisplay2_.isVisible()) frmDisplay2_.ShowFace(face);
-  clock_.TimerCurrentTime_Timer();
-  control_.ShowProgress();
-  safety_.ShowFace(face);
-  if (clock_.State().Running()) {
-    awake_.Hold();
-  } else {
-    awake_.Release();
-  }
-}
-
-void Desktop::ShowTimeOfDay(const std::string& time) {
-  frmDisplay_.ShowTimeOfDay(time);
-  if (UsesTwin() || frmDisplay2_.isVisible()) frmDisplay2_.ShowTimeOfDay(time);
+/// What the checks before a start see; nothing while the director does not plan.
+std::optional<Surroundings> Desktop::LookAround() {
+  if (!frmMain_.isVisible()) return std::nullopt;
+  sounds_.LookForDevice();
+  scoring_.CheckFile();
+  return Surroundings{sounds_, soundDevice_, scoring_.Link().IsOpen(), scoring_.Problem(),
+                      QGuiApplication::screens().size() > 1};
 }
 
 void Desktop::ComeToFront() {
@@ -109,7 +93,6 @@ void Desktop::ApplyOnTop() {
 void Desktop::ShowDisplays() {
   if (UsesTwin()) {
     if (placedFor_ != Placed::Both) PlaceBothDisplays();
-    frmDisplay2_.ShowFace(clock_.Face());
     frmDisplay2_.show();
   } else {
     frmDisplay2_.hide();
@@ -173,7 +156,7 @@ void Desktop::ScreensChanged() {
 
 void Desktop::SaveDisplayGeometry() {
   // The program ends all the same when the store cannot be written.
-  HandlerSteps step(errors_, "modTimer");
+  HandlerSteps step(errors_, "modTimer.SaveDisplayGeometry");
   step([&] { commands_.CaptureGeometry(frmDisplay_); });
   step([&] {
     settings_.SaveOptions({"DisplayState", "FormX", "FormY", "FormSizeX", "FormSizeY"});

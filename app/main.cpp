@@ -12,8 +12,32 @@
 #include "system/folders.h"
 #include "system/qt/single_instance.h"
 
+namespace {
+
+/// The last net under every event: what is thrown in the answer to one is reported and goes no
+/// further.
+class Application : public QApplication {
+ public:
+  using QApplication::QApplication;
+  bool notify(QObject* receiver, QEvent* event) override {
+    try {
+      return QApplication::notify(receiver, event);
+    } catch (...) {
+      if (errors == nullptr) throw;
+      const QString name = receiver->objectName();
+      errors->ReportCurrent(
+          name.isEmpty() ? receiver->metaObject()->className() : name.toStdString(), 0);
+      return true;
+    }
+  }
+
+  corvanel::ErrorTrap* errors = nullptr;
+};
+
+}  // namespace
+
 int main(int argc, char** argv) {
-  QApplication app(argc, argv);
+  Application app(argc, argv);
   QApplication::setApplicationName("Corvanel");
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setDesktopFileName("corvanel");
@@ -36,9 +60,8 @@ int main(int argc, char** argv) {
       "folder");
   parser.addOptions({store, demonstration, gallery});
   if (!parser.parse(QApplication::arguments()) || !parser.positionalArguments().isEmpty()) {
-    const QString problem = parser.errorText().isEmpty()
-                                ? QApplication::tr("Only options are taken.")
-                                : parser.errorText();
+    const QString problem = parser.errorText().isEmpty() ? QApplication::tr("Unexpected argument.")
+                                                         : parser.errorText();
     std::fprintf(stderr, "corvanel: %s\n", qPrintable(problem));
     return 2;
   }
@@ -52,6 +75,7 @@ int main(int argc, char** argv) {
   if (parser.isSet(gallery)) file = "/nonexistent/settings.json";
   if (parser.isSet(store)) file = parser.value(store).toStdString();
   corvanel::Desktop desktop(file);
+  app.errors = &desktop.Errors();
   if (parser.isSet(demonstration)) {
     if (!desktop.Load()) return 2;
     corvanel::Demonstration show(desktop, parser.value(demonstration));

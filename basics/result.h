@@ -1,15 +1,18 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <utility>
 #include <variant>
 
 namespace corvanel {
 
-/// What went wrong: the runtime's error number (53 file not found, ...) and a text for a person.
+/// What went wrong: the runtime's error number (53 file not found, ...), a text for a person, and
+/// whether the same may well succeed a moment later.
 struct Error {
   int number = 0;
   std::string description;
+  bool mayPass = false;
 };
 
 /// A value, or the error that prevented it. For expected failures (a missing file, a bad entry);
@@ -31,6 +34,20 @@ class [[nodiscard]] Result {
 
  private:
   std::variant<T, Error> content_;
+};
+
+/// Done, or the error that prevented it.
+class [[nodiscard]] Status {
+ public:
+  Status() = default;
+  Status(Error error) : error_(std::move(error)) {}
+
+  explicit operator bool() const { return !error_; }
+  /// The error; only to be asked for when there is one.
+  const Error& Failure() const { return *error_; }
+
+ private:
+  std::optional<Error> error_;
 };
 
 }  // namespace corvanel

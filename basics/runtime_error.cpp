@@ -5,20 +5,18 @@
 
 namespace corvanel {
 
-bool HandlerSteps::operator()(const std::function<void()>& step) {
-  ++line_;
+void ErrorTrap::ReportCurrent(std::string_view place, int line) {
   try {
-    step();
-    return true;
+    throw;
   } catch (const RuntimeError& error) {
-    trap_.ReportError(place_, error, line_);
+    ReportError(place, error, line);
   } catch (const std::bad_alloc&) {
-    trap_.ReportError(place_, RuntimeError(7, "Out of memory"), line_);
+    ReportError(place, {7, "Out of memory"}, line);
   } catch (const std::exception& error) {
-    trap_.ReportError(place_, RuntimeError(51, std::string("Internal error: ") + error.what()),
-                      line_);
+    ReportError(place, {51, std::string("Internal error: ") + error.what()}, line);
+  } catch (...) {
+    ReportError(place, {51, "Internal error"}, line);
   }
-  return false;
 }
 
 }  // namespace corvanel

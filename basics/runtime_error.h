@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -22,28 +21,46 @@ class RuntimeError : public std::runtime_error {
   int number_;
 };
 
-/// Where a failing handler step is reported.
+/// Where what goes wrong unexpectedly is reported.
 class ErrorTrap {
  public:
   virtual ~ErrorTrap() = default;
 
-  /// Tells the director; returns when the handler shall go on with its next step.
-  /// `line` is the number of the failing step within its handler, from 1; 0 when not known.
+  /// Tells the director; returns when the program shall go on. `place` names the window or module
+  /// and its handler, "frmMain.cmdStart_Click"; `line` is the number of the failing step within
+  /// it, from 1; 0 when not known.
   virtual void ReportError(std::string_view place, const RuntimeError& error, int line) = 0;
+
+  /// Reports the exception that is being handled.
+  void ReportCurrent(std::string_view place, int line);
 };
 
-/// Runs the steps of one event handler: a step that fails is reported with the handler's place
-/// name, and the next step runs all the same.
+/// Runs a step of the handler `place`; whatever is thrown in it is reported and goes no further.
+/// Returns false when the step failed: its own effect is lost.
+template <class Step>
+bool Guarded(ErrorTrap& trap, std::string_view place, Step&& step, int line = 1) {
+  try {
+    step();
+    return true;
+  } catch (...) {
+    trap.ReportCurrent(place, line);
+    return false;
+  }
+}
+
+/// The steps of one handler: each runs whether or not the one before it failed.
 class HandlerSteps {
  public:
   HandlerSteps(ErrorTrap& trap, std::string_view place) : trap_(trap), place_(place) {}
 
-  /// Runs the next step. Returns false when it failed (its own effect is lost).
-  bool operator()(const std::function<void()>& step);
+  template <class Step>
+  bool operator()(Step&& step) {
+    return Guarded(trap_, place_, step, ++line_);
+  }
 
  private:
   ErrorTrap& trap_;
-  std::string place_;
+  std::string_view place_;
   int line_ = 0;
 };
 

@@ -81,8 +81,17 @@ bool ApplyHalfOfDay(std::string_view half, int& hour) {
 }  // namespace
 
 std::string TimeText(ClockTime time, TimeForm form) {
-  time = ToWholeSecond(time);
+  time = ToTheMinute(time);
   return WithForm(time.Hour(), fmt::format("{:02}", time.Minute()), form);
+}
+
+ClockTime ToTheMinute(ClockTime time) {
+  time = ToWholeSecond(time);
+  return ClockTime::At(time.Hour(), time.Minute());
+}
+
+ClockTime ToNearestMinute(ClockTime time) {
+  return ToTheMinute(time.PlusSeconds(30));
 }
 
 std::string TimeTextWithSeconds(ClockTime time, TimeForm form) {

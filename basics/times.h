@@ -44,6 +44,12 @@ std::string TimeText(ClockTime time, TimeForm form = TimeForm::Hours24);
 /// A time of day to the second: "21:30:05", "9:30:05pm".
 std::string TimeTextWithSeconds(ClockTime time, TimeForm form = TimeForm::Hours24);
 
+/// To the minute as it is shown: the seconds are dropped.
+ClockTime ToTheMinute(ClockTime time);
+
+/// A time that was worked out, as it is shown.
+ClockTime ToNearestMinute(ClockTime time);
+
 /// Reads a time of day as a person writes it: 21:30, 21.30, 21:30:15, 9:30pm, 9 pm, 12am, with or
 /// without a date before it (21/11/2026 19:30, 2026-11-21 19:30). A date alone means midnight;
 /// a bare number is no time. Nothing when the text cannot be read so.

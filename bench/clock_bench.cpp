@@ -13,7 +13,7 @@ namespace {
 void Tick(benchmark::State& state) {
   ClockBench bench;
   bench.session.settings.MinPerRound = 600;
-  bench.clock.Start();
+  bench.clock.Start(1);
   while (state.KeepRunning()) {
     bench.clock.Tick();
     bench.countdowns.clear();
@@ -25,7 +25,7 @@ BENCHMARK(Tick);
 void BareCountdown(benchmark::State& state) {
   VirtualTime time(ClockTime::At(19, 30));
   while (state.KeepRunning()) {
-    benchmark::DoNotOptimize(MinutesAndSeconds(SecondsRemaining(80000, time.Counter())));
+    benchmark::DoNotOptimize(MinutesAndSeconds(SecondsRemaining(80000, time.Uptime())));
   }
 }
 BENCHMARK(BareCountdown);
@@ -35,7 +35,7 @@ void Evening(benchmark::State& state) {
   while (state.KeepRunning()) {
     ClockBench bench;
     bench.session.settings.optBreak = true;
-    bench.clock.Start();
+    bench.clock.Start(1);
     bench.RunToEnd();
     benchmark::DoNotOptimize(bench.log);
   }
@@ -76,7 +76,7 @@ BENCHMARK_F(FullStore, Load)(benchmark::State& state) {
     Session session;
     FakeErrors errors;
     SettingsTable table(store, session, errors);
-    table.GetDefaults(ClockTime());
+    table.GetDefaults();
     benchmark::DoNotOptimize(session);
   }
 }
@@ -87,7 +87,7 @@ BENCHMARK_F(FullStore, Save)(benchmark::State& state) {
   Session session;
   FakeErrors errors;
   SettingsTable table(store, session, errors);
-  table.GetDefaults(ClockTime());
+  table.GetDefaults();
   while (state.KeepRunning()) table.SaveDefaults();
 }
 

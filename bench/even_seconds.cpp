@@ -14,7 +14,7 @@
 namespace corvanel {
 namespace {
 
-class Observer : public ClockView, public ClockEvents, public SoundPlayer, public ErrorTrap {
+class Observer : public SessionListener, public SoundPlayer, public ErrorTrap {
  public:
   void ShowFace(const ClockFace& face) override {
     const long shown = std::lround(face.secondsLeft);
@@ -26,8 +26,6 @@ class Observer : public ClockView, public ClockEvents, public SoundPlayer, publi
     latest = std::max(latest, std::ceil(face.secondsLeft) - face.secondsLeft);
     if (face.phase != Phase::Round) QCoreApplication::quit();
   }
-  void ShowTimeOfDay(const std::string& /*time*/) override {}
-  void Happened(EventKind /*kind*/, const std::string& /*text*/) override {}
   void Play(const std::string& /*file*/) override {}
   bool IsThere(const std::string& /*file*/) const override { return true; }
   void ReportError(std::string_view /*place*/, const RuntimeError& error, int /*line*/) override {
@@ -55,9 +53,9 @@ int main(int argc, char** argv) {
   Observer observer;
   RoundClock* running = nullptr;
   QtTickTimer timer([&] { running->Tick(); }, [] {});
-  RoundClock clock({session, time, timer, observer, observer, observer, observer});
+  RoundClock clock({session, time, timer, observer, observer, observer});
   running = &clock;
-  clock.Start();
+  clock.Start(1);
   QCoreApplication::exec();
   std::printf("%d seconds: %ld skipped, %ld shown twice, latest tick %.1f ms late\n", seconds,
               observer.skipped, observer.doubled, observer.latest * 1000);

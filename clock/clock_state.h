@@ -1,48 +1,45 @@
 #pragma once
 
 #include <array>
-#include <cstdint>
-#include <string>
 
-#include "session/session.h"
+#include "session/countdown.h"
 #include "session/timetable.h"
 
 namespace corvanel {
 
-/// What the clock knows beyond the session's settings.
+/// Where a running session stands. With the settings it is all that is needed to go on from there;
+/// what is shown follows from it. Every mark is an uptime in seconds.
 struct ClockState {
   Phase phase = Phase::Idle;
+  int16_t round = 1;  // in play, or just over
   bool paused = false;
   bool autoPaused = false;   // by the scoring link, which will also let it go on
   bool mayAutoPause = true;  // until the director lets a paused clock go on, in each round
-  double roundEnd = 0;       // counter value at which the round or break ends; may exceed 86400
-  double moveEnd = 0;        // counter value at which the move ends
-  double pauseMark = 0;      // counter value at which the pause began
-  double secondsLeft = 0;    // of the phase, as of the last tick
+  double roundEnd = 0;       // the round or break ends
+  double moveEnd = 0;        // the move ends
+  double pauseMark = 0;      // the pause began
+  double countsFrom = 0;     // the last move, or the session, began
+  double endedAt = 0;        // the session ended
   std::array<bool, kWarnings> warningPending = {false, false};
-  bool inBreak = false;  // from the start of the break until the next round starts
   Element style = Element::TimeRemaining;
 
-  bool Running() const {
-    return phase == Phase::Round || phase == Phase::Move || phase == Phase::Break;
-  }
   bool operator==(const ClockState&) const = default;
+
+  double EndMark() const { return phase == Phase::Move ? moveEnd : roundEnd; }
+  /// Where the session stands at the uptime `now`, which counts for nothing while it is paused.
+  Standing At(double now) const {
+    const double left = Runs(phase) ? SecondsRemaining(EndMark(), paused ? pauseMark : now) : 0;
+    return {phase, round, left};
+  }
+  /// The same place `seconds` later.
+  ClockState Shifted(double seconds) const {
+    ClockState shifted = *this;
+    for (double* mark : {&shifted.roundEnd, &shifted.moveEnd, &shifted.pauseMark,
+                         &shifted.countsFrom, &shifted.endedAt}) {
+      *mark += seconds;
+    }
+    return shifted;
+  }
 };
-
-/// Where a session stands: with the settings, all that is needed to go on from there. The seconds
-/// left are 0 in it; they follow from the marks.
-struct ClockPoint {
-  ClockState state;
-  int16_t currentRound = 1;
-  ClockTime startTime;
-  ClockTime finish;     // of a session that has ended
-  std::string caption;  // of the round or break
-  std::string message;  // of the move
-
-  bool operator==(const ClockPoint&) const = default;
-};
-
-/// Moves the marks of a point by `seconds`, so that it lies that much later.
-ClockPoint Shifted(ClockPoint point, double seconds);
 
 }  // namespace corvanel

@@ -1,5 +1,5 @@
 // The phases of a session: how each begins, warns, ends and leads to the next. The moment at which
-// something happens is counter_; it is late_ seconds ago when the clock catches up.
+// something happens is at_; it lies before now_ when the clock catches up.
 
 #include "basics/numbers.h"
 #include "clock/round_clock.h"
@@ -14,73 +14,65 @@ constexpr double kLateCue = 30;        // seconds; a later one would only confus
 }  // namespace
 
 void RoundClock::StartRound() {
-  const SessionSettings& s = session_.settings;
-  begunRound_ = session_.currentRound;
-  begunAt_ = session_.startTime;
+  const SessionSettings& s = Settings();
   state_.phase = Phase::Round;
-  state_.inBreak = false;
   state_.paused = false;
   state_.autoPaused = false;
   state_.mayAutoPause = true;
-  face_.caption = RoundCaption(session_.currentRound, s.nRounds);
-  face_.message.clear();
-  parts_.events.Happened(EventKind::Round, face_.caption);
-  // A warning of 0 minutes is never given; the second one neither when its sound is off.
-  state_.warningPending[0] = s.MinWarning > 0;
-  state_.warningPending[1] =
-      s.MinWarning1 > 0 && s.sounds.play[static_cast<size_t>(Cue::EarlyWarning)] != 0;
-  OmitWarnings();
+  // A warning of 0 minutes is never given; the early one neither when its sound is off.
+  state_.warningPending = {
+      s.MinWarning > 0,
+      s.MinWarning1 > 0 && s.sounds.play[static_cast<size_t>(Cue::EarlyWarning)] != 0};
+  parts_.listener.Happened(EventKind::Round, RoundCaption(state_.round, s.nRounds));
   CountDown(s.MinPerRound);
 }
 
 /// Starts the count-down of a round or break and ticks once, so that it shows without a wait.
 void RoundClock::CountDown(double minutes) {
   state_.style = Element::TimeRemaining;
-  state_.roundEnd = counter_ + minutes * 60;
+  state_.roundEnd = at_ + minutes * 60;
   TimerRound_Timer();
 }
 
 void RoundClock::TimerRound_Timer() {
-  state_.secondsLeft = SecondsRemaining(state_.roundEnd, counter_);
   GiveWarnings();
-  if (state_.secondsLeft == 0) TimeUp();
+  if (state_.At(at_).secondsLeft == 0) TimeUp();
 }
 
 void RoundClock::TimerBetween_Timer() {
-  state_.secondsLeft = SecondsRemaining(state_.moveEnd, counter_);
-  if (state_.secondsLeft == 0) AdvanceRound();
+  if (state_.At(at_).secondsLeft == 0) AdvanceRound();
 }
 
 void RoundClock::GiveWarnings() {
-  const std::array<float, kWarnings> minutes = {session_.settings.MinWarning,
-                                                session_.settings.MinWarning1};
-  for (size_t warning = 0; warning < kWarnings; ++warning) {
-    if (state_.warningPending[warning] &&
-        state_.secondsLeft <= minutes[warning] * 60.0 + kSameInstant) {
-      GiveWarning(warning);
+  const double left = state_.At(at_).secondsLeft;
+  const auto warnings = WarningsOf(Settings());
+  for (size_t i = 0; i < kWarnings; ++i) {
+    if (state_.warningPending[i] && left <= warnings[i].minutes * 60.0 + kSameInstant) {
+      GiveWarning(i);
     }
   }
 }
 
-void RoundClock::GiveWarning(size_t warning) {
-  state_.warningPending[warning] = false;
-  state_.style = warning == 0 ? Element::LastWarning : Element::EarlyWarning;
-  parts_.events.Happened(EventKind::Warning, std::string(NameOf(state_.style)));
+void RoundClock::GiveWarning(size_t number) {
+  const Warning warning = WarningsOf(Settings())[number];
+  state_.warningPending[number] = false;
+  state_.style = warning.style;
+  parts_.listener.Happened(EventKind::Warning, std::string(NameOf(warning.style)));
   if (state_.phase == Phase::Break) {
     PlayCue(Cue::EndOfBreak);
-  } else if (!InFinalRound() || session_.settings.sounds.playFinalRound[warning] != 0) {
-    PlayCue(warning == 0 ? Cue::LastWarning : Cue::EarlyWarning);
+  } else if (!InFinalRound() || Settings().sounds.playFinalRound[number] != 0) {
+    PlayCue(warning.cue);
   }
 }
 
 void RoundClock::TimeUp() {
-  const SessionSettings& s = session_.settings;
+  const SessionSettings& s = Settings();
   state_.style = Element::TimeUp;
   if (state_.phase == Phase::Break) {
     EndBreak();
   } else if (InFinalRound()) {
     EndSession();
-  } else if (s.optBreak && session_.currentRound == s.BreakAfterRound) {
+  } else if (s.optBreak && state_.round == s.BreakAfterRound) {
     BeginBreak();
   } else {
     BeginMove();
@@ -88,35 +80,29 @@ void RoundClock::TimeUp() {
 }
 
 void RoundClock::BeginMove() {
-  const SessionSettings& s = session_.settings;
-  const int round = session_.currentRound;
+  const SessionSettings& s = Settings();
   state_.phase = Phase::Move;
-  face_.message = MoveMessage(s, round);
-  parts_.events.Happened(EventKind::Move, face_.message);
-  const bool skip = InRoundList(s.Skip, round);
-  const bool arrow = InRoundList(s.Arrow, round);
+  parts_.listener.Happened(EventKind::Move, MoveMessage(s, state_.round));
+  const bool skip = InRoundList(s.Skip, state_.round);
+  const bool arrow = InRoundList(s.Arrow, state_.round);
   if (skip) PlayCue(Cue::Skip);
   if (arrow) PlayCue(Cue::Arrow);
   if (!skip && !arrow) PlayCue(Cue::EndOfRound);
-  session_.startTime = *ParseTime(TimeText(parts_.time.TimeOfDay().PlusSeconds(-late_)));
-  begunAt_ = session_.startTime;
-  state_.secondsLeft = s.MinBetweenRounds * 60.0;
-  state_.moveEnd = counter_ + state_.secondsLeft;
+  state_.countsFrom = at_;
+  state_.moveEnd = at_ + s.MinBetweenRounds * 60.0;
 }
 
 void RoundClock::BeginBreak() {
   state_.phase = Phase::Break;
-  state_.inBreak = true;
-  face_.caption = kBreakCaption;
-  parts_.events.Happened(EventKind::Break, face_.caption);
+  parts_.listener.Happened(EventKind::Break, std::string(kBreakCaption));
   PlayCue(Cue::Break);
-  // The first warning rings at the end of the break; the second has no part in it.
-  state_.warningPending = {session_.settings.MinWarning > 0, false};
-  CountDown(session_.settings.TimeForBreak);
+  // The last warning rings at the end of the break; the early one has no part in it.
+  state_.warningPending = {Settings().MinWarning > 0, false};
+  CountDown(Settings().TimeForBreak);
 }
 
 void RoundClock::EndBreak() {
-  if (session_.settings.MoveAfterBreak && !InFinalRound()) {
+  if (Settings().MoveAfterBreak && !InFinalRound()) {
     BeginMove();
   } else {
     AdvanceRound();
@@ -130,7 +116,7 @@ void RoundClock::AdvanceRound() {
     EndSession();
     return;
   }
-  session_.currentRound = Checked16(session_.currentRound + 1);
+  ++state_.round;
   StartRound();
 }
 
@@ -138,19 +124,17 @@ void RoundClock::EndSession() {
   state_.phase = Phase::Ended;
   state_.paused = false;
   state_.autoPaused = false;
-  state_.secondsLeft = 0;
-  face_.message.clear();
-  schedule_ = {parts_.time.TimeOfDay().PlusSeconds(-late_), {}, {}};
-  parts_.events.Happened(EventKind::End, "End of the session");
+  state_.endedAt = at_;
+  parts_.listener.Happened(EventKind::End, "End of the session");
 }
 
 void RoundClock::PlayCue(Cue cue) {
-  const SoundChoices& sounds = session_.settings.sounds;
+  const SoundChoices& sounds = Settings().sounds;
   const auto index = static_cast<size_t>(cue);
   if (sounds.play[index] == 0 || sounds.files[index].empty()) return;
-  if (late_ > kLateCue || playedAt_[index] >= heardFrom_) return;
-  playedAt_[index] = uptime_;
-  parts_.events.Happened(EventKind::Sound, std::string(FileName(sounds.files[index])));
+  if (now_ - at_ > kLateCue || playedAt_[index] >= heardFrom_) return;
+  playedAt_[index] = now_;
+  parts_.listener.Happened(EventKind::Sound, std::string(FileName(sounds.files[index])));
   parts_.sounds.Play(sounds.files[index]);
 }
 

@@ -1,4 +1,4 @@
-// Where a session stands, and how it is put somewhere else: undo, gaps, an earlier run.
+// How a session is put somewhere else than it stands: undo, gaps, an earlier run.
 
 #include <algorithm>
 #include <utility>
@@ -8,17 +8,9 @@
 
 namespace corvanel {
 
-ClockPoint RoundClock::Point() const {
-  ClockPoint point{state_, session_.currentRound, session_.startTime,
-                   {},     face_.caption,         face_.message};
-  point.state.secondsLeft = 0;
-  if (state_.phase == Phase::Ended) point.finish = schedule_.finish;
-  return point;
-}
-
-/// One that follows another, with no command between them, is taken out together with it.
+/// A gap that follows another, with no command between them, is taken out together with it.
 void RoundClock::NoticeGap(double away) {
-  Gap gap{away, uptime_, Point()};
+  Gap gap{away, now_, state_};
   if (gap_ && gap_->before) {
     gap.seconds += gap_->seconds;
     gap.before = gap_->before;
@@ -28,88 +20,52 @@ void RoundClock::NoticeGap(double away) {
 
 /// Before a command takes effect.
 void RoundClock::Remember(SessionCommand command) {
-  undo_.Push({command, uptime_, Point()});
+  undo_.Push({command, now_, state_});
   // From here on it would take more than the gap out.
   if (gap_) gap_->before.reset();
 }
 
-/// A start throws away the session that runs, as the clock began its round. One that has ended, or
-/// none, is of another evening: nothing leads back into it.
-void RoundClock::RememberStart() {
-  if (!state_.Running()) {
-    undo_.Replace({});
-    gap_.reset();
-    return;
-  }
-  const ClockTime startsAt = std::exchange(session_.startTime, begunAt_);
-  const int16_t round = std::exchange(session_.currentRound, begunRound_);
-  Remember(SessionCommand::Start);
-  session_.startTime = startsAt;
-  session_.currentRound = round;
-}
-
-void RoundClock::Recall(const ClockPoint& point) {
-  state_ = point.state;
+void RoundClock::Recall(const ClockState& state) {
+  state_ = state;
   // Rounds may have been struck off meanwhile.
-  session_.currentRound = std::min(point.currentRound, session_.settings.nRounds);
-  session_.startTime = point.startTime;
-  begunRound_ = session_.currentRound;
-  begunAt_ = session_.startTime;
-  face_.caption = state_.phase == Phase::Round
-                      ? RoundCaption(session_.currentRound, session_.settings.nRounds)
-                      : point.caption;
-  face_.message = point.message;
-  schedule_ = {point.finish, {}, {}};
-  if (state_.Running()) {
-    state_.secondsLeft = SecondsRemaining(EndMark(), state_.paused ? state_.pauseMark : counter_);
-  }
+  state_.round = std::min(state.round, Settings().nRounds);
 }
 
-/// Puts the session where it would be had it run on from `point`, whose marks are of this run.
-/// What was heard from `uptime` on is not played again.
-void RoundClock::RecallSince(const ClockPoint& point, double uptime) {
-  Recall(point);
+/// Puts the session where it would be had it run on from `state`. What was heard from `uptime` on
+/// is not played again.
+void RoundClock::RecallSince(const ClockState& state, double uptime) {
+  Recall(state);
   heardFrom_ = uptime;
-  CatchUp(kNever);
+  CatchUp(-kNever);
   heardFrom_ = kNever;
 }
 
 void RoundClock::Undo() {
-  Handle([&] {
-    auto step = undo_.Take(uptime_);
-    if (!step) return;
-    if (gap_) gap_->before.reset();
-    // Else the scoring link would do it again at its next look.
-    if (step->command == SessionCommand::AutoPause) step->before.state.mayAutoPause = false;
-    parts_.events.Happened(EventKind::Undo, std::string(NameOf(step->command)));
-    RecallSince(step->before, step->at);
-  });
+  auto step = undo_.Take(now_);
+  if (!step) return;
+  if (gap_) gap_->before.reset();
+  // Else the scoring link would do it again at its next look.
+  if (step->command == SessionCommand::AutoPause) step->before.mayAutoPause = false;
+  parts_.listener.Happened(EventKind::Undo, std::string(NameOf(step->command)));
+  RecallSince(step->before, step->at);
 }
 
 void RoundClock::TakeOutGap() {
-  Handle([&] {
-    if (!gap_ || !gap_->before) return;
-    const Gap gap = *gap_;
-    Remember(SessionCommand::TakeOutGap);
-    gap_.reset();
-    parts_.events.Happened(EventKind::Continue, face_.caption);
-    RecallSince(Shifted(*gap.before, gap.seconds), gap.endedAt);
-  });
-}
-
-void RoundClock::LeaveGapIn() {
+  if (!gap_ || !gap_->before) return;
+  const Gap gap = *gap_;
+  Remember(SessionCommand::TakeOutGap);
   gap_.reset();
-  RefreshSchedule();
+  parts_.listener.Happened(EventKind::Continue, PhaseCaption(Settings(), state_.At(now_)));
+  RecallSince(gap.before->Shifted(gap.seconds), gap.endedAt);
 }
 
-void RoundClock::Continue(const ClockPoint& point, std::vector<UndoStep> undo) {
+void RoundClock::Continue(const ClockState& state, std::vector<UndoStep> undo) {
   state_ = {};
-  TimerCurrentTime_Timer();
   Handle([&] {
     undo_.Replace(std::move(undo));
-    Recall(point);
-    parts_.events.Happened(EventKind::Continue, face_.caption);
-    CatchUp(kNever);
+    Recall(state);
+    parts_.listener.Happened(EventKind::Continue, PhaseCaption(Settings(), state_.At(now_)));
+    CatchUp(-kNever);
   });
 }
 

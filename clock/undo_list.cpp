@@ -8,9 +8,10 @@
 namespace corvanel {
 namespace {
 
-constexpr std::array<std::string_view, kSessionCommands> kNames = {
-    "start",     "pause",     "resume",          "next round",     "restart",
-    "+1 minute", "-1 minute", "automatic pause", "automatic move", "the time taken out"};
+constexpr std::array<std::string_view, 13> kNames = {
+    "start",     "pause",           "resume",         "next round",         "restart", "+1 minute",
+    "-1 minute", "automatic pause", "automatic move", "the time taken out", "",        "",
+    ""};
 
 }  // namespace
 
@@ -18,16 +19,9 @@ std::string_view NameOf(SessionCommand command) {
   return kNames[static_cast<size_t>(command)];
 }
 
-ClockPoint Shifted(ClockPoint point, double seconds) {
-  for (double* mark : {&point.state.roundEnd, &point.state.moveEnd, &point.state.pauseMark}) {
-    *mark += seconds;
-  }
-  return point;
-}
-
-void UndoList::Push(UndoStep step) {
+void UndoList::Push(const UndoStep& step) {
   if (steps_.size() == kLevels) steps_.erase(steps_.begin());
-  steps_.push_back(std::move(step));
+  steps_.push_back(step);
 }
 
 bool UndoList::Offers(double uptime) const {
@@ -36,7 +30,7 @@ bool UndoList::Offers(double uptime) const {
 
 std::optional<UndoStep> UndoList::Take(double uptime) {
   if (!Offers(uptime)) return {};
-  UndoStep step = std::move(steps_.back());
+  const UndoStep step = steps_.back();
   steps_.pop_back();
   return step;
 }

@@ -9,7 +9,8 @@
 
 namespace corvanel {
 
-/// What was done to a running session and can be taken back.
+/// The one vocabulary of what can be done to a running session, by key, by button or by the
+/// scoring link (Auto...). Those before AutoResume can be taken back.
 enum class SessionCommand {
   Start,
   Pause,
@@ -18,20 +19,23 @@ enum class SessionCommand {
   Restart,
   AddMinute,
   SubtractMinute,
-  AutoPause,  // by the scoring link
-  AutoEnd,    // of the round, by the scoring link
-  TakeOutGap
+  AutoPause,
+  AutoEnd,     // of a round that every table has finished
+  TakeOutGap,  // the time that the computer was away
+  AutoResume,
+  Undo,
+  LeaveGapIn
 };
-constexpr int kSessionCommands = 10;
 
-/// The command as it is named to the director: "next round".
+/// The command as it is named to the director: "next round". Empty for one that cannot be taken
+/// back.
 std::string_view NameOf(SessionCommand command);
 
 /// A command with what there was before it.
 struct UndoStep {
   SessionCommand command = SessionCommand::Start;
   double at = 0;  // uptime in seconds
-  ClockPoint before;
+  ClockState before;
 
   bool operator==(const UndoStep&) const = default;
 };
@@ -43,7 +47,7 @@ class UndoList {
   static constexpr size_t kLevels = 20;
   static constexpr double kForgottenAfter = 900;  // seconds
 
-  void Push(UndoStep step);
+  void Push(const UndoStep& step);
   /// The command to take back at `uptime`, off the list; nothing when there is none.
   std::optional<UndoStep> Take(double uptime);
   /// "Undo next round, 12 s ago"; empty when nothing can be taken back.

@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "clock/clock_view.h"
+#include "clock/tick_timer.h"
 #include "session/time_source.h"
 
 namespace corvanel {
@@ -17,7 +17,6 @@ class VirtualTime : public TimeSource, public TickTimer {
   explicit VirtualTime(ClockTime start, DateTime day = {}, std::string boot = "virtual")
       : start_(start), day_(day), boot_(std::move(boot)) {}
 
-  double Counter() const override { return start_.PlusSeconds(elapsed_).Seconds(); }
   Moment ThisMoment() const override {
     return {boot_, elapsed_,
             static_cast<double>(day_.seconds) + start_.Seconds() + elapsed_ + set_};

@@ -69,7 +69,14 @@ void TakeShape(const ConsoleArguments& arguments, Session& session) {
   session.settings = set.settings;
 }
 
-Session LoadSession(const ConsoleArguments& arguments) {
+/// A session to be planned or run, and the round and time with which it starts.
+struct Plan {
+  Session session;
+  int16_t round = 1;
+  ClockTime start;
+};
+
+Plan LoadPlan(const ConsoleArguments& arguments) {
   EndOnError errors;
   JsonStore store(arguments.store.empty() ? DefaultStoreFile()
                                           : std::filesystem::path(arguments.store));
@@ -78,94 +85,72 @@ Session LoadSession(const ConsoleArguments& arguments) {
   session.ProgramFolder = ProgramFolderPath();
   SettingsTable table(store, session, errors);
   const ClockTime start = arguments.start.value_or(SystemTime().TimeOfDay());
-  table.GetDefaults(start);
+  table.GetDefaults();
   Override(store, arguments, table.FavouriteInUse());
-  table.GetDefaults(start);
+  table.GetDefaults();
   if (!arguments.replay.empty()) TakeShape(arguments, session);
-  session.startTime = start;
   const int round = arguments.round.value_or(1);
   if (round > session.settings.nRounds) {
     throw UsageError(fmt::format("--round {} is beyond the {} rounds of the session", round,
                                  session.settings.nRounds));
   }
-  session.currentRound = Checked16(round);
   SessionSettings& s = session.settings;
   if (s.Calculate == 1) {
     if (s.RequiredFinish.empty()) s.RequiredFinish = DefaultRequiredFinish(start);
-    s.MinPerRound = CalcRoundTime(s, session.currentRound, start, session.options.Form());
+    s.MinPerRound = CalcRoundTime(s, round, start, session.options.Form());
   }
-  return session;
+  return {session, static_cast<int16_t>(round), start};
 }
 
-std::string TextOf(const TimetableLine& line, const SessionSettings& settings) {
-  switch (line.phase) {
-    case Phase::Move:
-      return MoveMessage(settings, line.round);
-    case Phase::Break:
-      return std::string(kBreakCaption);
-    default:
-      return RoundCaption(line.round, settings.nRounds);
-  }
-}
-
-std::string_view NameOf(Phase phase) {
-  switch (phase) {
-    case Phase::Move:
-      return "move";
-    case Phase::Break:
-      return "break";
-    default:
-      return "round";
-  }
-}
-
-void Plan(const Session& session) {
+void PrintPlan(const Plan& plan) {
+  const auto& [session, round, start] = plan;
   const SessionSettings& s = session.settings;
-  const Schedule schedule = CalcFinishTime(s, session.currentRound, session.startTime, false);
+  const Schedule schedule = CalcFinishTime(s, round, start);
   fmt::print("finish\t{}\n", TimeText(schedule.finish));
   if (schedule.breakAt) fmt::print("break\t{}\n", TimeText(*schedule.breakAt));
   fmt::print("minutes-per-round\t{}\n", TwoDecimals(s.MinPerRound));
-  for (const TimetableLine& line : Timetable(s, session.currentRound)) {
-    fmt::print("{}\t{}\t{}\n", TimeText(session.startTime.PlusMinutes(line.startsIn)),
-               NameOf(line.phase), TextOf(line, s));
+  constexpr std::array<EventKind, 4> kKinds = {EventKind::Round, EventKind::Round, EventKind::Move,
+                                               EventKind::Break};  // by Phase
+  for (const TimetableLine& line : Timetable(s, {Phase::Idle, round})) {
+    const bool move = line.phase == Phase::Move;
+    fmt::print("{}\t{}\t{}\n", TimeText(line.Begins(start)),
+               kEventNames[static_cast<size_t>(kKinds[static_cast<size_t>(line.phase)])],
+               move ? MoveMessage(s, line.round) : PhaseCaption(s, {line.phase, line.round}));
   }
 }
 
 /// Prints the session's events; shows and plays nothing.
-class EventPrinter : public ClockEvents, public ClockView, public SoundPlayer, public ProgressView {
+class EventPrinter : public SessionListener, public SoundPlayer {
  public:
   explicit EventPrinter(const TimeSource& time) : time_(time) {}
   void Happened(EventKind kind, const std::string& text) override {
-    if (follower != nullptr) follower->Happened(kind);
     fmt::print("{}\t{}\t{}\n", TimeTextWithSeconds(time_.TimeOfDay()),
                kEventNames[static_cast<size_t>(kind)], text);
   }
-  void ShowFace(const ClockFace& /*face*/) override {}
-  void ShowTimeOfDay(const std::string& /*time*/) override {}
-  void Play(const std::string& /*file*/) override {}
-  bool IsThere(const std::string& /*file*/) const override { return true; }
   void ShowTables(const ProgressFace& face) override {
     if (face.lines == lines_) return;
     lines_ = face.lines;
     fmt::print("{}\tprogress\t{}\n", TimeTextWithSeconds(time_.TimeOfDay()),
                fmt::join(lines_, "; "));
   }
-
-  ProgressMonitor* follower = nullptr;
+  void Play(const std::string& /*file*/) override {}
+  bool IsThere(const std::string& /*file*/) const override { return true; }
 
  private:
   const TimeSource& time_;
   std::vector<std::string> lines_;
 };
 
-void Run(Session& session, const ConsoleArguments& arguments) {
+void Run(const Plan& plan, const ConsoleArguments& arguments) {
+  const Session& session = plan.session;
   const float minutes = session.settings.MinPerRound;
   if (minutes <= 0) throw UsageError("The minutes per round must be greater than 0");
   if (minutes > kLongestPhase) throw UsageError("The minutes per round must be 600 or less");
   EndOnError errors;
-  VirtualTime time(session.startTime);
+  VirtualTime time(plan.start);
   EventPrinter printer(time);
-  RoundClock clock({session, time, time, printer, printer, printer, errors});
+  Broadcast broadcast(errors);
+  RoundClock clock({session, time, time, printer, broadcast, errors});
   double last = 1e18;
   if (arguments.until) {
     last = ClockTime(arguments.until->Seconds() - time.TimeOfDay().Seconds()).Seconds();
@@ -176,14 +161,14 @@ void Run(Session& session, const ConsoleArguments& arguments) {
   ActivityLog log(session, time, storage);
   std::optional<ProgressMonitor> monitor;
   if (replay) {
-    session.unitLinkOpen = true;
-    monitor.emplace(ProgressMonitor::Parts{session, *replay, clock, printer, printer, printer, time,
-                                           log, errors});
-    printer.follower = &*monitor;
+    monitor.emplace(
+        ProgressMonitor::Parts{session, *replay, clock, broadcast, printer, time, log, errors});
+    broadcast.Add(*monitor);
   }
+  broadcast.Add(printer);
   double nextPoll = replay ? 0 : 1e18;
   const auto began = std::chrono::steady_clock::now();
-  clock.Start();
+  clock.Start(plan.round);
   while (time.Due() && *time.Due() <= last && clock.State().phase != Phase::Ended) {
     const bool poll = nextPoll < *time.Due();
     if (arguments.speed > 0) {
@@ -209,11 +194,11 @@ void RunCommand(const ConsoleArguments& arguments) {
     PrintScoring(arguments);
     return;
   }
-  Session session = LoadSession(arguments);
+  const Plan plan = LoadPlan(arguments);
   if (arguments.command == "plan") {
-    Plan(session);
+    PrintPlan(plan);
   } else {
-    Run(session, arguments);
+    Run(plan, arguments);
   }
 }
 

@@ -112,10 +112,9 @@ int64_t OriginOf(const std::vector<ResultRow>& results, int64_t start, int64_t s
 }  // namespace
 
 PicturePointer ReadScoring(const std::string& file) {
-  ScoringFiles files;
-  const auto picture = files.Read(file);
+  const auto picture = ReadScoringFile(file, {});
   if (!picture) throw UsageError(fmt::format("{}: {}", file, picture.Failure().description));
-  return picture.Value();
+  return picture.Value().picture;
 }
 
 void PrintScoring(const ConsoleArguments& arguments) {
@@ -146,12 +145,12 @@ Replay::Replay(PicturePointer picture, const Session& session, const TimeSource&
   ShowUpTo(0);
 }
 
-bool Replay::BWSReadFile() {
+void Replay::BWSReadFile(std::function<void(bool)> done) {
   const int64_t now = origin_ + time_.Now().seconds - start_;
   // The file has nothing more to say: the clock runs on as with a link that has gone.
-  if (results_.empty() || now > results_.back().stamp.seconds + kNothingMore) return false;
-  ShowUpTo(now);
-  return true;
+  const bool more = !results_.empty() && now <= results_.back().stamp.seconds + kNothingMore;
+  if (more) ShowUpTo(now);
+  done(more);
 }
 
 void Replay::ShowUpTo(int64_t now) {

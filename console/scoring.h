@@ -24,7 +24,7 @@ class Replay : public FollowedScoring {
   Replay(PicturePointer picture, const Session& session, const TimeSource& time);
 
   bool IsOpen() const override { return true; }
-  bool BWSReadFile() override;
+  void BWSReadFile(std::function<void(bool read)> done) override;
   const ScoringSession& Model() const override { return model_; }
 
  private:

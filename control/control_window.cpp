@@ -2,32 +2,28 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "basics/numbers.h"
-#include "session/captions.h"
 
 namespace corvanel {
 namespace {
 
-constexpr std::array<Box, kBoxes> kAllBoxes = {
-    Box::nRounds,     Box::MinPerRound,  Box::MinBetweenRounds,
-    Box::FinishTime,  Box::MinWarning1,  Box::MinWarning0,
-    Box::Skip,        Box::Arrow,        Box::BreakRound,
-    Box::BreakLength, Box::CurrentRound, Box::StartTime,
-    Box::Header};
+constexpr double kSameMoment = 1;  // second; what two clocks read one after the other can differ by
 
 }  // namespace
 
-void ControlWindow::Handle(const std::function<void()>& step) {
-  HandlerSteps(parts_.errors, kPlace)(step);
+template <class Step>
+void ControlWindow::Handle(std::string_view handler, Step&& step) {
+  Guarded(parts_.errors, "frmMain." + std::string(handler), step);
 }
 
 void ControlWindow::Display() {
-  HandlerSteps step(parts_.errors, kPlace);
-  const SessionSettings& s = parts_.session.settings;
+  HandlerSteps step(parts_.errors, "frmMain.Display");
+  const SessionSettings& s = Settings();
   Options& o = parts_.session.options;
   step([&] {
-    for (const Box box : kAllBoxes) Put(box);
+    for (size_t i = 0; i < kBoxes; ++i) Put(static_cast<Box>(i));
     // The caption of the window's design; from the first edit on it reads "round".
     parts_.view.SetLabel(Label::cmdStart, "Start Timer from Round " + TextOf(Box::CurrentRound));
   });
@@ -43,14 +39,30 @@ void ControlWindow::Display() {
   step([&] { DoCalc(); });
 }
 
-void ControlWindow::DisplayChanged() {
+void ControlWindow::SettingsExchanged() {
+  KeepRoundInPlay();
+  planned_.round = std::clamp<int16_t>(planned_.round, 1, Settings().nRounds);
   Display();
-  Change(Box::Header, parts_.session.settings.Header);
+}
+
+void ControlWindow::SettingsLoaded() {
+  if (!parts_.clock.UnderWay()) {
+    planned_.time = NextQuarterHour(parts_.time.TimeOfDay());
+    startedAt_.reset();
+  }
+  SettingsExchanged();
+}
+
+void ControlWindow::ScoringFileOpened(std::optional<ClockTime> start) {
+  planned_.round = 1;
+  if (start) planned_.time = ToTheMinute(*start);
+  Display();
+  // What was taken over differs from the favourite in use.
+  if (start) Change(Box::Header, Settings().Header);
 }
 
 std::string ControlWindow::TextOf(Box box) const {
-  const Session& session = parts_.session;
-  const SessionSettings& s = session.settings;
+  const SessionSettings& s = Settings();
   switch (box) {
     case Box::nRounds:
       return std::to_string(s.nRounds);
@@ -75,10 +87,10 @@ std::string ControlWindow::TextOf(Box box) const {
     case Box::BreakLength:
       return SingleText(s.TimeForBreak);
     case Box::CurrentRound:
-      return std::to_string(session.currentRound);
+      return std::to_string(planned_.round);
     case Box::StartTime:
-      return startedAt_ == session.startTime ? TimeTextWithSeconds(session.startTime, Form())
-                                             : TimeText(session.startTime, Form());
+      return startedAt_ == planned_.time ? TimeTextWithSeconds(planned_.time, Form())
+                                         : TimeText(planned_.time, Form());
     case Box::Header:
       return s.Header;
   }
@@ -91,10 +103,16 @@ void ControlWindow::Put(Box box) {
   parts_.view.SetText(box, shown);
 }
 
+void ControlWindow::PutIfChanged(Box box) {
+  if (TextOf(box) != shown_[static_cast<size_t>(box)]) Put(box);
+}
+
 void ControlWindow::Change(Box box, const std::string& text) {
-  Handle([&] {
+  Handle("Change", [&] {
     parts_.view.OfferFavouriteSave(true);
-    if (box == Box::CurrentRound) CaptionStart(text);
+    if (box == Box::CurrentRound) {
+      parts_.view.SetLabel(Label::cmdStart, "Start Timer from round " + text);
+    }
     if (box == Box::Header && parts_.session.options.ShowTitle) {
       parts_.view.SetTick(Tick::chkHeader, !text.empty());
       chkHeader_Click(!text.empty());
@@ -102,45 +120,41 @@ void ControlWindow::Change(Box box, const std::string& text) {
   });
 }
 
-void ControlWindow::CaptionStart(const std::string& round) {
-  parts_.view.SetLabel(Label::cmdStart, "Start Timer from round " + round);
-}
-
 Box ControlWindow::EnterLeadsTo(Box box) const {
-  return RuleOf(box).next[parts_.session.settings.Calculate == 1 ? 1 : 0];
+  return RuleOf(box).next[Settings().Calculate == 1 ? 1 : 0];
 }
 
 void ControlWindow::chkBreak_Click(bool ticked) {
-  Handle([&] {
-    parts_.session.settings.optBreak = ticked;
+  Handle("chkBreak_Click", [&] {
+    Settings().optBreak = ticked;
     DoCalc();
     parts_.view.OfferFavouriteSave(true);
   });
 }
 
 void ControlWindow::chkMoveAfterBreak_Click(bool ticked) {
-  Handle([&] {
-    parts_.session.settings.MoveAfterBreak = ticked;
+  Handle("chkMoveAfterBreak_Click", [&] {
+    Settings().MoveAfterBreak = ticked;
     DoCalc();
     parts_.view.OfferFavouriteSave(true);
   });
 }
 
 void ControlWindow::chkMonitor_Click(bool ticked) {
-  Handle([&] {
-    parts_.session.settings.ExtraMonitor = ticked ? -1 : 0;
+  Handle("chkMonitor_Click", [&] {
+    Settings().ExtraMonitor = ticked ? -1 : 0;
     parts_.view.OfferFavouriteSave(true);
   });
 }
 
 void ControlWindow::chkHeader_Click(bool ticked) {
-  Handle([&] { parts_.session.options.Show[kShowTitle] = ticked ? 1 : 0; });
+  Handle("chkHeader_Click", [&] { parts_.session.options.Show[kShowTitle] = ticked ? 1 : 0; });
 }
 
 void ControlWindow::optCalc_Click(int index) {
-  HandlerSteps step(parts_.errors, kPlace);
+  HandlerSteps step(parts_.errors, "frmMain.optCalc_Click");
   step([&] {
-    parts_.session.settings.Calculate = static_cast<int16_t>(index);
+    Settings().Calculate = static_cast<int16_t>(index);
     parts_.view.SetMode(index);
   });
   step([&] { DoCalc(); });
@@ -148,78 +162,59 @@ void ControlWindow::optCalc_Click(int index) {
 }
 
 void ControlWindow::RewriteTimes() {
-  HandlerSteps step(parts_.errors, kPlace);
+  HandlerSteps step(parts_.errors, "frmMain.RewriteTimes");
   step([&] {
     Put(Box::StartTime);
     Put(Box::FinishTime);
   });
-  step([&] {
-    const Session& session = parts_.session;
-    if (!parts_.clock.CurrentProgress().Running()) {
-      DoCalc();
-      return;
-    }
-    ShowProgress();
-    parts_.view.ShowTimetable(Timetable(session.settings, session.currentRound), session.startTime);
-  });
+  step([&] { DoCalc(); });
 }
 
 void ControlWindow::DoCalc() {
-  Calculate(parts_.clock.CurrentProgress());
+  Standing standing = parts_.clock.Now();
+  if (!Runs(standing.phase)) standing = {Phase::Idle, planned_.round};
+  Calculate(standing);
 }
 
-void ControlWindow::Calculate(const Progress& progress) {
-  Session& session = parts_.session;
-  SessionSettings& s = session.settings;
-  const ClockTime now = parts_.time.TimeOfDay();
+void ControlWindow::Calculate(const Standing& standing) {
+  SessionSettings& s = Settings();
+  const bool underWay = Runs(standing.phase);
+  const ClockTime start = underWay ? parts_.time.TimeOfDay() : planned_.time;
   parts_.view.SetLabel(Label::lblFinish,
                        s.Calculate == 1 ? "Required Finish Time" : "Estimated Finish Time");
   if (s.Calculate == 1) {
     if (s.RequiredFinish.empty()) {
-      s.RequiredFinish = DefaultRequiredFinish(session.startTime);
+      s.RequiredFinish = DefaultRequiredFinish(planned_.time);
       Put(Box::FinishTime);
     }
-    s.MinPerRound = progress.Running()
-                        ? CalcRoundTimeLive(session, progress, now).value_or(s.MinPerRound)
-                        : CalcRoundTime(s, session.currentRound, session.startTime, Form());
+    s.MinPerRound = underWay ? CalcRoundTimeLive(s, standing, start, Form()).value_or(s.MinPerRound)
+                             : CalcRoundTime(s, standing.round, start, Form());
     Put(Box::MinPerRound);
     parts_.view.SetLabel(Label::lblMinPerRound, TwoDecimals(s.MinPerRound));
   }
-  Schedule schedule = progress.Running() ? CalcFinish(s, session.currentRound, progress, now)
-                                         : CalcFinishTime(s, session.currentRound,
-                                                          session.startTime, progress.inBreak);
-  if (s.Calculate == 1 && !progress.Running()) MeetRequiredFinish(schedule.finish);
-  ShowSchedule(schedule);
-  parts_.view.ShowTimetable(Timetable(s, session.currentRound), session.startTime);
-  parts_.clock.RefreshSchedule();
+  ShowSchedule(underWay ? CalcFinish(s, standing, start) : CalcFinishTime(s, standing.round, start),
+               standing, start);
+  parts_.clock.Refresh();
 }
 
-/// Minutes of two decimals meet the required finish but for some seconds: then it is that time.
-void ControlWindow::MeetRequiredFinish(ClockTime& finish) const {
-  const Session& session = parts_.session;
-  const auto required = ParseTime(session.settings.RequiredFinish);
-  if (!required) return;
-  const double off = required->PlusSeconds(60 - finish.Seconds()).Seconds() - 60;
-  const double rounding = 0.005 * 60 * (session.settings.nRounds - session.currentRound + 1);
-  if (std::abs(off) <= rounding) finish = *required;
-}
-
-void ControlWindow::ShowSchedule(const Schedule& schedule) {
+/// The bar shows what is still to come of a session under way.
+void ControlWindow::ShowSchedule(const Schedule& schedule, const Standing& standing,
+                                 ClockTime start) {
   parts_.view.SetLabel(Label::lblFinishTime, TimeText(schedule.finish, Form()));
   parts_.view.SetLabel(Label::lblBreakTime,
                        schedule.breakAt ? TimeText(*schedule.breakAt, Form()) : std::string());
+  parts_.view.ShowTimetable(Timetable(Settings(), standing), start);
 }
 
-bool ControlWindow::RefuseRoundLength() {
-  const float minutes = parts_.session.settings.MinPerRound;
+bool ControlWindow::RefuseRoundLength(float minutes) {
   if (minutes > 0 && minutes <= kLongestPhase) return false;
   parts_.prompts.Message(minutes > 0 ? "The minutes per round must be 600 or less"
-                                     : std::string(kMinutesWanted));
+                                     : "The minutes per round must be greater than 0");
   return true;
 }
 
 bool ControlWindow::TitleTicked() const {
-  return parts_.session.options.Show[kShowTitle] != 0 && !parts_.session.settings.Header.empty();
+  return parts_.session.options.Show[kShowTitle] != 0 && !Settings().Header.empty();
 }
 
 void ControlWindow::ShowTitleTick() {
@@ -227,25 +222,24 @@ void ControlWindow::ShowTitleTick() {
 }
 
 void ControlWindow::cmdStart_Click() {
-  Session& session = parts_.session;
-  if (!parts_.view.CommitEditing() || RefuseRoundLength()) return;
-  HandlerSteps step(parts_.errors, kPlace);
+  if (!parts_.view.CommitEditing() || RefuseRoundLength(Settings().MinPerRound)) return;
+  HandlerSteps step(parts_.errors, "frmMain.cmdStart_Click");
   step([&] {
-    session.options.ShowTitle = TitleTicked();
-    parts_.keeper.SaveSession();
+    parts_.session.options.ShowTitle = TitleTicked();
+    parts_.table.SaveSession();
   });
   step([&] {
-    session.startTime = parts_.time.TimeOfDay();
-    startedAt_ = session.startTime;
+    planned_.time = parts_.time.TimeOfDay();
+    startedAt_ = planned_.time;
     Put(Box::StartTime);
   });
-  step([&] { Calculate(Progress{}); });
+  step([&] { Calculate({Phase::Idle, planned_.round}); });
   // The calculation for a required finish may have left no time for a round, or a whole day.
-  if (RefuseRoundLength()) return;
-  step([&] { parts_.stage.SessionStarts(); });
-  step([&] { parts_.stage.ShowDisplays(); });
+  if (RefuseRoundLength(Settings().MinPerRound)) return;
+  step([&] { parts_.host.SessionStarts(); });
+  step([&] { parts_.host.ShowDisplays(); });
   step([&] {
-    parts_.clock.Start();
+    parts_.clock.Start(planned_.round);
     started_ = true;
     parts_.view.OfferResume();
   });
@@ -253,39 +247,50 @@ void ControlWindow::cmdStart_Click() {
 
 void ControlWindow::cmdResume_Click() {
   if (!parts_.view.CommitEditing()) return;
-  HandlerSteps step(parts_.errors, kPlace);
-  step([&] { parts_.keeper.SaveSession(); });
-  step([&] { parts_.clock.RefreshSchedule(); });
-  step([&] { parts_.stage.ShowDisplays(); });
+  HandlerSteps step(parts_.errors, "frmMain.cmdResume_Click");
+  step([&] { parts_.table.SaveSession(); });
+  step([&] { parts_.clock.Refresh(); });
+  step([&] { parts_.host.ShowDisplays(); });
 }
 
 void ControlWindow::SessionContinues() {
   started_ = true;
   Display();
-  HandlerSteps step(parts_.errors, kPlace);
+  HandlerSteps step(parts_.errors, "frmMain.SessionContinues");
   step([&] { parts_.view.OfferResume(); });
-  step([&] { parts_.stage.ShowDisplays(); });
+  step([&] { parts_.host.ShowDisplays(); });
 }
 
 void ControlWindow::cmdStop_Click() {
-  Handle([&] { parts_.exit.FromControlWindow(started_); });
+  Handle("cmdStop_Click", [&] { parts_.exit.FromControlWindow(started_); });
 }
 
-void ControlWindow::ShowProgress() {
-  const Session& session = parts_.session;
-  const auto putIfChanged = [&](Box box) {
-    if (TextOf(box) != shown_[static_cast<size_t>(box)]) Put(box);
-  };
-  if (TextOf(Box::CurrentRound) != shown_[static_cast<size_t>(Box::CurrentRound)]) {
-    Put(Box::CurrentRound);
-    CaptionStart(TextOf(Box::CurrentRound));
-    parts_.view.ShowTimetable(Timetable(session.settings, session.currentRound), session.startTime);
+void ControlWindow::BackFromDisplays() {
+  Handle("BackFromDisplays", [&] { PlanRound(parts_.clock.State().round); });
+}
+
+void ControlWindow::PlanRound(int16_t round) {
+  planned_.round = round;
+  if (TextOf(Box::CurrentRound) == shown_[static_cast<size_t>(Box::CurrentRound)]) return;
+  Put(Box::CurrentRound);
+  parts_.view.SetLabel(Label::cmdStart, "Start Timer from round " + TextOf(Box::CurrentRound));
+}
+
+/// The proposal for the next Start follows the clock whenever that goes on to another round or
+/// move; what the director plans meanwhile stands until then.
+void ControlWindow::ShowFace(const ClockFace& face) {
+  if (face.round != std::exchange(shownRound_, face.round)) {
+    PlanRound(static_cast<int16_t>(face.round));
   }
-  const Progress progress = parts_.clock.CurrentProgress();
-  putIfChanged(Box::StartTime);
-  if (!progress.Running()) return;
-  ShowSchedule(
-      CalcFinish(session.settings, session.currentRound, progress, parts_.time.TimeOfDay()));
+  if (face.countsFrom != std::exchange(countsFrom_, face.countsFrom)) {
+    const ClockTime from =
+        parts_.time.TimeOfDay().PlusSeconds(face.countsFrom - parts_.time.Uptime());
+    const bool start = startedAt_ && std::abs(from.Seconds() - startedAt_->Seconds()) < kSameMoment;
+    planned_.time = start ? *startedAt_ : ToTheMinute(from);
+    PutIfChanged(Box::StartTime);
+  }
+  if (!Runs(face.phase)) return;
+  ShowSchedule(face.schedule, {face.phase, face.round, face.secondsLeft}, parts_.time.TimeOfDay());
 }
 
 }  // namespace corvanel

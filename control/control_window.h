@@ -1,24 +1,29 @@
 #pragma once
 
 #include <array>
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include "basics/runtime_error.h"
+#include "clock/round_clock.h"
 #include "control/control_window_view.h"
 #include "control/program_exit.h"
 #include "session/prompts.h"
-#include "session/session.h"
-#include "session/time_source.h"
+#include "settings/settings_table.h"
 
 namespace corvanel {
 
-/// The logic of the control window: what each box, switch and button does to the session.
+/// The round and the time of day with which the next Start begins.
+struct PlannedStart {
+  int16_t round = 1;  // 1 to nRounds
+  ClockTime time;
+};
+
+/// The logic of the control window: what each box, switch and button does to the session. Owns the
+/// planned start, which follows a session under way.
 /// Entries are stored when they are finished; a wrong one is told in one message and the old value
-/// stays. Every handler reports unexpected errors under the name of the window.
-class ControlWindow {
+/// stays. Every handler reports unexpected errors under its name.
+class ControlWindow : public SessionListener {
  public:
   struct Parts {
     Session& session;
@@ -26,17 +31,25 @@ class ControlWindow {
     Prompts& prompts;
     ErrorTrap& errors;
     const TimeSource& time;
-    SessionClock& clock;
-    SessionKeeper& keeper;
-    Stage& stage;
+    RoundClock& clock;
+    SettingsTable& table;
+    ControlHost& host;
     ProgramExit& exit;
   };
   explicit ControlWindow(const Parts& parts) : parts_(parts) {}
 
   /// Fills the whole window from the session and calculates once.
   void Display();
-  /// The same after the session was changed from outside: offers to save the favourite in use.
-  void DisplayChanged();
+  /// The settings were exchanged as a whole: shows them. In a session under way the number of
+  /// rounds is raised to the round in play, and said.
+  void SettingsExchanged();
+  /// The store was loaded: proposes the next quarter hour as the start, unless a session is under
+  /// way, and shows the settings.
+  void SettingsLoaded();
+  /// A scoring file was opened for a session that has not begun, which is to start with round 1;
+  /// at `start` when the session's shape was taken over from the file.
+  void ScoringFileOpened(std::optional<ClockTime> start);
+  const PlannedStart& Planned() const { return planned_; }
 
   /// The text of a box was edited, not yet finished.
   void Change(Box box, const std::string& text);
@@ -60,46 +73,48 @@ class ControlWindow {
   /// paused one stays paused.
   void cmdResume_Click();
   void cmdStop_Click();
+
   /// The clock goes on with a session of an earlier run of the program: shows it.
   void SessionContinues();
-
-  /// The clock moved on: shows round, start time and finish as they are now.
-  void ShowProgress();
-
+  /// The director comes back from the displays: the next Start is proposed from the round in play.
+  void BackFromDisplays();
+  /// The clock moved on: round, start time and finish follow.
+  void ShowFace(const ClockFace& face) override;
   /// Ticks or clears the title's box as its show flag now is.
   void ShowTitleTick();
   /// Writes every time of day anew, after the form of times has changed.
   void RewriteTimes();
-
   /// Brings the derived times up to date: those of the plan, or of the session under way.
   void DoCalc();
 
  private:
-  static constexpr std::string_view kPlace = "frmMain";
-  static constexpr std::string_view kMinutesWanted = "The minutes per round must be greater than 0";
-
   bool Validate(Box box, const std::string& text);
   bool Store(Box box, const std::string& text);
   bool StoreEntry(Box box, const std::string& text);
-  void StoreNumberOfRounds(const std::string& text);
   bool StoreMinutes(float& minutes, const std::string& text, float least);
   bool StoreMinPerRound(const std::string& text);
   bool StoreBreakRound(const std::string& text);
-  void StoreCurrentRound(const std::string& text);
+  void StoreNumberOfRounds(const std::string& text);
+  void PlanRound(int16_t round);
+  void KeepRoundInPlay();
   std::string TextOf(Box box) const;
   void Put(Box box);
-  void CaptionStart(const std::string& round);
-  void Calculate(const Progress& progress);
-  void MeetRequiredFinish(ClockTime& finish) const;
-  void ShowSchedule(const Schedule& schedule);
+  void PutIfChanged(Box box);
+  void Calculate(const Standing& standing);
+  void ShowSchedule(const Schedule& schedule, const Standing& standing, ClockTime start);
   bool TitleTicked() const;
-  bool RefuseRoundLength();
-  void Handle(const std::function<void()>& step);
+  bool RefuseRoundLength(float minutes);
+  template <class Step>
+  void Handle(std::string_view handler, Step&& step);
   TimeForm Form() const { return parts_.session.options.Form(); }
+  SessionSettings& Settings() const { return parts_.session.settings; }
 
   Parts parts_;
-  bool started_ = false;
+  PlannedStart planned_;
   std::optional<ClockTime> startedAt_;     // shown to the second until the first move sets another
+  bool started_ = false;                   // in this run
+  int shownRound_ = 0;                     // of the clock, as it was last seen
+  double countsFrom_ = -1;                 // and its mark
   std::array<std::string, kBoxes> shown_;  // what each box held when it was last in order
 };
 

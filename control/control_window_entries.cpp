@@ -1,6 +1,9 @@
 // The entries of the control window: how each box's text is checked, stored and corrected.
 
+#include <fmt/format.h>
+
 #include <algorithm>
+#include <utility>
 
 #include "basics/numbers.h"
 #include "control/control_window.h"
@@ -8,9 +11,9 @@
 namespace corvanel {
 namespace {
 
-// Meant so: the example of the finish box's second message is not that of the first.
-const std::string kTimeWanted = "Please enter a valid time, e.g. 19:30";
-const std::string kFinishWanted = "Please enter a valid time, e.g. 21:30";
+constexpr const char* kTimeWanted = "Please enter a valid time, e.g. 19:30";
+// Deliberate: a finish is later than a start, and so is its example; but only at the second asking.
+constexpr const char* kFinishWanted = "Please enter a valid time, e.g. 21:30";
 
 bool IsTimeBox(Box box) {
   return box == Box::StartTime || box == Box::FinishTime;
@@ -46,9 +49,8 @@ bool ControlWindow::Commit(Box box, const std::string& text) {
 }
 
 bool ControlWindow::Store(Box box, const std::string& text) {
-  const bool running = parts_.clock.CurrentProgress().Running();
-  if (running && text == shown_[static_cast<size_t>(box)]) return true;
-  HandlerSteps step(parts_.errors, kPlace);
+  if (parts_.clock.UnderWay() && text == shown_[static_cast<size_t>(box)]) return true;
+  HandlerSteps step(parts_.errors, "frmMain.LostFocus");
   bool stored = false;
   step([&] { stored = StoreEntry(box, text); });
   step([&] { Put(box); });
@@ -57,8 +59,7 @@ bool ControlWindow::Store(Box box, const std::string& text) {
 }
 
 bool ControlWindow::StoreEntry(Box box, const std::string& text) {
-  Session& session = parts_.session;
-  SessionSettings& s = session.settings;
+  SessionSettings& s = Settings();
   switch (box) {
     case Box::nRounds:
       StoreNumberOfRounds(text);
@@ -76,7 +77,7 @@ bool ControlWindow::StoreEntry(Box box, const std::string& text) {
     case Box::BreakRound:
       return StoreBreakRound(text);
     case Box::CurrentRound:
-      StoreCurrentRound(text);
+      PlanRound(std::clamp<int16_t>(WholeNumber(text), 1, s.nRounds));
       return true;
     case Box::Skip:
       s.Skip = text;
@@ -91,7 +92,7 @@ bool ControlWindow::StoreEntry(Box box, const std::string& text) {
       s.RequiredFinish = TimeText(*ParseTime(text));
       return true;
     case Box::StartTime:
-      session.startTime = *ParseTime(TimeText(*ParseTime(text)));
+      planned_.time = ToTheMinute(*ParseTime(text));
       startedAt_.reset();
       return true;
   }
@@ -99,12 +100,25 @@ bool ControlWindow::StoreEntry(Box box, const std::string& text) {
 }
 
 void ControlWindow::StoreNumberOfRounds(const std::string& text) {
-  Session& session = parts_.session;
-  session.settings.nRounds = WholeNumber(text);
-  if (session.settings.nRounds >= session.currentRound) return;
-  session.currentRound = 1;
-  Put(Box::CurrentRound);
-  CaptionStart("1");
+  Settings().nRounds = WholeNumber(text);
+  if (parts_.clock.UnderWay()) {
+    KeepRoundInPlay();
+    planned_.round = std::min(planned_.round, Settings().nRounds);
+    PutIfChanged(Box::CurrentRound);
+  } else if (Settings().nRounds < planned_.round) {
+    // Deliberate: back to the first round, not to the last.
+    PlanRound(1);
+  }
+}
+
+/// A session under way has at least as many rounds as are in play.
+void ControlWindow::KeepRoundInPlay() {
+  int16_t& rounds = Settings().nRounds;
+  const int16_t round = parts_.clock.State().round;
+  if (!parts_.clock.UnderWay() || rounds >= round) return;
+  const int16_t wanted = std::exchange(rounds, round);
+  parts_.prompts.Message(fmt::format(
+      "Round {} is in play, so the number of rounds was set to {}, not {}", round, round, wanted));
 }
 
 bool ControlWindow::StoreMinutes(float& minutes, const std::string& text, float least) {
@@ -118,11 +132,11 @@ bool ControlWindow::StoreMinutes(float& minutes, const std::string& text, float 
 }
 
 bool ControlWindow::StoreMinPerRound(const std::string& text) {
-  if (parts_.clock.CurrentProgress().Running() && Val(text) == 0) {
-    parts_.prompts.Message(std::string(kMinutesWanted));
+  if (parts_.clock.UnderWay() && Val(text) == 0) {
+    RefuseRoundLength(0);
     return false;
   }
-  return StoreMinutes(parts_.session.settings.MinPerRound, text, 0);
+  return StoreMinutes(Settings().MinPerRound, text, 0);
 }
 
 bool ControlWindow::StoreBreakRound(const std::string& text) {
@@ -131,15 +145,8 @@ bool ControlWindow::StoreBreakRound(const std::string& text) {
     parts_.prompts.Message("Please enter the number of a round, e.g. 6");
     return false;
   }
-  parts_.session.settings.BreakAfterRound = round;
+  Settings().BreakAfterRound = round;
   return true;
-}
-
-void ControlWindow::StoreCurrentRound(const std::string& text) {
-  Session& session = parts_.session;
-  session.currentRound =
-      std::clamp<int16_t>(WholeNumber(text), 1, std::max<int16_t>(session.settings.nRounds, 1));
-  CaptionStart(TextOf(Box::CurrentRound));
 }
 
 }  // namespace corvanel

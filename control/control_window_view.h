@@ -29,39 +29,28 @@ class ControlWindowView {
   virtual bool CommitEditing() = 0;
   virtual void OfferFavouriteSave(bool offered) = 0;
   virtual void OfferResume() = 0;
-  /// The evening from `start` on.
+  /// The evening whose first line begins at `start`.
   virtual void ShowTimetable(const std::vector<TimetableLine>& lines, ClockTime start) = 0;
+
+  /// The list `cboFavs`, its text, and whether the loader frame around it is shown.
+  virtual void ShowFavourites(const std::vector<std::string>& names, const std::string& text) = 0;
+  /// The label that names the favourite in use.
+  virtual void ShowInUse(const std::string& name) = 0;
+  virtual void ClearNewName() = 0;
 };
 
-/// The round clock as the control window sees it.
-class SessionClock {
+/// What the control window has the program around it do.
+class ControlHost {
  public:
-  virtual ~SessionClock() = default;
-  virtual Progress CurrentProgress() const = 0;
-  /// Starts the session with the current round, from any state.
-  virtual void Start() = 0;
-  /// Writes the schedule texts on the displays anew.
-  virtual void RefreshSchedule() = 0;
-};
-
-/// Keeps the settings in use.
-class SessionKeeper {
- public:
-  virtual ~SessionKeeper() = default;
-  /// Copies the live settings into the set in use and writes the store.
-  virtual void SaveSession() = 0;
-  /// Writes fonts and colours of all ten display elements and the options of the displays.
-  virtual void SaveDisplayOptions() = 0;
-};
-
-/// Switches between the control window and the displays.
-class Stage {
- public:
-  virtual ~Stage() = default;
+  virtual ~ControlHost() = default;
   /// The director starts a session; it will be shown and begin to count next.
   virtual void SessionStarts() = 0;
   /// Shows the room display (and its twin when the session has one), hides the control window.
   virtual void ShowDisplays() = 0;
+  /// Writes state, position and size of the room display to the store.
+  virtual void SaveDisplayGeometry() = 0;
+  virtual void ShutDownComputer() = 0;
+  virtual void EndProgram() = 0;
 };
 
 }  // namespace corvanel

@@ -9,8 +9,6 @@
 namespace corvanel {
 namespace {
 
-constexpr std::string_view kPlace = "frmMain";
-
 /// The text in lower case, accented letters included. What is no UTF-8 stays as it is.
 std::string LowerCase(const std::string& text) {
   utf8proc_uint8_t* folded = nullptr;
@@ -45,8 +43,7 @@ int Favourites::FindOrTell(const std::string& name) const {
   return slot;
 }
 
-void Favourites::Fill() {
-  list_ = parts_.table.FavouriteNames();
+void Favourites::ShowList() {
   parts_.view.ShowFavourites(list_, parts_.table.CurrentName());
   parts_.view.ShowInUse(parts_.table.CurrentName());
   parts_.view.ClearNewName();
@@ -54,13 +51,9 @@ void Favourites::Fill() {
 
 /// Shows list and label for the favourite in use, and the settings in their boxes.
 void Favourites::Refresh() {
-  HandlerSteps step(parts_.errors, kPlace);
-  step([&] {
-    parts_.view.ShowFavourites(list_, parts_.table.CurrentName());
-    parts_.view.ShowInUse(parts_.table.CurrentName());
-    parts_.view.ClearNewName();
-  });
-  step([&] { parts_.control.Display(); });
+  HandlerSteps step(parts_.errors, "frmMain.Display");
+  step([&] { ShowList(); });
+  step([&] { parts_.control.SettingsExchanged(); });
 }
 
 void Favourites::cmdSaveDefault_Click(const std::string& name) {
@@ -88,7 +81,7 @@ void Favourites::cmdSaveDefault_Click(const std::string& name) {
 /// Puts the live settings into a slot under a name, in whatever spelling it now has.
 void Favourites::Save(int slot, const std::string& name) {
   const std::string before = parts_.table.Entry(slot).Name;
-  HandlerSteps step(parts_.errors, kPlace);
+  HandlerSteps step(parts_.errors, "frmMain.cmdFavSave_Click");
   parts_.table.UseFavourite(slot, name);
   parts_.table.CaptureSettings(slot);
   step([&] { parts_.table.SaveDefaults(); });
@@ -102,29 +95,15 @@ void Favourites::Save(int slot, const std::string& name) {
 }
 
 void Favourites::cboFavs_Click(const std::string& name) {
-  HandlerSteps(parts_.errors, kPlace)([&] { Choose(name); });
+  if (const int slot = FindOrTell(name); slot != 0) Choose(slot);
 }
 
-void Favourites::Choose(const std::string& name) {
-  const int slot = FindOrTell(name);
-  if (slot == 0) return;
-  const int16_t round = parts_.session.currentRound;
+void Favourites::Choose(int slot) {
+  HandlerSteps step(parts_.errors, "frmMain.cboFavs_Click");
   parts_.table.UseFavourite(slot, parts_.table.Entry(slot).Name);
   parts_.table.ApplySettings(slot);
-  if (parts_.clock.CurrentProgress().Running()) parts_.session.currentRound = round;
-  KeepRoundInSession();
-  HandlerSteps step(parts_.errors, kPlace);
   step([&] { parts_.table.SaveDefaults(); });
   Refresh();
-}
-
-void Favourites::KeepRoundInSession() {
-  int16_t& rounds = parts_.session.settings.nRounds;
-  const int16_t round = parts_.session.currentRound;
-  if (rounds >= round) return;
-  parts_.prompts.Message(fmt::format(
-      "Round {} is being played, so the number of rounds is {} and not {}", round, round, rounds));
-  rounds = round;
 }
 
 void Favourites::cmdFavSave_Click(const std::string& name) {
@@ -134,7 +113,7 @@ void Favourites::cmdFavSave_Click(const std::string& name) {
   }
   const int slot = Find(name);
   if (slot == 0) {
-    // Meant so: the message ends in the two line breaks.
+    // Deliberate: the message ends in the two line breaks, where the others go on.
     parts_.prompts.Message(name + " cannot be found\r\n\r\n");
     return;
   }
@@ -148,40 +127,42 @@ void Favourites::cmdFavDelete_Click(const std::string& name) {
   if (slot == 0) return;
   const Answer answer =
       parts_.prompts.AskYesNo("Do you want to delete the favourite - \r\n\r\n" + name);
-  if (answer == Answer::Yes) HandlerSteps(parts_.errors, kPlace)([&] { Delete(slot, name); });
+  if (answer == Answer::Yes) Delete(slot, name);
 }
 
+/// The first one of the list comes into use in its place; but the evening of a session under way
+/// stays as it is.
 void Favourites::Delete(int slot, const std::string& name) {
+  HandlerSteps step(parts_.errors, "frmMain.cmdFavDelete_Click");
+  const bool inUse = slot == parts_.table.FavouriteInUse();
   parts_.table.DeleteFavourite(slot);
   const std::string wanted = LowerCase(name);
   const auto listed = std::find_if(list_.begin(), list_.end(), [&](const std::string& item) {
     return LowerCase(item) == wanted;
   });
   if (listed != list_.end()) list_.erase(listed);
-  if (!list_.empty()) {
-    const std::string next = list_.front();
-    Choose(next);
-    // Meant so: 1 whatever slot the first item has; from here on only the name counts.
-    parts_.table.UseFavourite(1, next);
+  if (parts_.clock.UnderWay()) {
+    if (inUse) parts_.table.UseFavourite(0, "");
+  } else {
+    const std::string next = list_.empty() ? "" : list_.front();
+    parts_.table.UseFavourite(Find(next), next);
   }
-  parts_.table.SaveDefaults();
-  Reload();
+  step([&] { parts_.table.SaveDefaults(); });
+  if (parts_.clock.UnderWay()) {
+    step([&] { ShowList(); });
+  } else {
+    Reload();
+  }
 }
 
 void Favourites::Reload() {
-  Session& session = parts_.session;
-  const bool running = parts_.clock.CurrentProgress().Running();
-  const ClockTime start = session.startTime;
-  const int16_t round = session.currentRound;
-  HandlerSteps step(parts_.errors, kPlace);
-  step([&] { parts_.table.GetDefaults(parts_.time.TimeOfDay()); });
-  if (running) {
-    session.startTime = start;
-    session.currentRound = round;
-    step([&] { KeepRoundInSession(); });
-  }
-  step([&] { Fill(); });
-  step([&] { parts_.control.Display(); });
+  HandlerSteps step(parts_.errors, "frmMain.GetDefaults");
+  step([&] { parts_.table.GetDefaults(); });
+  step([&] {
+    list_ = parts_.table.FavouriteNames();
+    ShowList();
+  });
+  step([&] { parts_.control.SettingsLoaded(); });
 }
 
 }  // namespace corvanel

@@ -5,7 +5,6 @@
 
 #include "basics/runtime_error.h"
 #include "control/control_window.h"
-#include "control/favourites_view.h"
 #include "session/prompts.h"
 #include "settings/settings_table.h"
 
@@ -18,18 +17,13 @@ class Favourites {
  public:
   struct Parts {
     SettingsTable& table;
-    Session& session;
-    FavouritesView& view;
+    const RoundClock& clock;
+    ControlWindowView& view;
     ControlWindow& control;
     Prompts& prompts;
     ErrorTrap& errors;
-    const TimeSource& time;
-    const SessionClock& clock;
   };
   explicit Favourites(const Parts& parts) : parts_(parts) {}
-
-  /// Lists the favourites in slot order, as they were loaded.
-  void Fill();
 
   /// Saves the live settings under the name that was typed for a new favourite.
   void cmdSaveDefault_Click(const std::string& name);
@@ -39,15 +33,14 @@ class Favourites {
   void cmdFavSave_Click(const std::string& name);
   void cmdFavDelete_Click(const std::string& name);
 
-  /// Loads everything anew from the store, as after an import. A session under way keeps its
-  /// start time and its round; a number of rounds below that is raised to it, and said.
+  /// Loads everything anew from the store, as at the start or after an import.
   void Reload();
 
  private:
   void Save(int slot, const std::string& name);
-  void Choose(const std::string& name);
+  void Choose(int slot);
   void Delete(int slot, const std::string& name);
-  void KeepRoundInSession();
+  void ShowList();
   int Find(const std::string& name) const;
   int FindOrTell(const std::string& name) const;
   void Refresh();

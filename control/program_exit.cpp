@@ -3,7 +3,7 @@
 namespace corvanel {
 
 void ProgramExit::FromControlWindow(bool clockWasStarted) {
-  if (clockWasStarted) ending_.SaveDisplayGeometry();
+  if (clockWasStarted) host_.SaveDisplayGeometry();
   End(AskShutdown());
 }
 
@@ -11,7 +11,7 @@ bool ProgramExit::FromDisplay() {
   if (prompts_.AskYesNo("Do you want to exit the program?") != Answer::Yes) return false;
   const Way way = AskShutdown();
   if (way == Way::Stay) return false;
-  ending_.SaveDisplayGeometry();
+  host_.SaveDisplayGeometry();
   End(way);
   return true;
 }
@@ -34,8 +34,8 @@ ProgramExit::Way ProgramExit::AskShutdown() {
 
 void ProgramExit::End(Way way) {
   if (way == Way::Stay) return;
-  if (way == Way::EndAndShutDown) ending_.ShutDownComputer();
-  ending_.EndProgram();
+  if (way == Way::EndAndShutDown) host_.ShutDownComputer();
+  host_.EndProgram();
 }
 
 }  // namespace corvanel

@@ -1,25 +1,16 @@
 #pragma once
 
+#include "control/control_window_view.h"
 #include "session/prompts.h"
 #include "session/session.h"
 
 namespace corvanel {
 
-/// How the program ends, carried out by the program that owns the windows.
-class ProgramEnding {
- public:
-  virtual ~ProgramEnding() = default;
-  /// Writes state, position and size of the room display to the store.
-  virtual void SaveDisplayGeometry() = 0;
-  virtual void ShutDownComputer() = 0;
-  virtual void EndProgram() = 0;
-};
-
 /// The ways out of the program that the director can take, with their questions.
 class ProgramExit {
  public:
-  ProgramExit(const Session& session, Prompts& prompts, ProgramEnding& ending)
-      : session_(session), prompts_(prompts), ending_(ending) {}
+  ProgramExit(const Session& session, Prompts& prompts, ControlHost& host)
+      : session_(session), prompts_(prompts), host_(host) {}
 
   /// From the control window: asks nothing but the shutdown question. The display's geometry is
   /// saved first, when the clock has been started in this run. Returns when the director cancels.
@@ -36,7 +27,7 @@ class ProgramExit {
 
   const Session& session_;
   Prompts& prompts_;
-  ProgramEnding& ending_;
+  ControlHost& host_;
 };
 
 }  // namespace corvanel

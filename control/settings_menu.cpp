@@ -1,14 +1,8 @@
 #include "control/settings_menu.h"
 
 namespace corvanel {
-namespace {
-
-constexpr std::string_view kPlace = "frmMain";
-
-}  // namespace
-
 void SettingsMenu::mnuSettingsExport_Click() {
-  HandlerSteps(parts_.errors, kPlace)([&] {
+  Guarded(parts_.errors, "frmMain.mnuSettingsExport_Click", [&] {
     const auto path = parts_.prompts.ChooseFileToSave("Settings.txt", "Settings (*.txt)|*.txt");
     if (path) Export(*path);
   });
@@ -16,7 +10,7 @@ void SettingsMenu::mnuSettingsExport_Click() {
 
 void SettingsMenu::Export(const std::string& path) {
   const ExportOutcome outcome = ExportSettings(parts_.store);
-  const Result<bool> written = parts_.files.WriteFile(path, outcome.bytes);
+  const Status written = parts_.files.WriteFile(path, outcome.bytes);
   if (!written) {
     parts_.prompts.Message("Settings could not be saved\r\n" + written.Failure().description);
     return;
@@ -29,11 +23,11 @@ void SettingsMenu::Export(const std::string& path) {
 }
 
 void SettingsMenu::mnuSettingsImport_Click() {
-  HandlerSteps(parts_.errors, kPlace)([&] {
+  Guarded(parts_.errors, "frmMain.mnuSettingsImport_Click", [&] {
     const auto path = parts_.prompts.ChooseFileToOpen(
         "Select import file", parts_.session.ProgramFolder, "Text File(*.txt)|*.txt");
     if (!path) {
-      // Meant so: the same words whether the director cancels or the file fails.
+      // Deliberate: the same words whether the director cancels or the file fails.
       parts_.prompts.Message("Settings could not be imported");
     } else if (Import(*path)) {
       parts_.prompts.Message("Settings imported successfully");
@@ -58,7 +52,7 @@ bool SettingsMenu::Import(const std::string& path) {
 }
 
 void SettingsMenu::mnuSettingsUndoImport_Click() {
-  HandlerSteps(parts_.errors, kPlace)([&] {
+  Guarded(parts_.errors, "frmMain.mnuSettingsUndoImport_Click", [&] {
     if (!parts_.store.RestoreCopy()) {
       parts_.prompts.Message("No settings have been kept by an import yet");
       return;

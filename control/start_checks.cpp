@@ -11,8 +11,8 @@
 namespace corvanel {
 namespace {
 
-/// Whether the session as it is set comes to the moment of a cue.
-bool Comes(Cue cue, const SessionSettings& s) {
+/// Whether the session as it is set will come to the moment of a cue.
+bool WillOccur(Cue cue, const SessionSettings& s) {
   switch (cue) {
     case Cue::LastWarning:
       return s.MinWarning > 0;
@@ -33,17 +33,16 @@ bool Comes(Cue cue, const SessionSettings& s) {
 }
 
 /// The files of the cues that will be played.
-std::set<std::string> FilesWanted(const Session& session) {
+std::set<std::string> FilesWanted(const Session& session, bool scoringOpen) {
   const SessionSettings& settings = session.settings;
   const Options& options = session.options;
   std::set<std::string> files;
-  if (session.unitLinkOpen && options.BMAutoPause && options.BMPausePlay &&
-      !options.BMPauseSound.empty()) {
+  if (scoringOpen && options.BMAutoPause && options.BMPausePlay && !options.BMPauseSound.empty()) {
     files.insert(options.BMPauseSound);
   }
   for (size_t i = 0; i < kCues; ++i) {
     const std::string& file = settings.sounds.files[i];
-    if (settings.sounds.play[i] != 0 && !file.empty() && Comes(static_cast<Cue>(i), settings)) {
+    if (settings.sounds.play[i] != 0 && !file.empty() && WillOccur(static_cast<Cue>(i), settings)) {
       files.insert(file);
     }
   }
@@ -61,7 +60,7 @@ void SetOrClear(Notices& notices, NoticeKind kind, const std::string& text) {
 }  // namespace
 
 void CheckBeforeStart(const Session& session, const Surroundings& around, Notices& notices) {
-  const std::set<std::string> wanted = FilesWanted(session);
+  const std::set<std::string> wanted = FilesWanted(session, around.scoringOpen);
   std::set<std::string> missing;
   for (const std::string& file : wanted) {
     if (!around.sounds.IsThere(file)) missing.insert(std::string(FileName(file)));
@@ -73,10 +72,10 @@ void CheckBeforeStart(const Session& session, const Surroundings& around, Notice
                                fmt::join(missing, ", ")));
   SetOrClear(notices, NoticeKind::SoundDevice,
              around.soundDevice || wanted.empty() ? ""
-                                                  : "No sound can be heard: this computer has no "
-                                                    "loudspeaker now");
+                                                  : "No sound will be heard: no audio output is "
+                                                    "connected");
   SetOrClear(notices, NoticeKind::Scoring,
-             session.unitLinkOpen && !around.scoringProblem.empty()
+             around.scoringOpen && !around.scoringProblem.empty()
                  ? session.options.TableTopUnit + ": " + around.scoringProblem
                  : "");
   SetOrClear(notices, NoticeKind::SecondScreen,

@@ -12,7 +12,8 @@ namespace corvanel {
 struct Surroundings {
   const SoundPlayer& sounds;
   bool soundDevice = true;
-  std::string scoringProblem;  // why the scoring file that is open cannot be followed, or empty
+  bool scoringOpen = false;    // a scoring file is open
+  std::string scoringProblem;  // why it cannot be followed; empty when it can
   bool secondScreen = true;
 };
 

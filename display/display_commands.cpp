@@ -5,9 +5,6 @@
 namespace corvanel {
 namespace {
 
-constexpr std::string_view kPlace = "modTimer";
-constexpr std::string_view kTwinPlace = "frmDisplay2";
-
 const std::string kUnlessOnSecondMonitor =
     "You can't use full screen when you have set\r\n"
     "the option for Corvanel to be always on top\r\n"
@@ -20,79 +17,49 @@ int32_t WholeTwips(double twips) {
 
 }  // namespace
 
-void DisplayCommands::Form_KeyDown(int virtualKey, DisplayForm& form) {
-  const auto command = CommandOfKey(virtualKey, form.Kind());
-  if (!command) return;
-  HandlerSteps(parts_.errors, kPlace)([&] { Run(*command, form); });
-}
-
 void DisplayCommands::Run(DisplayCommand command, DisplayForm& form) {
+  RoundClock& clock = parts_.clock;
+  DisplayForm& room = parts_.host.RoomDisplay();
   switch (command) {
     case DisplayCommand::TogglePause:
-      if (parts_.clock.State().paused) {
-        cmdResume_Click();
-      } else {
-        cmdPause_Click();
-      }
-      break;
+      return clock.Do(clock.State().paused ? SessionCommand::Resume : SessionCommand::Pause);
+    case DisplayCommand::Pause:
+      return clock.Do(SessionCommand::Pause);
+    case DisplayCommand::Resume:
+      return clock.Do(SessionCommand::Resume);
     case DisplayCommand::AddMinute:
-      vsbChange_Change(-1);
-      break;
+      return vsbChange_Change(-1);
     case DisplayCommand::SubtractMinute:
-      vsbChange_Change(1);
-      break;
+      return vsbChange_Change(1);
     case DisplayCommand::NextRound:
-      cmdNextRound_Click();
-      break;
+      return clock.Do(SessionCommand::NextRound);
     case DisplayCommand::Restart:
-      cmdRestart_Click();
-      break;
+      return clock.Do(SessionCommand::Restart);
     case DisplayCommand::Undo:
-      cmdUndo_Click();
-      break;
+      return clock.Do(SessionCommand::Undo);
     case DisplayCommand::Close:
-      cmdClose_Click(form);
-      break;
+      return cmdClose_Click(form);
     case DisplayCommand::ToggleFullScreen:
-      cmdFullScreen_Click(form.Place().normal ? 0 : 1, form);
-      break;
+      return cmdFullScreen_Click(form.Place().normal ? 0 : 1, form);
     case DisplayCommand::Help:
-      parts_.host.ShowHelp();
-      break;
+      return parts_.host.ShowHelp();
     case DisplayCommand::Exit:
-      Exit();
-      break;
+      return Exit();
+    case DisplayCommand::ExplainMinutes:
+      return cmdChange_Click();
+    case DisplayCommand::Sounds:
+      return parts_.host.ShowSoundOptions();
+    case DisplayCommand::Options:
+      return parts_.host.ShowDisplayOptions();
     case DisplayCommand::ToggleHidden:
-      cmdHide_Click(parts_.host.RoomDisplay().Visible() ? 0 : 1);
-      break;
+      return cmdHide_Click(room.Visible() ? 0 : 1);
     case DisplayCommand::ToggleMonitorFullScreen:
-      cmdMonitorFullScreen_Click(parts_.host.RoomDisplay().Place().normal ? 0 : 1);
-      break;
+      return cmdMonitorFullScreen_Click(room.Place().normal ? 0 : 1);
   }
 }
 
-void DisplayCommands::cmdPause_Click() {
-  parts_.clock.Pause();
-}
-
-void DisplayCommands::cmdResume_Click() {
-  parts_.clock.Resume();
-}
-
-void DisplayCommands::cmdNextRound_Click() {
-  parts_.clock.NextRound();
-}
-
-void DisplayCommands::cmdRestart_Click() {
-  parts_.clock.Restart();
-}
-
-void DisplayCommands::cmdUndo_Click() {
-  parts_.clock.Undo();
-}
-
 void DisplayCommands::cmdClose_Click(DisplayForm& form) {
-  HandlerSteps step(parts_.errors, kPlace);
+  HandlerSteps step(parts_.errors, "modTimer.cmdClose_Click");
   step([&] { parts_.host.ShowControlWindow(); });
   step([&] { form.SetVisible(false); });
   step([&] { parts_.host.ShowMonitorPairs(); });
@@ -103,11 +70,11 @@ void DisplayCommands::Exit() {
   DisplayForm& twin = parts_.host.Twin();
   const bool twinMakesWay = parts_.session.settings.ExtraMonitor != 0 && twin.Visible();
   if (twinMakesWay) twin.SetVisible(false);
-  const bool ends = parts_.exit.FromDisplay();
+  const bool ends = parts_.host.ExitFromDisplay();
   if (twinMakesWay && !ends) twin.SetVisible(true);
 }
 
-bool DisplayCommands::RefuseFullScreen(const DisplayForm& form) {
+bool DisplayCommands::RefuseFullScreen() {
   if (!parts_.session.options.OnTop) return false;
   if (parts_.session.settings.ExtraMonitor == 0) {
     parts_.prompts.Message(
@@ -116,20 +83,17 @@ bool DisplayCommands::RefuseFullScreen(const DisplayForm& form) {
         "You can change the setting from the options menu");
     return true;
   }
-  const double left = form.Place().left;
-  // Meant so: joined by "or" one of the two always holds, and the refusal always comes.
-  if (left < parts_.host.ScreenWidth() - 500 || left > -200) {
-    parts_.prompts.Message(kUnlessOnSecondMonitor);
-    return true;
-  }
-  return false;
+  // Deliberate: refused wherever the window stands, though the message speaks of an exception. That
+  // one is the twin's to give.
+  parts_.prompts.Message(kUnlessOnSecondMonitor);
+  return true;
 }
 
 void DisplayCommands::cmdFullScreen_Click(int index, DisplayForm& form) {
-  HandlerSteps step(parts_.errors, kPlace);
+  HandlerSteps step(parts_.errors, "modTimer.cmdFullScreen_Click");
   const bool fullScreen = index == 0;
   bool refused = false;
-  step([&] { refused = fullScreen && RefuseFullScreen(form); });
+  step([&] { refused = fullScreen && RefuseFullScreen(); });
   if (refused) return;
   step([&] {
     if (fullScreen && form.Kind() == DisplayKind::Room) RememberPlace(form.Place());
@@ -140,7 +104,7 @@ void DisplayCommands::cmdFullScreen_Click(int index, DisplayForm& form) {
 }
 
 void DisplayCommands::cmdHide_Click(int index) {
-  HandlerSteps step(parts_.errors, kTwinPlace);
+  HandlerSteps step(parts_.errors, "frmDisplay2.cmdHide_Click");
   step([&] { parts_.host.RoomDisplay().SetVisible(index > 0); });
   step([&] { parts_.host.ShowMonitorPairs(); });
 }
@@ -155,7 +119,7 @@ bool DisplayCommands::RefuseMonitorFullScreen(const DisplayForm& room) {
 }
 
 void DisplayCommands::cmdMonitorFullScreen_Click(int index) {
-  HandlerSteps step(parts_.errors, kTwinPlace);
+  HandlerSteps step(parts_.errors, "frmDisplay2.cmdMonitorFullScreen_Click");
   DisplayForm& room = parts_.host.RoomDisplay();
   step([&] {
     if (index != 0) {
@@ -172,14 +136,13 @@ void DisplayCommands::cmdMonitorFullScreen_Click(int index) {
 }
 
 void DisplayCommands::cmdChange_Click() {
-  HandlerSteps(parts_.errors, kPlace)([&] {
-    parts_.prompts.Message(
-        "Click on the up or down arrows to the right\r\nto add or subtract one minute");
-  });
+  parts_.prompts.Message(
+      "Click on the up or down arrows to the right\r\nto add or subtract one minute");
 }
 
 void DisplayCommands::vsbChange_Change(int value) {
-  if (value != 0) parts_.clock.ChangeMinutes(-value);
+  if (value == 0) return;
+  parts_.clock.Do(value < 0 ? SessionCommand::AddMinute : SessionCommand::SubtractMinute);
 }
 
 void DisplayCommands::RememberPlace(const WindowPlace& place) {

@@ -2,7 +2,6 @@
 
 #include "basics/runtime_error.h"
 #include "clock/round_clock.h"
-#include "control/program_exit.h"
 #include "display/shortcuts.h"
 #include "session/prompts.h"
 #include "session/session.h"
@@ -31,18 +30,21 @@ class DisplayForm {
   virtual void SetVisible(bool visible) = 0;
 };
 
-/// What the shared commands need of the program around them.
+/// What the displays have the program around them do.
 class DisplayHost {
  public:
   virtual ~DisplayHost() = default;
   /// The control window comes to the front with the current round in its box.
   virtual void ShowControlWindow() = 0;
   virtual void ShowHelp() = 0;
+  virtual void ShowSoundOptions() = 0;
+  virtual void ShowDisplayOptions() = 0;
+  /// Asks whether to end the program, and ends it. False when the director stays.
+  virtual bool ExitFromDisplay() = 0;
   /// Full width of the primary screen, twips.
   virtual double ScreenWidth() const = 0;
-  /// Both windows' full-screen button pairs follow the invoking window.
+  /// The button pairs of both windows follow how these stand now.
   virtual void ShowFullScreenPair(bool fullScreen) = 0;
-  /// The twin's own button pairs follow the room display.
   virtual void ShowMonitorPairs() = 0;
   virtual DisplayForm& RoomDisplay() = 0;
   virtual DisplayForm& Twin() = 0;
@@ -57,26 +59,18 @@ class DisplayCommands {
     Prompts& prompts;
     ErrorTrap& errors;
     DisplayHost& host;
-    ProgramExit& exit;
   };
   explicit DisplayCommands(const Parts& parts) : parts_(parts) {}
 
-  /// Runs what the key stands for; a key without a command does nothing. Virtual-key code.
-  void Form_KeyDown(int virtualKey, DisplayForm& form);
+  /// Carries out a command that was given on a window.
+  void Run(DisplayCommand command, DisplayForm& form);
 
-  void cmdPause_Click();
-  void cmdResume_Click();
-  void cmdNextRound_Click();
-  void cmdRestart_Click();
-  void cmdUndo_Click();
-  void cmdClose_Click(DisplayForm& form);
   /// `index`: 0 for full screen, 1 for a normal window.
   void cmdFullScreen_Click(int index, DisplayForm& form);
   /// The twin's buttons for the room display. `index`: 0 to hide it, 1 to show it again.
   void cmdHide_Click(int index);
   /// `index`: 0 for full screen, 1 for a normal window.
   void cmdMonitorFullScreen_Click(int index);
-  void cmdChange_Click();
   /// The minute adjuster moved: one step up (-1) adds a minute, one down (1) takes one off.
   void vsbChange_Change(int value);
 
@@ -85,9 +79,10 @@ class DisplayCommands {
   void CaptureGeometry(const DisplayForm& roomDisplay);
 
  private:
-  void Run(DisplayCommand command, DisplayForm& form);
+  void cmdClose_Click(DisplayForm& form);
+  void cmdChange_Click();
   void Exit();
-  bool RefuseFullScreen(const DisplayForm& form);
+  bool RefuseFullScreen();
   bool RefuseMonitorFullScreen(const DisplayForm& room);
   void RememberPlace(const WindowPlace& place);
 

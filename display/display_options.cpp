@@ -41,14 +41,10 @@ constexpr std::array<std::string_view, kShowBoxes> kCaptions = {
 
 }  // namespace
 
-DisplayOptions::DisplayOptions(Session& session, SessionKeeper& keeper, DisplayOptionsHost& host,
-                               ErrorTrap& errors)
-    : session_(session),
-      keeper_(keeper),
-      host_(host),
-      errors_(errors),
-      optionsBefore_(session.options),
-      elementsBefore_(session.elements) {}
+DisplayOptions::DisplayOptions(const Parts& parts)
+    : parts_(parts),
+      optionsBefore_(parts.session.options),
+      elementsBefore_(parts.session.elements) {}
 
 std::vector<std::string> DisplayOptions::Names() const {
   std::vector<std::string> names(kElementNames.begin(), kElementNames.end());
@@ -108,9 +104,9 @@ bool DisplayOptions::Shown(size_t box) const {
 }
 
 void DisplayOptions::Apply(const std::function<void()>& change) {
-  HandlerSteps step(errors_, kPlace);
+  HandlerSteps step(parts_.errors, kPlace);
   step(change);
-  step([&] { host_.RearrangeDisplays(); });
+  step([&] { parts_.rearrange(); });
 }
 
 void DisplayOptions::SetStyle(Element element, const ElementStyle& style) {
@@ -126,15 +122,15 @@ void DisplayOptions::SetOnlyOnControl(bool only) {
 }
 
 void DisplayOptions::SetTimeForm(TimeForm form) {
-  HandlerSteps step(errors_, kPlace);
+  HandlerSteps step(parts_.errors, kPlace);
   step([&] { session_.options.TimeAs24hour = form == TimeForm::Hours24; });
-  step([&] { host_.RewriteTimes(); });
+  step([&] { parts_.rewriteTimes(); });
 }
 
 void DisplayOptions::SetTimeChange(int seconds) {
-  HandlerSteps step(errors_, kPlace);
+  HandlerSteps step(parts_.errors, kPlace);
   step([&] { session_.options.TimeChange = static_cast<int16_t>(seconds); });
-  step([&] { host_.RewriteTimes(); });
+  step([&] { parts_.rewriteTimes(); });
 }
 
 void DisplayOptions::cmdRestore_Click() {
@@ -142,9 +138,9 @@ void DisplayOptions::cmdRestore_Click() {
 }
 
 void DisplayOptions::cmdClose_Click() {
-  HandlerSteps step(errors_, kPlace);
-  step([&] { keeper_.SaveDisplayOptions(); });
-  step([&] { host_.RearrangeDisplays(); });
+  HandlerSteps step(parts_.errors, kPlace);
+  step([&] { parts_.save(); });
+  step([&] { parts_.rearrange(); });
 }
 
 void DisplayOptions::cmdCancel_Click() {
@@ -159,7 +155,7 @@ void DisplayOptions::cmdCancel_Click() {
     options.TimeAs24hour = optionsBefore_.TimeAs24hour;
     options.TimeChange = optionsBefore_.TimeChange;
   });
-  HandlerSteps(errors_, kPlace)([&] { host_.RewriteTimes(); });
+  Guarded(parts_.errors, kPlace, parts_.rewriteTimes);
 }
 
 }  // namespace corvanel

@@ -5,20 +5,9 @@
 #include <vector>
 
 #include "basics/runtime_error.h"
-#include "control/control_window_view.h"
 #include "session/session.h"
 
 namespace corvanel {
-
-/// Where a change of the display options shows at once.
-class DisplayOptionsHost {
- public:
-  virtual ~DisplayOptionsHost() = default;
-  /// Lays the displays out anew (the twin only while it is in use).
-  virtual void RearrangeDisplays() = 0;
-  /// Writes every time of day anew, in the control window and on the displays.
-  virtual void RewriteTimes() = 0;
-};
 
 /// The check boxes of the dialog, by their index.
 constexpr size_t kShowBoxes = 8;
@@ -27,8 +16,14 @@ constexpr size_t kShowBoxes = 8;
 /// Close keeps and stores them.
 class DisplayOptions {
  public:
-  DisplayOptions(Session& session, SessionKeeper& keeper, DisplayOptionsHost& host,
-                 ErrorTrap& errors);
+  struct Parts {
+    Session& session;
+    std::function<void()> save;          // fonts, colours and options into the store
+    std::function<void()> rearrange;     // lays the displays out anew (the twin only while in use)
+    std::function<void()> rewriteTimes;  // in the control window and on the displays
+    ErrorTrap& errors;
+  };
+  explicit DisplayOptions(const Parts& parts);
 
   /// The ten names of the list, the last one with the name of the scoring unit in use.
   std::vector<std::string> Names() const;
@@ -65,10 +60,8 @@ class DisplayOptions {
   int16_t& Flag(size_t box) const;
   void Apply(const std::function<void()>& change);
 
-  Session& session_;
-  SessionKeeper& keeper_;
-  DisplayOptionsHost& host_;
-  ErrorTrap& errors_;
+  Parts parts_;
+  Session& session_ = parts_.session;
   const Options optionsBefore_;
   const ElementStyles elementsBefore_;
 };

@@ -7,8 +7,8 @@
 #include <map>
 #include <tuple>
 
-#include "clock/round_clock.h"
 #include "session/captions.h"
+#include "session/countdown.h"
 
 namespace corvanel {
 namespace {
@@ -349,7 +349,8 @@ WidestTexts WidestTextsOf(const Session& session, double secondsLeft) {
   }
   texts.finish = FinishLine(widestTime, form);
   if (s.optBreak) {
-    texts.finish = FinishAndBreak(texts.finish, BreakLine(widestTime, widestTime, form));
+    texts.finish =
+        FinishAndBreak(texts.finish, BreakLine({widestTime, widestTime, widestTime}, form));
   }
   return texts;
 }

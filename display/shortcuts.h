@@ -6,20 +6,25 @@
 
 namespace corvanel {
 
-/// What a key of the display windows does.
+/// What can be done from a display, by key or by button.
 enum class DisplayCommand {
-  ToggleFullScreen,
   TogglePause,
+  Pause,
+  Resume,
   AddMinute,
   SubtractMinute,
   NextRound,
   Restart,
   Undo,
   Close,
+  ToggleFullScreen,
+  Help,
   Exit,
-  ToggleHidden,
-  ToggleMonitorFullScreen,
-  Help
+  ExplainMinutes,
+  Sounds,
+  Options,
+  ToggleHidden,  // of the room display, from its twin
+  ToggleMonitorFullScreen
 };
 
 /// Which display a key was pressed on: the one for the room, or its twin on the director's screen.

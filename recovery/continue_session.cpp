@@ -8,19 +8,15 @@ namespace corvanel {
 namespace {
 
 constexpr double kOverFor = 3600;  // seconds after its end for which an evening is asked for
-constexpr double kLongestAbsence = 40000;  // seconds over which marks can be followed
 
-/// Seconds left of the phase at `moment`, which lies after the record was taken.
-double SecondsLeft(const SessionRecord& record, const Moment& moment) {
-  const ClockState& state = record.point.state;
-  const double end = state.phase == Phase::Move ? state.moveEnd : state.roundEnd;
-  if (state.paused) return SecondsRemaining(end, state.pauseMark);
-  return std::max(SecondsRemaining(end, record.counter) - moment.Since(record.at), 0.0);
+/// Where the session stood at `moment`, which lies after the record was taken.
+Standing Last(const SessionRecord& record, const Moment& moment) {
+  return record.state.At(record.at.uptime + moment.Since(record.at));
 }
 
 std::string TextOfPhase(const SessionRecord& record) {
-  const int round = record.point.currentRound;
-  switch (record.point.state.phase) {
+  const int round = record.state.round;
+  switch (record.state.phase) {
     case Phase::Break:
       return "Break";
     case Phase::Move:
@@ -42,46 +38,44 @@ std::optional<SessionRecord> ContinueSession::Latest() {
   for (const std::string& text : parts_.keeper.Kept()) {
     auto record = ReadRecord(text);
     if (record) {
-      if (!damage.empty())
-        tell("The last record of the session cannot be used, the one before it is");
+      if (!damage.empty()) tell("The last saved state was damaged; the one before it is used");
       return std::move(record.Value());
     }
     if (damage.empty()) damage = record.Failure().description;
   }
-  if (!damage.empty()) tell("The record of the last session cannot be used: " + damage);
+  if (!damage.empty()) tell("The saved state of the last session cannot be used: " + damage);
   return {};
 }
 
 /// Whether the session would have ended some time ago, had it run on since it was last alive.
 bool ContinueSession::LongOver(const SessionRecord& record) const {
-  const Moment now = parts_.time.ThisMoment();
-  const std::vector<TimetableLine> rest = Timetable(record.settings, record.point.currentRound);
+  const std::vector<TimetableLine> rest = Timetable(record.settings, Last(record, stopped_));
   const double minutes = rest.empty() ? 0 : rest.back().startsIn + rest.back().minutes;
-  if (now.Since(stopped_) > minutes * 60 + kOverFor) return true;
-  return !record.point.state.paused && now.Since(record.at) > kLongestAbsence;
+  return parts_.time.ThisMoment().Since(stopped_) > minutes * 60 + kOverFor;
 }
 
 std::string ContinueSession::Question(const SessionRecord& record) const {
   const double ago = parts_.time.ThisMoment().Since(stopped_);
   const ClockTime when = parts_.time.TimeOfDay().PlusSeconds(-ago);
   return fmt::format(
-      "Corvanel was ended while a session was running.\r\n\r\n{}, {} left{}\r\n"
-      "as it stood at {}, {}\r\n\r\nHow shall the session go on?",
-      TextOfPhase(record), MinutesAndSeconds(SecondsLeft(record, stopped_)),
-      record.point.state.paused ? ", paused" : "",
+      "Corvanel closed while a session was running.\r\n\r\n{}, {} left{}\r\n"
+      "Last seen at {}, {}\r\n\r\nHow do you want to continue?",
+      TextOfPhase(record), MinutesAndSeconds(Last(record, stopped_).secondsLeft),
+      record.state.paused ? ", paused" : "",
       TimeTextWithSeconds(when, parts_.session.options.Form()), AgoText(ago));
 }
 
 std::optional<SessionRecord> ContinueSession::Ask() {
   auto record = Latest();
-  if (!record || !record->point.state.Running()) return {};
+  if (!record || !Runs(record->state.phase)) return {};
   const auto alive = parts_.keeper.LastAlive();
   stopped_ = alive && alive->Since(record->at) > 0 ? *alive : record->at;
   if (LongOver(*record)) return {};
   const auto chosen = parts_.prompts.Choose(
       Question(*record),
-      {"As if the clock had run on", "From " + MinutesAndSeconds(SecondsLeft(*record, stopped_)),
-       "Not at all"});
+      {"As if the clock had kept running",
+       "From " + MinutesAndSeconds(Last(*record, stopped_).secondsLeft) + ", where it stopped",
+       "Do not continue"});
   if (!chosen) return {};  // nothing was decided: it can still be asked at the next start
   if (*chosen == 2) {
     parts_.keeper.Forget();
@@ -94,17 +88,17 @@ std::optional<SessionRecord> ContinueSession::Ask() {
 void ContinueSession::GoOn(const SessionRecord& record) {
   parts_.session.settings = record.settings;
   const Moment now = parts_.time.ThisMoment();
+  // From the uptimes of that run to those of this one; and the time in between, if it is not to
+  // count, on top.
   const double elapsed = now.Since(record.at);
-  double counted = fromWhereItStopped_ ? stopped_.Since(record.at) : elapsed;
-  // The question may have stood open all night: then the evening is over.
-  if (!record.point.state.paused) counted = std::min(counted, kLongestAbsence);
-  const double shift = parts_.time.Counter() - counted - record.counter;
+  const double toThisRun = now.uptime - elapsed - record.at.uptime;
+  const double notCounted = fromWhereItStopped_ ? elapsed - stopped_.Since(record.at) : 0;
   std::vector<UndoStep> undo = record.undo;
   for (UndoStep& step : undo) {
-    step.at += now.uptime - elapsed - record.at.uptime;
-    step.before = Shifted(step.before, shift);
+    step.at += toThisRun;
+    step.before = step.before.Shifted(toThisRun + notCounted);
   }
-  parts_.clock.Continue(Shifted(record.point, shift), undo);
+  parts_.clock.Continue(record.state.Shifted(toThisRun + notCounted), undo);
 }
 
 }  // namespace corvanel

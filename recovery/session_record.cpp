@@ -1,55 +1,81 @@
 #include "recovery/session_record.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <nlohmann/json.hpp>
-#include <tuple>
 
 namespace corvanel {
+namespace {
+
+using nlohmann::json;
+
+// Names rather than numbers, so that a record means the same whatever comes into an enumeration.
+constexpr std::array<const char*, 5> kPhases = {"idle", "round", "move", "break", "ended"};
+constexpr std::array<const char*, 10> kCommands = {
+    "start",     "pause",          "resume",    "nextRound", "restart",
+    "addMinute", "subtractMinute", "autoPause", "autoEnd",   "takeOutGap"};
+constexpr std::array<const char*, 4> kStyles = {"running", "lastWarning", "timeUp", "earlyWarning"};
+constexpr int kFirstStyle = static_cast<int>(Element::TimeRemaining);
+
+template <size_t count>
+int Find(const std::array<const char*, count>& names, const json& value) {
+  const auto found = std::find(names.begin(), names.end(), value.get<std::string>());
+  if (found == names.end()) throw json::other_error::create(501, "unknown name", &value);
+  return static_cast<int>(found - names.begin());
+}
+
+}  // namespace
+
+// The library finds these by their names.
+static void to_json(json& value, Phase phase) {
+  value = kPhases[static_cast<size_t>(phase)];
+}
+static void from_json(const json& value, Phase& phase) {
+  phase = static_cast<Phase>(Find(kPhases, value));
+}
+static void to_json(json& value, SessionCommand command) {
+  value = kCommands[static_cast<size_t>(command)];
+}
+static void from_json(const json& value, SessionCommand& command) {
+  command = static_cast<SessionCommand>(Find(kCommands, value));
+}
+static void to_json(json& value, Element style) {
+  value = kStyles[static_cast<size_t>(static_cast<int>(style) - kFirstStyle)];
+}
+static void from_json(const json& value, Element& style) {
+  style = static_cast<Element>(Find(kStyles, value) + kFirstStyle);
+}
 
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Moment, boot, uptime, utc)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(ClockState, phase, paused, autoPaused, mayAutoPause, roundEnd,
-                                   moveEnd, pauseMark, warningPending, inBreak, style)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(ClockState, phase, round, paused, autoPaused, mayAutoPause,
+                                   roundEnd, moveEnd, pauseMark, countsFrom, endedAt,
+                                   warningPending, style)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(SoundChoices, files, play, playFinalRound)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(SessionSettings, nRounds, MinPerRound, MinBetweenRounds,
                                    MinWarning, MinWarning1, Skip, Arrow, optBreak, BreakAfterRound,
                                    TimeForBreak, MoveAfterBreak, ExtraMonitor, Calculate,
                                    RequiredFinish, Header, sounds)
 
-static void to_json(nlohmann::json& json, const ClockTime& time) {
-  json = time.Seconds();
-}
-static void from_json(const nlohmann::json& json, ClockTime& time) {
-  time = ClockTime(json.get<double>());
-}
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(ClockPoint, state, currentRound, startTime, finish, caption,
-                                   message)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(UndoStep, command, at, before)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(SessionRecord, at, counter, point, settings, undo, scoringFile,
-                                   sections)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(SessionRecord, at, state, settings, undo, scoringFile, sections)
 
 namespace {
 
-constexpr int kFormat = 1;  // to be raised when an older program would misread the record
+constexpr int kFormat = 2;  // to be raised when another version would misread the record
 
-bool InDays(double mark) {
-  return std::isfinite(mark) && std::abs(mark) < 7 * kSecondsPerDay;
+bool IsValid(const ClockState& state) {
+  const auto marks = {state.roundEnd, state.moveEnd, state.pauseMark, state.countsFrom,
+                      state.endedAt};
+  return state.round >= 1 && (!state.paused || Runs(state.phase)) &&
+         std::all_of(marks.begin(), marks.end(), [](double mark) { return std::isfinite(mark); });
 }
 
-bool Possible(const ClockPoint& point) {
-  const ClockState& state = point.state;
-  return state.phase >= Phase::Idle && state.phase <= Phase::Ended && InDays(state.roundEnd) &&
-         InDays(state.moveEnd) && InDays(state.pauseMark) && point.currentRound >= 1 &&
-         state.style >= Element{} && static_cast<int>(state.style) < kElements &&
-         (!state.paused || state.Running());
+bool IsValid(const UndoStep& step) {
+  return std::isfinite(step.at) && IsValid(step.before);
 }
 
-bool Possible(const UndoStep& step) {
-  return step.command >= SessionCommand{} && static_cast<int>(step.command) < kSessionCommands &&
-         std::isfinite(step.at) && Possible(step.before);
-}
-
-bool Possible(const SessionSettings& settings) {
+bool IsValid(const SessionSettings& settings) {
   const auto minutes = {settings.MinPerRound, settings.MinBetweenRounds, settings.TimeForBreak,
                         settings.MinWarning, settings.MinWarning1};
   return settings.nRounds >= 1 && std::all_of(minutes.begin(), minutes.end(), [](float value) {
@@ -57,40 +83,36 @@ bool Possible(const SessionSettings& settings) {
          });
 }
 
-bool Possible(const SessionRecord& record) {
-  return Possible(record.settings) && Possible(record.point) && InDays(record.counter) &&
-         std::isfinite(record.at.uptime) && std::isfinite(record.at.utc) &&
+/// The seconds left are what a phase can be long, so that nobody waits for a mark of another age.
+bool IsValid(const SessionRecord& record) {
+  const double now = record.at.uptime;
+  return IsValid(record.settings) && IsValid(record.state) && std::isfinite(now) &&
+         std::isfinite(record.at.utc) &&
+         record.state.At(now).secondsLeft <= kLongestPhase * 60 + 1 &&
          std::all_of(record.undo.begin(), record.undo.end(),
-                     [](const UndoStep& step) { return Possible(step); });
+                     [](const UndoStep& step) { return IsValid(step); });
 }
 
 }  // namespace
 
-bool SessionRecord::SameState(const SessionRecord& other) const {
-  const auto state = [](const SessionRecord& r) {
-    return std::tie(r.point, r.settings, r.undo, r.scoringFile, r.sections);
-  };
-  return state(*this) == state(other);
-}
-
 std::string TextOf(const SessionRecord& record) {
-  nlohmann::json json = record;
-  json["format"] = kFormat;
-  return json.dump(1, ' ', false, nlohmann::json::error_handler_t::replace) + '\n';
+  json text = record;
+  text["format"] = kFormat;
+  return text.dump(1, ' ', false, json::error_handler_t::replace) + '\n';
 }
 
 Result<SessionRecord> ReadRecord(const std::string& text) {
   try {
-    const auto json = nlohmann::json::parse(text);
-    if (json.at("format").get<int>() > kFormat) {
-      return Error{13, "it was written by a newer version of the program"};
+    const auto parsed = json::parse(text);
+    if (parsed.at("format").get<int>() != kFormat) {
+      return Error{13, "it was written by another version of the program"};
     }
-    const auto record = json.get<SessionRecord>();
-    if (Possible(record)) return record;
-  } catch (const nlohmann::json::exception&) {
+    auto record = parsed.get<SessionRecord>();
+    if (IsValid(record)) return record;
+  } catch (const json::exception&) {
     return Error{13, "it is damaged"};
   }
-  return Error{13, "what it says cannot be"};
+  return Error{13, "its contents are inconsistent"};
 }
 
 }  // namespace corvanel

@@ -12,16 +12,12 @@ namespace corvanel {
 
 /// A running session as it is written down, so that a later run of the program can go on with it.
 struct SessionRecord {
-  Moment at;           // when it was taken
-  double counter = 0;  // what the counter, by which all marks are, showed then
-  ClockPoint point;
+  Moment at;  // when it was taken; all marks are uptimes of its boot
+  ClockState state;
   SessionSettings settings;
   std::vector<UndoStep> undo;
   std::string scoringFile;     // that was open; empty when none was
   std::set<int16_t> sections;  // that were chosen of it
-
-  /// Whether both tell of the same state, whenever they were taken.
-  bool SameState(const SessionRecord& other) const;
 };
 
 /// The record as text (JSON).

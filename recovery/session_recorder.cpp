@@ -7,30 +7,40 @@ constexpr double kTryAgain = 5;  // seconds after a write that failed
 
 }  // namespace
 
-void SessionRecorder::Update() {
-  const RoundClock& clock = parts_.clock;
-  if (clock.State().phase == Phase::Idle) return;
-  const SessionRecord record = {parts_.time.ThisMoment(), parts_.time.Counter(), clock.Point(),
-                                parts_.session.settings,  clock.UndoSteps(),     parts_.link.Path(),
-                                parts_.link.Sections()};
+void SessionRecorder::ShowFace(const ClockFace& /*face*/) {
+  const Moment now = parts_.time.ThisMoment();
   const std::string failure = parts_.keeper.Failure();
-  const bool again = written_ && !failure.empty() && record.at.Since(written_->at) >= kTryAgain;
-  if (!written_ || again || !record.SameState(*written_)) {
-    Write(record);
+  const bool again = written_ && !failure.empty() && now.Since(written_->at) >= kTryAgain;
+  if (again || !NothingNew()) {
+    Write(now);
   } else {
-    parts_.keeper.KeepAlive(record.at);
+    parts_.keeper.KeepAlive(now);
   }
   if (failure.empty()) {
     parts_.notices.Clear(NoticeKind::Record);
   } else {
-    parts_.notices.Set({NoticeKind::Record,
-                        "The session runs on, but would be lost in a power cut: " + failure, ""});
+    parts_.notices.Set(
+        {NoticeKind::Record, "The session is running but is not being saved: " + failure, ""});
   }
 }
 
-void SessionRecorder::Write(const SessionRecord& record) {
-  parts_.keeper.Keep(TextOf(record));
-  written_ = record;
+/// Whether what was written last tells of the same.
+bool SessionRecorder::NothingNew() const {
+  return written_ && written_->state == parts_.clock.State() &&
+         written_->settings == parts_.session.settings &&
+         written_->undo == parts_.clock.UndoSteps() &&
+         written_->scoringFile == parts_.link.Path() &&
+         written_->sections == parts_.link.Sections();
+}
+
+void SessionRecorder::Write(const Moment& now) {
+  written_ = {now,
+              parts_.clock.State(),
+              parts_.session.settings,
+              parts_.clock.UndoSteps(),
+              parts_.link.Path(),
+              parts_.link.Sections()};
+  parts_.keeper.Keep(TextOf(*written_));
 }
 
 void SessionRecorder::Close() {

@@ -33,7 +33,7 @@ class RecordKeeper {
 };
 
 /// Writes a running session down whenever anything about it changes.
-class SessionRecorder {
+class SessionRecorder : public SessionListener {
  public:
   struct Parts {
     const Session& session;
@@ -45,13 +45,14 @@ class SessionRecorder {
   };
   explicit SessionRecorder(const Parts& parts) : parts_(parts) {}
 
-  /// To be called after everything that the clock does, and at least once a second while it runs.
-  void Update();
+  /// After everything that the clock does, and at least once a second while it runs.
+  void ShowFace(const ClockFace& face) override;
   /// The program ends properly: nothing is to be continued.
   void Close();
 
  private:
-  void Write(const SessionRecord& record);
+  bool NothingNew() const;
+  void Write(const Moment& now);
 
   Parts parts_;
   std::optional<SessionRecord> written_;

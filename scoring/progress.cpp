@@ -8,7 +8,7 @@
 namespace corvanel {
 namespace {
 
-// Meant so: the thresholds differ.
+// Deliberate: the thresholds differ.
 constexpr size_t kSlowListed = 3;
 constexpr size_t kPlayingListed = 4;
 

@@ -16,39 +16,45 @@ constexpr double kBlindAfter = 60;  // seconds without a good picture
 }  // namespace
 
 ProgressInput ProgressMonitor::Input() const {
-  const Progress progress = parts_.clock.CurrentProgress();
+  const Standing standing = parts_.clock.Now();
   const Options& options = session_.options;
-  return {session_.currentRound, session_.settings.nRounds,
-          progress.phase == Phase::Round ? progress.secondsLeft : 0, options.BMMinPerBoard,
+  return {parts_.clock.State().round, session_.settings.nRounds,
+          standing.phase == Phase::Round ? standing.secondsLeft : 0, options.BMMinPerBoard,
           options.BMSlowTables};
 }
 
-/// Seconds since the last good picture, over midnight too.
+/// Seconds since the last good picture.
 double ProgressMonitor::Age() const {
-  if (!lastGood_) return 0;
-  const double age = parts_.time.Counter() - *lastGood_;
-  return age < 0 ? age + kSecondsPerDay : age;
+  return lastGood_ ? parts_.time.Uptime() - *lastGood_ : 0;
 }
 
 void ProgressMonitor::TimerBWS_Timer() {
-  HandlerSteps step(parts_.errors, "frmMain");
   if (!parts_.link.IsOpen() || parts_.clock.State().phase == Phase::Idle) return;
-  step([&] {
-    if (!lastGood_) lastGood_ = parts_.time.Counter();
-    if (parts_.link.BWSReadFile()) {
-      lastGood_ = parts_.time.Counter();
-      Follow();
-    } else if (Age() >= kBlindAfter) {
-      LetGo();
-      Show({});
-    } else if (parts_.link.Model().Empty()) {
-      Show({});  // the file of an earlier run is not there
-    }
+  if (!lastGood_) lastGood_ = parts_.time.Uptime();
+  parts_.link.BWSReadFile([this](bool read) {
+    Guarded(parts_.errors, "frmMain.TimerBWS_Timer", [&] { Polled(read); });
   });
 }
 
+void ProgressMonitor::Polled(bool read) {
+  if (!parts_.link.IsOpen()) return;
+  if (read) {
+    lastGood_ = parts_.time.Uptime();
+    Follow();
+  } else if (Age() >= kBlindAfter) {
+    LetGo();
+    Show({});
+  } else if (parts_.link.Model().Empty()) {
+    Show({});  // the file of an earlier run is not there
+  }
+}
+
+void ProgressMonitor::OmitWarnings() {
+  parts_.clock.OmitWarnings(session_.options.BMOmitwarning1, session_.options.BMOmitwarning2);
+}
+
 void ProgressMonitor::Follow() {
-  parts_.clock.OmitWarnings();
+  OmitWarnings();
   const RoundProgress progress = ProgressOf(parts_.link.Model(), Input());
   if (progress.tables.empty()) {
     LetGo();
@@ -63,14 +69,14 @@ void ProgressMonitor::Follow() {
 
 void ProgressMonitor::PauseOrResume(const RoundProgress& progress) {
   const Options& options = session_.options;
-  // Meant so: strictly more tables pause the clock, as many let it run again.
+  // Deliberate: strictly more tables pause the clock, as many let it run again.
   if (parts_.clock.State().autoPaused) {
     if (progress.Playing() <= options.BMPauseTables || !options.BMAutoPause) LetGo();
   } else if (progress.Playing() > options.BMPauseTables && MayPause(progress)) {
-    parts_.clock.Pause(Hand::Link);
+    parts_.clock.Do(SessionCommand::AutoPause);
     parts_.log.LogWrite(fmt::format("Paused - {} tables playing", progress.Playing()));
     if (options.BMPausePlay) {
-      parts_.events.Happened(EventKind::Sound, std::string(FileName(options.BMPauseSound)));
+      parts_.listener.Happened(EventKind::Sound, std::string(FileName(options.BMPauseSound)));
       parts_.sounds.Play(options.BMPauseSound);
     }
   }
@@ -82,8 +88,8 @@ bool ProgressMonitor::MayPause(const RoundProgress& progress) const {
   const ClockState& state = parts_.clock.State();
   const Options& options = session_.options;
   const float minutes = options.BMPauseMinutes;
-  const bool nearlySpent = parts_.clock.CurrentProgress().secondsLeft <= minutes * 60.0 ||
-                           minutes >= session_.settings.MinPerRound;
+  const bool nearlySpent =
+      parts_.clock.Now().secondsLeft <= minutes * 60.0 || minutes >= session_.settings.MinPerRound;
   const bool resultInRound =
       std::any_of(progress.tables.begin(), progress.tables.end(),
                   [](const TableProgress& table) { return table.received > 0; });
@@ -94,28 +100,34 @@ bool ProgressMonitor::MayPause(const RoundProgress& progress) const {
 /// Resumes a pause of the monitor's own, and no other.
 void ProgressMonitor::LetGo() {
   if (!parts_.clock.State().autoPaused) return;
-  parts_.clock.Resume(Hand::Link);
+  parts_.clock.Do(SessionCommand::AutoResume);
   parts_.log.LogWrite("Resumed");
 }
 
 bool ProgressMonitor::MayEndRound(const RoundProgress& progress) const {
   const ClockState& state = parts_.clock.State();
   return progress.AllFinished() && !waitForPlaying_ && session_.options.BMAutoMove &&
-         progress.highestRound >= session_.currentRound && state.phase == Phase::Round &&
-         !state.paused;
+         progress.highestRound >= state.round && state.phase == Phase::Round && !state.paused;
 }
 
+/// The file may have been caught half-way: a second look must agree. On a share too slow for that
+/// the next poll is the second look.
 void ProgressMonitor::EndRoundWhenFinished(const RoundProgress& progress) {
   const bool confirmed = std::exchange(sawFinished_, false);
   if (!MayEndRound(progress)) return;
-  // The file may have been caught half-way: a second look must agree. On a share too slow for that
-  // the next poll is the second look.
-  if (!confirmed) {
-    sawFinished_ = !parts_.link.BWSReadFile();
-    if (sawFinished_ || !MayEndRound(ProgressOf(parts_.link.Model(), Input()))) return;
+  if (confirmed) {
+    EndRound();
+    return;
   }
-  parts_.log.LogWrite("End of round " + std::to_string(session_.currentRound));
-  parts_.clock.EndRound();
+  parts_.link.BWSReadFile([this](bool read) {
+    sawFinished_ = !read;
+    if (read && MayEndRound(ProgressOf(parts_.link.Model(), Input()))) EndRound();
+  });
+}
+
+void ProgressMonitor::EndRound() {
+  parts_.log.LogWrite("End of round " + std::to_string(parts_.clock.State().round));
+  parts_.clock.Do(SessionCommand::AutoEnd);
 }
 
 void ProgressMonitor::SessionStarts() {
@@ -124,9 +136,9 @@ void ProgressMonitor::SessionStarts() {
       fmt::format("GetUserInputs - Max boards per set {}", parts_.link.Model().MaxBoardsPerSet()));
 }
 
-void ProgressMonitor::Happened(EventKind kind) {
-  if (kind == EventKind::Round) BeginRound();
-  if (kind == EventKind::Continue) BeginRound();
+void ProgressMonitor::Happened(EventKind kind, const std::string& /*text*/) {
+  if (kind == EventKind::Round || kind == EventKind::Continue) BeginRound();
+  if (kind == EventKind::Round && parts_.link.IsOpen()) OmitWarnings();
   // Else a round that was ended by mistake would end again at the next look.
   if (kind == EventKind::Undo) waitForPlaying_ = true;
 }
@@ -138,20 +150,21 @@ bool ProgressMonitor::AllFinished() const {
 /// A round begins or is begun again. One that all tables have finished already (an old file, a
 /// restart) is not ended at once.
 void ProgressMonitor::BeginRound() {
-  const bool again = round_ == session_.currentRound;
-  round_ = session_.currentRound;
+  const int16_t round = parts_.clock.State().round;
+  const bool again = round_ == round;
+  round_ = round;
   sawFinished_ = false;
   waitForPlaying_ = again || AllFinished();
 }
 
 void ProgressMonitor::FileChanged() {
-  HandlerSteps(parts_.errors, "frmMain")([&] {
+  Guarded(parts_.errors, "frmMain.FileChanged", [&] {
     LetGo();
     lastGood_.reset();
     // A file that has all results of this round already is an old one.
     waitForPlaying_ = AllFinished();
     face_ = ProgressFace();
-    parts_.view.ShowTables(face_);
+    parts_.listener.ShowTables(face_);
   });
   TimerBWS_Timer();
 }
@@ -163,7 +176,7 @@ void ProgressMonitor::Show(const RoundProgress& progress) {
   face.info = Info(progress);
   if (face == face_) return;
   face_ = face;
-  parts_.view.ShowTables(face_);
+  parts_.listener.ShowTables(face_);
 }
 
 std::string ProgressMonitor::Info(const RoundProgress& progress) const {

@@ -16,15 +16,14 @@ constexpr int kPollSeconds = 5;
 /// Follows the tables while a scoring database is open: shows who is still playing, pauses the
 /// clock for too many late tables, lets it go again, and ends a round that every table has
 /// finished. In doubt the clock runs as if there were no link.
-class ProgressMonitor {
+class ProgressMonitor : public SessionListener {
  public:
   struct Parts {
-    Session& session;
+    const Session& session;
     FollowedScoring& link;
     RoundClock& clock;
-    ProgressView& view;
+    SessionListener& listener;
     SoundPlayer& sounds;
-    ClockEvents& events;
     const TimeSource& time;
     ActivityLog& log;
     ErrorTrap& errors;
@@ -36,17 +35,20 @@ class ProgressMonitor {
   /// The director starts a session.
   void SessionStarts();
   /// The clock did something, by whatever hand.
-  void Happened(EventKind kind);
+  void Happened(EventKind kind, const std::string& text) override;
   /// The scoring file was closed, or another one opened: a clock that the monitor paused goes on.
   void FileChanged();
 
  private:
   ProgressInput Input() const;
+  void OmitWarnings();
   void Follow();
   void PauseOrResume(const RoundProgress& progress);
   bool MayPause(const RoundProgress& progress) const;
   void LetGo();
+  void Polled(bool read);
   void EndRoundWhenFinished(const RoundProgress& progress);
+  void EndRound();
   bool MayEndRound(const RoundProgress& progress) const;
   void BeginRound();
   bool AllFinished() const;
@@ -55,11 +57,11 @@ class ProgressMonitor {
   double Age() const;
 
   Parts parts_;
-  Session& session_ = parts_.session;
+  const Session& session_ = parts_.session;
   bool sawFinished_ = false;        // at the last look, which nobody could confirm yet
   bool waitForPlaying_ = false;     // a round is not ended before a table was seen playing it
   int16_t round_ = 0;               // that began last
-  std::optional<double> lastGood_;  // counter at the last good picture
+  std::optional<double> lastGood_;  // uptime at the last good picture
   ProgressFace face_;
 };
 

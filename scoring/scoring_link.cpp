@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <utility>
 
 #include "basics/numbers.h"
 #include "scoring/take_over.h"
@@ -11,7 +12,6 @@
 namespace corvanel {
 namespace {
 
-constexpr std::string_view kPlace = "ModScorer";
 constexpr int64_t kRecent = 60;      // minutes
 constexpr int kReadsOnOpening = 15;  // of a fifth of a second each, on a slow share
 
@@ -31,18 +31,16 @@ bool ScoringLink::mnuOpenFile_Click() {
 }
 
 void ScoringLink::mnuCloseFile_Click() {
-  HandlerSteps step(parts_.errors, "frmMain");
   path_.clear();
   selected_.clear();
   model_ = ScoringSession();
-  parts_.session.unitLinkOpen = false;
-  step([&] { parts_.view.ShowScoringFile(path_); });
+  BWSSetUnitCaptions();
 }
 
 void ScoringLink::BWSSetUnitCaptions() {
   std::string& unit = parts_.session.options.TableTopUnit;
   if (unit.empty()) unit = "Bridgemate";
-  parts_.view.SetUnitCaptions(unit);
+  parts_.listener.ShowScoring(unit, path_);
 }
 
 /// The stored folder, with a separator at its end; one of a year's results becomes this year's.
@@ -58,13 +56,13 @@ std::string ScoringLink::FolderOfThisYear() const {
     folder.replace(place, year.size(), year);
   }
   if (folder.find_last_of("/\\") != folder.size() - 1) folder += '/';
-  return place == std::string::npos ? folder : parts_.folders.RealSpelling(folder);
+  return place == std::string::npos ? folder : parts_.database.RealSpelling(folder);
 }
 
 std::optional<ScoringFile> ScoringLink::LatestFile(const std::string& folder,
                                                    bool recentOnly) const {
   std::optional<ScoringFile> latest;
-  for (const ScoringFile& file : parts_.folders.Files(folder)) {
+  for (const ScoringFile& file : parts_.database.Files(folder)) {
     const int64_t age = (parts_.time.Now().seconds - file.modified.seconds) / 60;
     if (recentOnly && age >= kRecent) continue;
     if (!latest || file.modified > latest->modified) latest = file;
@@ -74,7 +72,7 @@ std::optional<ScoringFile> ScoringLink::LatestFile(const std::string& folder,
 
 bool ScoringLink::BWSChooseFile(bool recentOnly) {
   bool opened = false;
-  HandlerSteps(parts_.errors, kPlace)([&] {
+  Guarded(parts_.errors, "ModScorer.BWSChooseFile", [&] {
     const std::string folder = FolderOfThisYear();
     const auto latest = folder.empty() ? std::nullopt : LatestFile(folder, recentOnly);
     if (latest && Accept(folder + latest->name, latest->modified)) {
@@ -91,7 +89,7 @@ bool ScoringLink::Accept(const std::string& path, DateTime modified) const {
   std::string question = "The latest " + UnitName() + " file is:\r\n" +
                          std::string(FileName(path)) + " dated " +
                          DateAndTimeText(modified, parts_.session.options.Form()) + "\r\n";
-  const auto picture = parts_.database.Read(path);
+  const auto picture = parts_.database.ReadNow(path);
   if (picture && !picture.Value()->sessionName.empty()) {
     question += "\r\n" + picture.Value()->sessionName + "\r\n";
   }
@@ -102,8 +100,7 @@ bool ScoringLink::AskForFile() {
   const auto path = parts_.prompts.ChooseFileToOpen("Choose a " + UnitName() + " (bws) file",
                                                     parts_.session.options.BWSfolder, "bws|*.bws");
   if (!path) return false;
-  HandlerSteps step(parts_.errors, kPlace);
-  step([&] {
+  Guarded(parts_.errors, "ModScorer.BWSChooseFile", [&] {
     parts_.session.options.BWSfolder = FolderOf(*path);
     parts_.table.SaveOptions({"BWSfolder"});
   });
@@ -113,21 +110,21 @@ bool ScoringLink::AskForFile() {
 /// On a slow share the bytes come later than a poll would wait for, and a file that is being
 /// written is whole a moment later.
 Result<PicturePointer> ScoringLink::ReadPatiently(const std::string& path) {
-  auto picture = parts_.database.Read(path);
+  auto picture = parts_.database.ReadNow(path);
   for (int again = 0; again < kReadsOnOpening; ++again) {
-    if (picture || !ScoringDatabase::MayComeLater(picture.Failure())) break;
-    picture = parts_.database.Read(path);
+    if (picture || !picture.Failure().mayPass) break;
+    picture = parts_.database.ReadNow(path);
   }
   return picture;
 }
 
 bool ScoringLink::BWSOpenFile(const std::string& path) {
-  HandlerSteps step(parts_.errors, kPlace);
+  HandlerSteps step(parts_.errors, "ModScorer.BWSOpenFile");
   parts_.log.LogOpen("START - version " + parts_.version);
   parts_.log.LogWrite("Database " + path);
   const auto picture = ReadPatiently(path);
   if (!picture) {
-    parts_.prompts.Message(ScoringDatabase::MayComeLater(picture.Failure())
+    parts_.prompts.Message(picture.Failure().mayPass
                                ? "Error reading file " + path
                                : "The file\r\n" + path + "\r\nis not in the correct format");
     return false;
@@ -140,19 +137,15 @@ bool ScoringLink::BWSOpenFile(const std::string& path) {
   path_ = path;
   selected_ = selected;
   Take(picture.Value());
-  parts_.session.unitLinkOpen = true;
-  step([&] { parts_.view.ShowScoringFile(path_); });
+  step([&] { BWSSetUnitCaptions(); });
   // A session under way keeps its round, its start and its shape.
-  if (!parts_.clock.CurrentProgress().Running()) {
-    parts_.session.currentRound = 1;
-    step([&] { BWSUpdateTimerSettings(); });
-  }
+  if (!parts_.clock.UnderWay()) step([&] { BWSUpdateTimerSettings(); });
   parts_.log.LogRead("BWSOpenFile", model_);
   return true;
 }
 
 void ScoringLink::Reopen(const std::string& path, const std::set<int16_t>& sections) {
-  HandlerSteps step(parts_.errors, kPlace);
+  HandlerSteps step(parts_.errors, "ModScorer.Reopen");
   step([&] {
     parts_.log.LogOpen("CONTINUE - version " + parts_.version);
     parts_.log.LogWrite("Database " + path);
@@ -160,9 +153,8 @@ void ScoringLink::Reopen(const std::string& path, const std::set<int16_t>& secti
   path_ = path;
   selected_ = sections;
   model_ = ScoringSession();
-  parts_.session.unitLinkOpen = true;
-  step([&] { parts_.view.ShowScoringFile(path_); });
-  step([&] { BWSReadFile(); });
+  step([&] { BWSSetUnitCaptions(); });
+  step([&] { ReadNow(); });
 }
 
 std::set<int16_t> ScoringLink::ChooseSections(const ScoringPicture& picture) {
@@ -172,7 +164,7 @@ std::set<int16_t> ScoringLink::ChooseSections(const ScoringPicture& picture) {
   for (const SectionRow& row : picture.sections) {
     lines.push_back(fmt::format("Section {} : {} tables", row.letter, row.Tables));
   }
-  const std::vector<bool> chosen = parts_.sections.ChooseSections(picture.sessionName, lines);
+  const std::vector<bool> chosen = parts_.chooseSections(picture.sessionName, lines);
   std::set<int16_t> selected;
   for (size_t i = 0; i < chosen.size(); ++i) {
     if (chosen[i]) selected.insert(picture.sections[i].ID);
@@ -180,11 +172,19 @@ std::set<int16_t> ScoringLink::ChooseSections(const ScoringPicture& picture) {
   return selected;
 }
 
-bool ScoringLink::BWSReadFile() {
-  const auto picture = parts_.database.Read(path_);
-  if (!picture) return false;
-  Take(picture.Value());
-  return true;
+void ScoringLink::BWSReadFile(std::function<void(bool)> done) {
+  parts_.database.Read(path_, [this, path = path_, done = std::move(done)](const auto& picture) {
+    // Another file may have been opened meanwhile.
+    const bool good = path == path_ && picture;
+    if (good) Take(picture.Value());
+    done(good);
+  });
+}
+
+bool ScoringLink::ReadNow() {
+  const auto picture = ReadPatiently(path_);
+  if (picture) Take(picture.Value());
+  return static_cast<bool>(picture);
 }
 
 /// The model of a picture; the one that there is serves as long as nothing has changed.
@@ -196,16 +196,16 @@ void ScoringLink::Take(const PicturePointer& picture) {
   parts_.log.LogRead("BWSReadFile", model_);
 }
 
-/// Takes over what the file says of the session, and calculates once.
+/// Takes over what the file says of the session.
 void ScoringLink::BWSUpdateTimerSettings() {
-  if (!parts_.session.options.BMUpdateSettings) {
-    parts_.control.Display();
-    return;
+  std::optional<ClockTime> start;
+  if (parts_.session.options.BMUpdateSettings) {
+    start = model_.Picture().SessionStart().TimeOfDay();
+    if (!TakeOver(model_, parts_.session)) {
+      parts_.prompts.Message("Sections have different numbers of boards per round");
+    }
   }
-  if (!TakeOver(model_, parts_.session)) {
-    parts_.prompts.Message("Sections have different numbers of boards per round");
-  }
-  parts_.control.DisplayChanged();
+  parts_.opened(start);
 }
 
 }  // namespace corvanel

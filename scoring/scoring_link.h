@@ -1,54 +1,20 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "basics/runtime_error.h"
-#include "control/control_window.h"
+#include "clock/round_clock.h"
 #include "scoring/activity_log.h"
+#include "scoring/scoring_database.h"
 #include "scoring/scoring_session.h"
 #include "session/prompts.h"
 #include "settings/settings_table.h"
 
 namespace corvanel {
-
-/// A scoring file of a folder.
-struct ScoringFile {
-  std::string name;
-  DateTime modified;
-};
-
-/// The folders in which scoring files lie.
-class ScoringFolders {
- public:
-  virtual ~ScoringFolders() = default;
-  /// The files "*.bws" of a folder, by name. None when the folder cannot be read.
-  virtual std::vector<ScoringFile> Files(const std::string& folder) const = 0;
-  /// The folder under the spelling that it really has, where file names tell upper from lower
-  /// case; the same text when there is no such folder.
-  virtual std::string RealSpelling(const std::string& folder) const = 0;
-};
-
-/// Lets the director choose sections. Modal.
-class SectionChooser {
- public:
-  virtual ~SectionChooser() = default;
-  /// One answer for each line; none when the director cancelled.
-  virtual std::vector<bool> ChooseSections(const std::string& sessionName,
-                                           const std::vector<std::string>& lines) = 0;
-};
-
-/// What the control window shows of the link.
-class LinkView {
- public:
-  virtual ~LinkView() = default;
-  /// The caption of `mnuBridgemate` and `mnuOptionsBridgemate`.
-  virtual void SetUnitCaptions(const std::string& unit) = 0;
-  /// A scoring file was opened, or closed (an empty text).
-  virtual void ShowScoringFile(const std::string& path) = 0;
-};
 
 /// The scoring database that is open: how it is chosen, opened, read again and closed.
 class ScoringLink : public FollowedScoring {
@@ -57,16 +23,20 @@ class ScoringLink : public FollowedScoring {
     Session& session;
     SettingsTable& table;
     ScoringDatabase& database;
-    const ScoringFolders& folders;
-    SectionChooser& sections;
-    LinkView& view;
-    ControlWindow& control;
-    const SessionClock& clock;
+    const RoundClock& clock;
+    SessionListener& listener;
     Prompts& prompts;
     ErrorTrap& errors;
     const TimeSource& time;
     ActivityLog& log;
     std::string version;  // of the program, for the log
+    /// Lets the director choose among sections: one answer for each line, none when he cancelled.
+    std::function<std::vector<bool>(const std::string& sessionName,
+                                    const std::vector<std::string>& lines)>
+        chooseSections;
+    /// A file was opened for a session that has not begun; with its start time when the session's
+    /// shape was taken over.
+    std::function<void(std::optional<ClockTime> start)> opened;
   };
   explicit ScoringLink(const Parts& parts) : parts_(parts) {}
 
@@ -84,7 +54,9 @@ class ScoringLink : public FollowedScoring {
   /// Goes on with a file that an earlier run of the program had open, with the sections chosen
   /// then. Nothing is asked or taken over; a file that is not there now is waited for.
   void Reopen(const std::string& path, const std::set<int16_t>& sections);
-  bool BWSReadFile() override;
+  void BWSReadFile(std::function<void(bool read)> done) override;
+  /// Reads it at once, for a director who waits for it. False as above.
+  bool ReadNow();
   /// Writes the unit's name where it stands; an empty name becomes "Bridgemate".
   void BWSSetUnitCaptions();
 

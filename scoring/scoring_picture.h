@@ -88,21 +88,4 @@ struct ScoringPicture {
 
 using PicturePointer = std::shared_ptr<const ScoringPicture>;
 
-/// Reads scoring databases. Never writes, locks or touches anything.
-class ScoringDatabase {
- public:
-  virtual ~ScoringDatabase() = default;
-  /// One consistent picture of the file, or why there is none. While a file's bytes are the same
-  /// the same picture is returned again.
-  virtual Result<PicturePointer> Read(const std::string& path) = 0;
-
-  /// Whether the file may well be readable a moment later: it does not answer yet, or is being
-  /// written.
-  static bool MayComeLater(const Error& error) {
-    return error.number == kNoAnswer || error.number == kBeingWritten;
-  }
-  static constexpr int kNoAnswer = 57;      // device I/O error
-  static constexpr int kBeingWritten = 70;  // permission denied
-};
-
 }  // namespace corvanel

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -91,8 +92,9 @@ class FollowedScoring {
  public:
   virtual ~FollowedScoring() = default;
   virtual bool IsOpen() const = 0;
-  /// Reads it again. False, and the model as it was, when there is no good picture.
-  virtual bool BWSReadFile() = 0;
+  /// Has it read again. `done` is called, at once or later, when that has come to an end: with
+  /// false, and the model as it was, when there is no good picture.
+  virtual void BWSReadFile(std::function<void(bool read)> done) = 0;
   virtual const ScoringSession& Model() const = 0;
 };
 

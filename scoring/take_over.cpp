@@ -25,7 +25,7 @@ bool TakeMinutes(const ScoringSession& scoring, Session& session) {
     const double minutes = RoundTo2Decimals(last * double{session.options.BMMinPerBoard});
     s.MinPerRound = std::min(static_cast<float>(minutes), kLongestPhase);
   }
-  // Meant so: as many whole rounds as fit into twelve boards, also where the sections differ.
+  // Deliberate: as many whole rounds as fit into twelve boards, also where the sections differ.
   s.BreakAfterRound = static_cast<int16_t>(kBoardsToBreak / last);
   return boards.size() == 1;
 }
@@ -40,7 +40,6 @@ bool TakeOver(const ScoringSession& scoring, Session& session) {
   const MovementMarks marks = MarksOf(scoring);
   s.Skip = marks.skip;
   s.Arrow = marks.arrow;
-  session.startTime = *ParseTime(TimeText(scoring.Picture().SessionStart().TimeOfDay()));
   return TakeMinutes(scoring, session);
 }
 

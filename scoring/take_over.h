@@ -6,7 +6,7 @@
 namespace corvanel {
 
 /// Copies what a scoring file says into the session: rounds, name, skips and arrow-switches,
-/// minutes per round, the round before the break, and the start time. What the file does not say
+/// minutes per round, and the round before the break. What the file does not say
 /// stays. False when the selected sections play different numbers of boards per round: then the
 /// minutes per round stay.
 bool TakeOver(const ScoringSession& scoring, Session& session);

@@ -77,7 +77,7 @@ std::string UnitOptions::SoundText() const {
 }
 
 void UnitOptions::cmdSound_Click() {
-  HandlerSteps(parts_.errors, kPlace)([&] {
+  Guarded(parts_.errors, kPlace, [&] {
     const auto file = parts_.prompts.ChooseFileToOpen("Choose a sound (wav) file",
                                                       parts_.session.ProgramFolder, "wav|*.wav");
     if (file) sound_ = *file;
@@ -85,7 +85,7 @@ void UnitOptions::cmdSound_Click() {
 }
 
 void UnitOptions::cmdTest_Click() {
-  HandlerSteps(parts_.errors, kPlace)([&] { parts_.sounds.Play(sound_); });
+  Guarded(parts_.errors, kPlace, [&] { parts_.sounds.Play(sound_); });
 }
 
 std::pair<UnitBox, bool> UnitOptions::cmdOK_Click(const UnitValues& values) {
@@ -109,7 +109,7 @@ std::pair<UnitBox, bool> UnitOptions::cmdOK_Click(const UnitValues& values) {
   o.BMPauseMinutes = static_cast<float>(Val(Number(values, UnitBox::PauseMinutes)));
   o.BMPauseSound = sound_;
   o.TableTopUnit = UnitName(values);
-  HandlerSteps(parts_.errors, kPlace)([&] {
+  Guarded(parts_.errors, kPlace, [&] {
     parts_.table.SaveOptions({"BMSuggest", "BMUpdateSettings", "BMMinPerBoard", "BMBreak",
                               "BMOmitwarning1", "BMOmitwarning2", "BMSlowTables", "BMAutoMove",
                               "BMAutoPause", "BMPauseTables", "BMPauseSound", "BMPausePlay",

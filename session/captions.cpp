@@ -21,8 +21,15 @@ std::string MoveMessage(const SessionSettings& settings, int round) {
   return fmt::format("{}MOVE FOR ROUND {}", prefix, next);
 }
 
-std::string BreakLine(ClockTime begins, ClockTime ends, TimeForm form) {
-  return fmt::format("Break:{} End:{}", TimeText(begins, form), TimeText(ends, form));
+std::string PhaseCaption(const SessionSettings& settings, const Standing& standing) {
+  if (standing.phase == Phase::Break) return std::string(kBreakCaption);
+  const bool ended = standing.phase == Phase::Ended;
+  return RoundCaption(standing.round, ended ? standing.round : settings.nRounds);
+}
+
+std::string BreakLine(const Schedule& schedule, TimeForm form) {
+  return fmt::format("Break:{} End:{}", TimeText(*schedule.breakAt, form),
+                     TimeText(*schedule.breakEnd, form));
 }
 
 std::string FinishLine(ClockTime finish, TimeForm form) {

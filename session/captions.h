@@ -3,12 +3,15 @@
 #include <string>
 #include <string_view>
 
-#include "session/session.h"
+#include "session/timetable.h"
 
 namespace corvanel {
 
 /// "Time remaining for Round 3 of 12"; in the last round "Final Round" alone.
 std::string RoundCaption(int round, int rounds);
+
+/// The same for wherever a session stands; after its end that of the last round.
+std::string PhaseCaption(const SessionSettings& settings, const Standing& standing);
 
 inline constexpr std::string_view kBreakCaption = "Time remaining for the break";
 
@@ -16,8 +19,8 @@ inline constexpr std::string_view kBreakCaption = "Time remaining for the break"
 /// "MOVE FOR THE FINAL ROUND".
 std::string MoveMessage(const SessionSettings& settings, int round);
 
-/// "Break:20:53 End:21:08"
-std::string BreakLine(ClockTime begins, ClockTime ends, TimeForm form);
+/// "Break:20:53 End:21:08", of a schedule with a break ahead.
+std::string BreakLine(const Schedule& schedule, TimeForm form);
 
 /// "Finish at 22:31"
 std::string FinishLine(ClockTime finish, TimeForm form);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "session/session_listener.h"
+
 namespace corvanel {
 namespace {
 
@@ -17,8 +19,8 @@ void Drop(std::vector<Notice>& notices, NoticeKind kind) {
 }  // namespace
 
 void Notices::Set(const Notice& notice) {
-  const auto waved = Find(wavedAway_, notice.kind);
-  if (waved != wavedAway_.end() && *waved == notice) return;
+  const auto dismissed = Find(dismissed_, notice.kind);
+  if (dismissed != dismissed_.end() && *dismissed == notice) return;
   const auto found = Find(notices_, notice.kind);
   if (found == notices_.end()) {
     notices_.push_back(notice);
@@ -26,25 +28,25 @@ void Notices::Set(const Notice& notice) {
     if (*found == notice) return;
     *found = notice;
   }
-  view_.ShowNotices(notices_);
+  listener_.ShowNotices(notices_);
 }
 
 void Notices::Remove(NoticeKind kind) {
   if (Find(notices_, kind) == notices_.end()) return;
   Drop(notices_, kind);
-  view_.ShowNotices(notices_);
+  listener_.ShowNotices(notices_);
 }
 
 void Notices::Clear(NoticeKind kind) {
-  Drop(wavedAway_, kind);
+  Drop(dismissed_, kind);
   Remove(kind);
 }
 
-void Notices::WaveAway(NoticeKind kind) {
+void Notices::Dismiss(NoticeKind kind) {
   const auto found = Find(notices_, kind);
   if (found == notices_.end()) return;
-  Drop(wavedAway_, kind);
-  wavedAway_.push_back(*found);
+  Drop(dismissed_, kind);
+  dismissed_.push_back(*found);
   Remove(kind);
 }
 

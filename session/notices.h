@@ -19,7 +19,7 @@ enum class NoticeKind {
 };
 
 /// A line for the director: shown on his screen and never on the room's, until it is mended or
-/// waved away. Nothing waits for it.
+/// dismissed. Nothing waits for it.
 struct Notice {
   NoticeKind kind;
   std::string text;
@@ -28,32 +28,27 @@ struct Notice {
   bool operator==(const Notice&) const = default;
 };
 
-/// Where the lines for the director are shown.
-class NoticeView {
- public:
-  virtual ~NoticeView() = default;
-  virtual void ShowNotices(const std::vector<Notice>& notices) = 0;
-};
+class SessionListener;
 
 /// The lines for the director that stand now.
 class Notices {
  public:
-  explicit Notices(NoticeView& view) : view_(view) {}
+  explicit Notices(SessionListener& listener) : listener_(listener) {}
 
-  /// Puts a line in the place of the one of its kind. One that the director waved away does not
+  /// Puts a line in the place of the one of its kind. One that the director dismissed does not
   /// come back until it says something else or was cleared.
   void Set(const Notice& notice);
   /// What the line is about is mended.
   void Clear(NoticeKind kind);
   /// The director does not want to see the line.
-  void WaveAway(NoticeKind kind);
+  void Dismiss(NoticeKind kind);
 
  private:
-  NoticeView& view_;
+  SessionListener& listener_;
   void Remove(NoticeKind kind);
 
   std::vector<Notice> notices_;  // the latest at the end
-  std::vector<Notice> wavedAway_;
+  std::vector<Notice> dismissed_;
 };
 
 }  // namespace corvanel

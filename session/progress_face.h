@@ -40,11 +40,4 @@ struct ProgressFace {
   bool operator==(const ProgressFace&) const = default;
 };
 
-/// Where the progress of the tables is shown.
-class ProgressView {
- public:
-  virtual ~ProgressView() = default;
-  virtual void ShowTables(const ProgressFace& face) = 0;
-};
-
 }  // namespace corvanel

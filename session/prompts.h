@@ -21,8 +21,7 @@ class Prompts {
   /// chosen, nothing when the box was closed without an answer.
   virtual std::optional<size_t> Choose(const std::string& question,
                                        const std::vector<std::string>& answers) = 0;
-  /// The question of the error report, Yes or No. While it is open the clock's ticks are held; the
-  /// first one afterwards catches up.
+  /// The question of the error report, Yes or No.
   virtual Answer AskToContinue(const std::string& question) = 0;
 
   /// File choosers; nothing when the director cancels. Filters read "Name (*.txt)|*.txt".

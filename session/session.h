@@ -43,7 +43,7 @@ struct SessionSettings {
 };
 
 constexpr float kShortestMove = 0.1F;  // minutes
-constexpr float kLongestPhase = 600;   // minutes; the midnight rule holds for rounds up to this
+constexpr float kLongestPhase = 600;   // minutes
 
 /// The program-wide options, by the names of their settings keys. Switches that are numbers hold
 /// 0 for off.
@@ -92,15 +92,25 @@ constexpr std::array<int, 7> kCountdownSteps = {1, 5, 10, 15, 20, 30, 60};
 /// Index in Options::Show of the title's flag.
 constexpr size_t kShowTitle = 4;
 
+/// A moment of a round at which the players are warned.
+struct Warning {
+  float minutes = 0;  // before the end; 0: never
+  Element style{};    // of the countdown from then on
+  Cue cue{};
+};
+
+/// The warnings by their numbers: 0 is the last one of the round, 1 the early one.
+inline std::array<Warning, kWarnings> WarningsOf(const SessionSettings& settings) {
+  return {{{settings.MinWarning, Element::LastWarning, Cue::LastWarning},
+           {settings.MinWarning1, Element::EarlyWarning, Cue::EarlyWarning}}};
+}
+
 /// Everything that the evening's windows, clock and schedule share.
 struct Session {
   SessionSettings settings;
   Options options;
   ElementStyles elements = DefaultElementStyles();
   std::string ProgramFolder;  // without a trailing separator
-  ClockTime startTime;        // of the current round's schedule
-  int16_t currentRound = 1;   // 1 to nRounds
-  bool unitLinkOpen = false;  // a scoring database is open
 };
 
 }  // namespace corvanel

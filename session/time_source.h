@@ -20,19 +20,14 @@ struct Moment {
   }
 };
 
-/// The two clocks of the program.
+/// The computer's clocks. What counts is measured by the uptime; times of day are only shown.
 class TimeSource {
  public:
   virtual ~TimeSource() = default;
 
-  /// Seconds since midnight for counting, 0 up to 86400, fractions included. Starts at the
-  /// computer's time of day, then counts every second that passes, asleep or awake, and does not
-  /// follow when the computer's clock is set. Starts again from 0 after 86400.
-  virtual double Counter() const = 0;
-
-  /// Now, to be measured from: passes like the counter, without starting again.
+  /// Now, to be measured from: every mark is an uptime.
   virtual Moment ThisMoment() const = 0;
-
+  double Uptime() const { return ThisMoment().uptime; }
   /// The computer's own time of day, for showing.
   virtual ClockTime TimeOfDay() const = 0;
   /// The same with its date.

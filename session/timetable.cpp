@@ -8,38 +8,29 @@
 namespace corvanel {
 namespace {
 
-/// What the break adds to the evening: its length, less the move that it replaces.
-double BreakExtra(const SessionSettings& s) {
-  return s.TimeForBreak - (s.MoveAfterBreak ? 0 : s.MinBetweenRounds);
+constexpr double kUsualSession = 180;  // minutes
+
+double Length(const std::vector<TimetableLine>& lines) {
+  return lines.empty() ? 0 : lines.back().startsIn + lines.back().minutes;
 }
 
-/// What a session that is under way still has before it, after the phase in progress.
-struct Ahead {
-  int rounds = 0;    // that have not begun
-  int moves = 0;     // one after each round but the last, the break's included
-  double extra = 0;  // minutes: the break ahead, or the move after the break in progress
-  bool breakAhead = false;
-
-  double Minutes(const SessionSettings& s) const {
-    return rounds * double{s.MinPerRound} + moves * double{s.MinBetweenRounds} + extra;
+Schedule ScheduleOf(const std::vector<TimetableLine>& lines, const Standing& from, ClockTime start,
+                    double allowance) {
+  Schedule schedule;
+  schedule.finish = ToNearestMinute(start.PlusMinutes(Length(lines) + allowance));
+  const auto ahead = std::find_if(lines.begin(), lines.end(), [&](const TimetableLine& line) {
+    return line.phase == Phase::Break && (line.startsIn > 0 || from.phase != Phase::Break);
+  });
+  if (ahead != lines.end()) {
+    schedule.breakAt = ahead->Begins(start);
+    schedule.breakEnd = ahead->Ends(start);
   }
-};
-
-Ahead WhatIsAhead(const SessionSettings& s, int currentRound, const Progress& progress) {
-  const bool playing = progress.phase == Phase::Round;
-  Ahead ahead;
-  ahead.rounds = std::max(s.nRounds - currentRound, 0);
-  ahead.moves = std::max(ahead.rounds - (playing ? 0 : 1), 0);
-  const int firstBreak = playing ? currentRound : currentRound + 1;
-  ahead.breakAhead = s.optBreak && s.BreakAfterRound >= firstBreak && s.BreakAfterRound < s.nRounds;
-  if (ahead.breakAhead) ahead.extra = BreakExtra(s);
-  if (progress.phase == Phase::Break && s.MoveAfterBreak) ahead.extra += s.MinBetweenRounds;
-  return ahead;
+  return schedule;
 }
 
 /// Minutes from start to required finish, as the director means them.
 double MinutesAvailable(const SessionSettings& s, ClockTime start, TimeForm form) {
-  const ClockTime finish = ParseTime(s.RequiredFinish).value_or(start.PlusMinutes(180));
+  const ClockTime finish = ParseTime(s.RequiredFinish).value_or(start.PlusMinutes(kUsualSession));
   double available = std::trunc(finish.Seconds() - start.Seconds()) / 60;
   const bool halfDayMeant = form == TimeForm::Hours12 && available < 0 && available > -720;
   if (halfDayMeant) available += 720;
@@ -47,91 +38,92 @@ double MinutesAvailable(const SessionSettings& s, ClockTime start, TimeForm form
   return available;
 }
 
+/// The minutes of each round not yet begun with which the evening lasts `available` minutes; and
+/// how many such rounds there are.
+struct Spread {
+  int rounds = 0;
+  double minutes = 0;
+};
+
+Spread SpreadOver(SessionSettings settings, const Standing& from, double available) {
+  settings.MinPerRound = 0;
+  const std::vector<TimetableLine> lines = Timetable(settings, from);
+  Spread spread;
+  spread.rounds =
+      static_cast<int>(std::count_if(lines.begin(), lines.end(), [](const TimetableLine& line) {
+        return line.phase == Phase::Round;
+      }));
+  if (from.phase == Phase::Round) --spread.rounds;
+  if (spread.rounds > 0) {
+    spread.minutes = RoundTo2Decimals(std::max(available - Length(lines), 0.0) / spread.rounds);
+  }
+  return spread;
+}
+
 }  // namespace
 
-Schedule CalcFinishTime(const SessionSettings& s, int currentRound, ClockTime start, bool inBreak) {
-  const double perRound = s.MinPerRound;
-  const double between = s.MinBetweenRounds;
-  const int n = s.nRounds - currentRound + 1;
-  double total = n * perRound + (n - 1) * between;
-  Schedule schedule;
-  if (s.optBreak && currentRound <= s.BreakAfterRound && !inBreak) {
-    total += s.TimeForBreak;
-    if (s.MoveAfterBreak) total += between;
-    // Meant so: when the break round itself is the current one, the move that the break replaces
-    // is not taken off.
-    if (currentRound < s.BreakAfterRound) total -= between;
-    // The sum counts it all the same, but a break after the last round never comes.
-    if (s.BreakAfterRound < s.nRounds) {
-      const int k = s.BreakAfterRound - currentRound + 1;
-      const double untilBreak = std::max(k * perRound + (k - 1) * between, 0.0);
-      schedule.breakAt = start.PlusMinutes(untilBreak);
-      schedule.breakEnd = schedule.breakAt->PlusMinutes(s.TimeForBreak);
-    }
-  }
-  schedule.finish = start.PlusMinutes(total);
-  return schedule;
-}
-
-Schedule CalcFinish(const SessionSettings& s, int currentRound, const Progress& progress,
-                    ClockTime now) {
-  Schedule schedule;
-  schedule.finish = now.PlusSeconds(progress.secondsLeft);
-  if (!progress.Running()) return schedule;
-  const Ahead ahead = WhatIsAhead(s, currentRound, progress);
-  if (ahead.breakAhead) {
-    const int moves = s.BreakAfterRound - currentRound - (progress.phase == Phase::Round ? 0 : 1);
-    double minutes = (s.BreakAfterRound - currentRound) * double{s.MinPerRound} +
-                     moves * double{s.MinBetweenRounds};
-    if (progress.phase == Phase::Break && s.MoveAfterBreak) minutes += s.MinBetweenRounds;
-    schedule.breakAt = schedule.finish.PlusMinutes(minutes);
-    schedule.breakEnd = schedule.breakAt->PlusMinutes(s.TimeForBreak);
-  }
-  schedule.finish = schedule.finish.PlusMinutes(ahead.Minutes(s));
-  return schedule;
-}
-
-float CalcRoundTime(const SessionSettings& s, int currentRound, ClockTime start, TimeForm form) {
-  const int n = std::max(s.nRounds - currentRound + 1, 1);
-  double available = MinutesAvailable(s, start, form);
-  available -= (n - 1) * double{s.MinBetweenRounds};
-  if (s.optBreak && currentRound <= s.BreakAfterRound) available -= BreakExtra(s);
-  return static_cast<float>(RoundTo2Decimals(std::max(available, 0.0) / n));
-}
-
-std::optional<float> CalcRoundTimeLive(const Session& session, const Progress& progress,
-                                       ClockTime now) {
-  SessionSettings fixed = session.settings;
-  fixed.MinPerRound = 0;
-  const Ahead ahead = WhatIsAhead(fixed, session.currentRound, progress);
-  const double toFinish = MinutesAvailable(fixed, now, session.options.Form());
-  // More than half a day ahead is the finish that has just been missed.
-  if (ahead.rounds == 0 || toFinish > kMinutesPerDay / 2) return std::nullopt;
-  const double available = toFinish - progress.secondsLeft / 60 - ahead.Minutes(fixed);
-  const auto perRound = static_cast<float>(RoundTo2Decimals(available / ahead.rounds));
-  if (perRound <= 0 || perRound > kLongestPhase) return std::nullopt;
-  return perRound;
-}
-
-std::string DefaultRequiredFinish(ClockTime start) {
-  return TimeText(start.PlusMinutes(180));
-}
-
-std::vector<TimetableLine> Timetable(const SessionSettings& s, int currentRound) {
+std::vector<TimetableLine> Timetable(const SessionSettings& s, const Standing& from) {
   std::vector<TimetableLine> lines;
   double at = 0;
   const auto add = [&](Phase phase, int round, double minutes) {
     lines.push_back({phase, round, at, minutes});
     at += minutes;
   };
-  for (int round = currentRound; round <= s.nRounds; ++round) {
-    add(Phase::Round, round, s.MinPerRound);
-    if (round == s.nRounds) break;
-    const bool breakHere = s.optBreak && round == s.BreakAfterRound;
-    if (breakHere) add(Phase::Break, round, s.TimeForBreak);
-    if (!breakHere || s.MoveAfterBreak) add(Phase::Move, round, s.MinBetweenRounds);
+  // Each phase leads on to the next, entered where the session stands.
+  Phase phase = from.phase == Phase::Idle ? Phase::Round : from.phase;
+  double minutes = from.phase == Phase::Idle ? s.MinPerRound : from.secondsLeft / 60;
+  int round = from.round;
+  while (phase != Phase::Ended) {
+    add(phase, round, minutes);
+    const bool last = round >= s.nRounds;
+    if (phase == Phase::Round && last) break;
+    if (phase == Phase::Round && s.optBreak && round == s.BreakAfterRound) {
+      phase = Phase::Break;
+      minutes = s.TimeForBreak;
+    } else if (phase == Phase::Round || (phase == Phase::Break && s.MoveAfterBreak && !last)) {
+      phase = Phase::Move;
+      minutes = s.MinBetweenRounds;
+    } else if (last) {
+      break;
+    } else {
+      phase = Phase::Round;
+      minutes = s.MinPerRound;
+      ++round;
+    }
   }
   return lines;
+}
+
+Schedule CalcFinishTime(const SessionSettings& s, int round, ClockTime start) {
+  const Standing from{Phase::Idle, round};
+  // Deliberate: an estimate that begins with the break round allows for one move more than will be
+  // made, as directors have always been shown it.
+  const bool breakRound =
+      s.Calculate == 0 && s.optBreak && round == s.BreakAfterRound && round < s.nRounds;
+  return ScheduleOf(Timetable(s, from), from, start, breakRound ? s.MinBetweenRounds : 0);
+}
+
+Schedule CalcFinish(const SessionSettings& s, const Standing& standing, ClockTime now) {
+  return ScheduleOf(Timetable(s, standing), standing, now, 0);
+}
+
+float CalcRoundTime(const SessionSettings& s, int round, ClockTime start, TimeForm form) {
+  const double available = MinutesAvailable(s, start, form);
+  return static_cast<float>(SpreadOver(s, {Phase::Idle, round}, available).minutes);
+}
+
+std::optional<float> CalcRoundTimeLive(const SessionSettings& s, const Standing& standing,
+                                       ClockTime now, TimeForm form) {
+  const double available = MinutesAvailable(s, now, form);
+  // More than half a day ahead is the finish that has just been missed.
+  if (available > kMinutesPerDay / 2) return std::nullopt;
+  const auto minutes = static_cast<float>(SpreadOver(s, standing, available).minutes);
+  if (minutes <= 0 || minutes > kLongestPhase) return std::nullopt;
+  return minutes;
+}
+
+std::string DefaultRequiredFinish(ClockTime start) {
+  return TimeText(start.PlusMinutes(kUsualSession));
 }
 
 }  // namespace corvanel

@@ -31,7 +31,7 @@ class FileAccess {
   virtual ~FileAccess() = default;
   virtual Result<std::string> ReadFile(const std::string& path) = 0;
   /// The error when the file could not be written; what was written of it stays.
-  virtual Result<bool> WriteFile(const std::string& path, const std::string& bytes) = 0;
+  virtual Status WriteFile(const std::string& path, const std::string& bytes) = 0;
 };
 
 }  // namespace corvanel

@@ -10,7 +10,6 @@ namespace corvanel {
 namespace {
 
 constexpr int16_t kFlagNotSet = 99;
-constexpr std::string_view kPlace = "frmMain";
 constexpr int32_t kLeastWidth = 7000;  // twips
 constexpr int32_t kLeastHeight = 5000;
 
@@ -49,10 +48,9 @@ void SettingsTable::Load(const std::string& section, std::span<const SettingKey<
   }
 }
 
-void SettingsTable::GetDefaults(ClockTime now) {
+void SettingsTable::GetDefaults() {
   badValues_.clear();
   for (int entry = 0; entry <= kFavourites; ++entry) LoadSet(entry);
-  session_.startTime = NextQuarterHour(now);
 
   favouriteInUse_ = 0;
   for (int entry = 1; entry <= kFavourites; ++entry) {
@@ -132,7 +130,8 @@ void SettingsTable::ReportBadValues() {
     text += fmt::format("and {} more\r\n", badValues_.size() - kMostNamed);
   }
   store_.KeepAsDamaged();
-  errors_.ReportError(kPlace, RuntimeError(firstBadNumber_, text + "The defaults are used."), 0);
+  errors_.ReportError("frmMain.GetDefaults",
+                      RuntimeError(firstBadNumber_, text + "The defaults are used."), 0);
 }
 
 void SettingsTable::SaveDefaults() {
@@ -175,13 +174,11 @@ int SettingsTable::FreeSlot() const {
 
 void SettingsTable::DeleteFavourite(int slot) {
   entries_[static_cast<size_t>(slot)].Name.clear();
-  UseFavourite(0, "");
   store_.DeleteSection(SectionOfSet(slot));
 }
 
 void SettingsTable::ApplySettings(int entry) {
   session_.settings = Entry(entry).settings;
-  session_.currentRound = std::clamp<int16_t>(session_.currentRound, 1, session_.settings.nRounds);
 }
 
 void SettingsTable::SaveSession() {

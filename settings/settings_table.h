@@ -7,9 +7,7 @@
 #include <vector>
 
 #include "basics/runtime_error.h"
-#include "control/control_window_view.h"
 #include "session/session.h"
-#include "session/time_source.h"
 #include "settings/setting_keys.h"
 #include "settings/settings_store.h"
 
@@ -24,15 +22,14 @@ std::string SectionOfElement(int element);
 
 /// The table of 21 settings sets (entry 0 the set in use, 1 to 20 the favourites; a favourite
 /// without a name is a free slot), and the way between store, table and live session.
-class SettingsTable : public SessionKeeper {
+class SettingsTable {
  public:
   SettingsTable(SettingsStore& store, Session& session, ErrorTrap& errors)
       : store_(store), session_(session), errors_(errors) {}
 
-  /// Loads sets, options and display fonts, applies the set in use to the live session and
-  /// proposes the next quarter hour after `now` as its start. A value that does not convert takes
-  /// its default; all such values are told in one report.
-  void GetDefaults(ClockTime now);
+  /// Loads sets, options and display fonts and applies the set in use to the live session. A value
+  /// that does not convert takes its default; all such values are told in one report.
+  void GetDefaults();
   /// Writes entry 0 and every favourite, then ShowTitle. Throws RuntimeError when the store
   /// cannot be written; the table is unchanged.
   void SaveDefaults();
@@ -41,8 +38,10 @@ class SettingsTable : public SessionKeeper {
   /// Copies an entry, 0 to 20, into the live settings.
   void ApplySettings(int entry);
 
-  void SaveSession() override;
-  void SaveDisplayOptions() override;
+  /// Copies the live settings into the set in use and writes the store.
+  void SaveSession();
+  /// Writes fonts and colours of all ten display elements and the options of the displays.
+  void SaveDisplayOptions();
 
   /// Writes options by their key names, in this order and spelling. Throws RuntimeError when the
   /// store cannot be written.
@@ -57,8 +56,7 @@ class SettingsTable : public SessionKeeper {
   void UseFavourite(int slot, const std::string& name);
   /// The first slot without a name; 0 when all are taken.
   int FreeSlot() const;
-  /// Frees a slot and deletes its section from the store, to last from the next Flush on. No
-  /// favourite is in use afterwards.
+  /// Frees a slot and deletes its section from the store, to last from the next Flush on.
   void DeleteFavourite(int slot);
   /// The names of the favourites in slot order.
   std::vector<std::string> FavouriteNames() const;

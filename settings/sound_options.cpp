@@ -38,7 +38,7 @@ std::string SoundOptions::FileText(size_t cue) const {
 }
 
 void SoundOptions::cmdSound_Click(size_t cue) {
-  HandlerSteps(parts_.errors, kPlace)([&] {
+  Guarded(parts_.errors, kPlace, [&] {
     const auto file = parts_.prompts.ChooseFileToOpen("Choose a sound (wav) file",
                                                       parts_.session.ProgramFolder, "wav|*.wav");
     if (file) files_[cue] = *file;
@@ -46,7 +46,7 @@ void SoundOptions::cmdSound_Click(size_t cue) {
 }
 
 void SoundOptions::cmdTest_Click(size_t cue) {
-  HandlerSteps(parts_.errors, kPlace)([&] { parts_.sounds.Play(files_[cue]); });
+  Guarded(parts_.errors, kPlace, [&] { parts_.sounds.Play(files_[cue]); });
 }
 
 bool SoundOptions::cmdRestore_Click() {
@@ -62,8 +62,8 @@ bool SoundOptions::cmdRestore_Click() {
 }
 
 void SoundOptions::cmdHelp_Click() {
-  HandlerSteps(parts_.errors,
-               kPlace)([&] { parts_.opener.Open(parts_.session.ProgramFolder + "/sounds.txt"); });
+  Guarded(parts_.errors, kPlace,
+          [&] { parts_.open(parts_.session.ProgramFolder + "/sounds.txt"); });
 }
 
 bool SoundOptions::cmdOK_Click(const SoundBoxes& boxes) {

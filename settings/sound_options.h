@@ -1,10 +1,10 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <string>
 
 #include "basics/runtime_error.h"
-#include "session/file_opener.h"
 #include "session/prompts.h"
 #include "session/sound_player.h"
 #include "settings/settings_table.h"
@@ -28,7 +28,7 @@ class SoundOptions {
     Session& session;
     SettingsTable& table;
     SoundPlayer& sounds;
-    FileOpener& opener;
+    std::function<void(const std::string& file)> open;  // for the user to read
     Prompts& prompts;
     ErrorTrap& errors;
   };

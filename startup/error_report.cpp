@@ -22,7 +22,10 @@ void ErrorReport::Ask(std::string_view place, const std::string& description, in
   const std::string text =
       fmt::format("{}\r\n{}\r\nError no. {}\r\nLine {}\r\nDo you wish to try to continue?", place,
                   description, number, line);
-  if (prompts_.AskToContinue(text) == Answer::No) endAtOnce_();
+  hold_(true);
+  const Answer answer = prompts_.AskToContinue(text);
+  hold_(false);
+  if (answer == Answer::No) endAtOnce_();
 }
 
 }  // namespace corvanel

@@ -13,7 +13,7 @@ constexpr const char* kWhatsNew =
     "Do you want to see this message next time Corvanel starts?";
 
 void Save(SettingsStore& store, ErrorTrap& errors, const char* key, const std::string& value) {
-  HandlerSteps(errors, kPlace)([&] {
+  Guarded(errors, kPlace, [&] {
     store.SaveSetting(kSection, key, value);
     store.Flush();
   });

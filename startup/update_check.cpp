@@ -110,7 +110,7 @@ std::optional<Release> UpdateCheck::NewerRelease() {
 
 bool UpdateCheck::FetchAndStart() {
   parts_.splash.ShowDownload(true);
-  Result<bool> done = Error{0, "Connection to the internet has been lost"};
+  Status done = Error{0, "Connection to the internet has been lost"};
   if (const auto download = parts_.server.Begin(kInstaller)) done = Receive(*download);
   if (done) done = Verify();
   parts_.splash.ShowDownload(false);
@@ -123,7 +123,7 @@ bool UpdateCheck::FetchAndStart() {
   }
   if (!parts_.installer.CanStart()) {
     parts_.prompts.Message("The installer was downloaded to\r\n" + parts_.installer.Path() +
-                           "\r\nIt is made for another system than this one");
+                           "\r\nIt is for another operating system");
     parts_.installer.ShowFolder();
     return false;
   }
@@ -132,7 +132,7 @@ bool UpdateCheck::FetchAndStart() {
   return true;
 }
 
-Result<bool> UpdateCheck::Receive(Download& download) {
+Status UpdateCheck::Receive(Download& download) {
   const auto failed = [](const std::string& details) {
     return Error{0, "Error trying to download - " + details};
   };
@@ -151,7 +151,7 @@ Result<bool> UpdateCheck::Receive(Download& download) {
     if (chunk.Value().empty()) break;
     if (!file.Write(chunk.Value())) return failed("the disk is full");
     received += static_cast<double>(chunk.Value().size());
-    if (total >= 0 && received > total) return failed("more came than was promised");
+    if (total >= 0 && received > total) return failed("it is larger than announced");
     const double perByte = Seconds(std::chrono::steady_clock::now() - start) / received;
     const double remaining = std::max(total - received, 0.0) * perByte;
     parts_.splash.ShowDownloadProgress(
@@ -161,17 +161,17 @@ Result<bool> UpdateCheck::Receive(Download& download) {
   }
   if (total < 0) return failed("the server did not say how long the file is");
   if (!file.Close()) return failed("the disk is full");
-  return true;
+  return {};
 }
 
 /// Against the server's checksum, where it offers one.
-Result<bool> UpdateCheck::Verify() {
-  if (parts_.server.DateOf(kChecksum).empty()) return true;
+Status UpdateCheck::Verify() {
+  if (parts_.server.DateOf(kChecksum).empty()) return {};
   const auto text = parts_.server.Fetch(kChecksum);
   std::string wanted = text ? text.Value().substr(0, kSha256Length) : std::string();
   std::transform(wanted.begin(), wanted.end(), wanted.begin(),
                  [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  if (wanted == parts_.installer.Sha256()) return true;
+  if (wanted == parts_.installer.Sha256()) return {};
   return Error{0, "Error trying to download - the file is not what the server has"};
 }
 

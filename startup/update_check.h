@@ -104,8 +104,8 @@ class UpdateCheck {
  private:
   std::optional<Release> NewerRelease();
   bool FetchAndStart();
-  Result<bool> Receive(Download& download);
-  Result<bool> Verify();
+  Status Receive(Download& download);
+  Status Verify();
 
   Parts parts_;
 };

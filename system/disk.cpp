@@ -37,12 +37,12 @@ Result<std::string> Disk::ReadFile(const std::string& path) {
   }
 }
 
-Result<bool> Disk::WriteFile(const std::string& path, const std::string& bytes) {
+Status Disk::WriteFile(const std::string& path, const std::string& bytes) {
   std::ofstream file(path, std::ios::binary | std::ios::trunc);
   file << bytes;
   file.close();
   if (!file) return LastError(path);
-  return true;
+  return {};
 }
 
 std::string WriteOutput(FileAccess& files, const std::string& name, const std::string& bytes) {

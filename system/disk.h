@@ -8,7 +8,7 @@ namespace corvanel {
 class Disk : public FileAccess {
  public:
   Result<std::string> ReadFile(const std::string& path) override;
-  Result<bool> WriteFile(const std::string& path, const std::string& bytes) override;
+  Status WriteFile(const std::string& path, const std::string& bytes) override;
 };
 
 /// Writes a file of the program's own to the first of the output folders that takes it. Returns

@@ -14,8 +14,8 @@ constexpr const char* kStyle = R"(
   QToolButton { color: #3D2E00; background: #FFE08A; border: 1px solid #C99A2E;
                 border-radius: 4px; padding: 2px 8px; }
   QToolButton:hover { background: #FFD35C; }
-  QToolButton[wave="true"] { background: transparent; border: none; padding: 2px 6px; }
-  QToolButton[wave="true"]:hover { background: #FFE08A; }
+  QToolButton[quiet="true"] { background: transparent; border: none; padding: 2px 6px; }
+  QToolButton[quiet="true"]:hover { background: #FFE08A; }
 )";
 
 }  // namespace
@@ -38,7 +38,7 @@ QWidget* NoticeList::LineOf(const Notice& notice) {
   text->setTextFormat(Qt::PlainText);
   text->setWordWrap(true);
   row->addWidget(text, 1);
-  const int kind = static_cast<int>(notice.kind);
+  const NoticeKind kind = notice.kind;
   const auto add = [&](const char* name, const QString& caption) {
     auto* button = new QToolButton(line);
     button->setObjectName(name);
@@ -51,11 +51,11 @@ QWidget* NoticeList::LineOf(const Notice& notice) {
     connect(add("cmdNotice", QString::fromStdString(notice.action)), &QToolButton::clicked, this,
             [this, kind] { emit ActionWanted(kind); });
   }
-  QToolButton* wave = add("cmdNoticeClose", QStringLiteral("×"));
-  wave->setProperty("wave", true);
-  wave->setToolTip(tr("Do not show this line any more"));
-  wave->setAccessibleName(wave->toolTip());
-  connect(wave, &QToolButton::clicked, this, [this, kind] { emit WavedAway(kind); });
+  QToolButton* dismiss = add("cmdNoticeClose", QStringLiteral("×"));
+  dismiss->setProperty("quiet", true);
+  dismiss->setToolTip(tr("Dismiss"));
+  dismiss->setAccessibleName(dismiss->toolTip());
+  connect(dismiss, &QToolButton::clicked, this, [this, kind] { emit Dismissed(kind); });
   return line;
 }
 

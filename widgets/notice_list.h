@@ -7,8 +7,8 @@
 
 namespace corvanel {
 
-/// The lines for the director, each with a button for what can be done about it and one to wave it
-/// away. Hidden while there are none. Takes no keyboard focus.
+/// The lines for the director, each with a button for what can be done about it and one to dismiss
+/// it. Hidden while there are none. Takes no keyboard focus.
 class NoticeList : public QFrame {
   Q_OBJECT
 
@@ -17,9 +17,9 @@ class NoticeList : public QFrame {
   void ShowNotices(const std::vector<Notice>& notices);
 
  signals:
-  /// The button of a line was pressed; `kind` is a NoticeKind.
-  void ActionWanted(int kind);
-  void WavedAway(int kind);
+  /// The button of a line was pressed.
+  void ActionWanted(NoticeKind kind);
+  void Dismissed(NoticeKind kind);
 
  private:
   QWidget* LineOf(const Notice& notice);

@@ -28,9 +28,10 @@ QSpinBox* NumberBox(const char* name, int most, int value) {
 
 }  // namespace
 
-DlgWelcome::DlgWelcome(const Session& session, QWidget* parent)
+DlgWelcome::DlgWelcome(const Session& session, ClockTime start, QWidget* parent)
     : QDialog(parent),
       session_(session),
+      start_(start),
       rounds_(NumberBox("spnRounds", kMostRounds, session.settings.nRounds)),
       minutes_(
           NumberBox("spnMinutes", kMostMinutes, static_cast<int>(session.settings.MinPerRound))),
@@ -40,7 +41,7 @@ DlgWelcome::DlgWelcome(const Session& session, QWidget* parent)
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(28, 24, 28, 20);
   column->setSpacing(14);
-  auto* text = new QLabel(tr("Two numbers, and the clock runs. Everything else can be set later."));
+  auto* text = new QLabel(tr("Enter two numbers and start. Everything else can be set later."));
   text->setWordWrap(true);
   column->addWidget(text);
   auto* form = new QFormLayout;
@@ -51,8 +52,8 @@ DlgWelcome::DlgWelcome(const Session& session, QWidget* parent)
   finish_->setObjectName("lblFinish");
   column->addWidget(finish_);
   auto* buttons = new QDialogButtonBox;
-  auto* start = buttons->addButton(tr("&Start the clock"), QDialogButtonBox::AcceptRole);
-  start->setDefault(true);
+  auto* cmdStart = buttons->addButton(tr("&Start the clock"), QDialogButtonBox::AcceptRole);
+  cmdStart->setDefault(true);
   buttons->addButton(tr("&Look around first"), QDialogButtonBox::RejectRole);
   column->addWidget(buttons);
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
@@ -76,10 +77,10 @@ SessionSettings DlgWelcome::Settings() const {
 }
 
 void DlgWelcome::ShowFinish() {
-  const Schedule schedule = CalcFinishTime(Settings(), 1, session_.startTime, false);
+  const Schedule schedule = CalcFinishTime(Settings(), 1, start_);
   const TimeForm form = session_.options.Form();
-  finish_->setText(tr("Begun at %1 the session would end at %2.")
-                       .arg(QString::fromStdString(TimeText(session_.startTime, form)),
+  finish_->setText(tr("Starting at %1, the session will end at %2.")
+                       .arg(QString::fromStdString(TimeText(start_, form)),
                             QString::fromStdString(TimeText(schedule.finish, form))));
 }
 

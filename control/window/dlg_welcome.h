@@ -9,13 +9,13 @@ class QSpinBox;
 
 namespace corvanel {
 
-/// The one step on a computer that has never seen the program: two numbers, and the clock runs.
+/// The one step on a computer that has never seen the program: two numbers, and Start.
 class DlgWelcome : public QDialog {
   Q_OBJECT
 
  public:
-  /// `session`: with its start time, whose settings are proposed.
-  DlgWelcome(const Session& session, QWidget* parent);
+  /// `session`: whose settings are proposed; it starts at `start`.
+  DlgWelcome(const Session& session, ClockTime start, QWidget* parent);
 
   /// The session's settings with the numbers that were chosen.
   SessionSettings Settings() const;
@@ -24,6 +24,7 @@ class DlgWelcome : public QDialog {
   void ShowFinish();
 
   const Session& session_;
+  const ClockTime start_;
   QSpinBox* rounds_;
   QSpinBox* minutes_;
   QLabel* finish_;

@@ -60,7 +60,7 @@ FrmMain::FrmMain(const Session& session, QWidget* parent)
   ui_->txtHeader->setAccessibleName(tr("Title"));
   setStyleSheet(QString::fromUtf8(kStyle));
   connect(ui_->fraNotices, &NoticeList::ActionWanted, this, &FrmMain::NoticeActionWanted);
-  connect(ui_->fraNotices, &NoticeList::WavedAway, this, &FrmMain::NoticeWavedAway);
+  connect(ui_->fraNotices, &NoticeList::Dismissed, this, &FrmMain::NoticeDismissed);
 }
 
 void FrmMain::ShowNotices(const std::vector<Notice>& notices) {
@@ -206,14 +206,12 @@ void FrmMain::ShowVersion(const QString& version) {
   ui_->lblVersion->setText(tr("Version ") + version);
 }
 
-void FrmMain::ShowUnit(const QString& unit) {
+void FrmMain::ShowScoring(const std::string& unit, const std::string& file) {
   // A unit's own name may hold the character that marks a menu's key.
-  const QString caption = QString(unit).replace('&', "&&");
+  const QString caption = QString::fromStdString(unit).replace('&', "&&");
   ui_->mnuBridgemate->setTitle(caption);
   ui_->mnuOptionsBridgemate->setText(caption);
-}
-
-void FrmMain::ShowScoringFile(const QString& path) {
+  const QString path = QString::fromStdString(file);
   const QString name = path.section('/', -1);
   ui_->lblScoringFile->setText(name.isEmpty() ? QString() : tr("Scoring file: ") + name);
   ui_->lblScoringFile->setToolTip(path);

@@ -6,8 +6,7 @@
 
 #include "control/control_window.h"
 #include "control/control_window_view.h"
-#include "control/favourites_view.h"
-#include "session/notices.h"
+#include "session/session_listener.h"
 
 class QAbstractButton;
 class QCheckBox;
@@ -22,7 +21,7 @@ namespace corvanel {
 class EntryBox;
 
 /// The control window. It reads its widgets, calls its logic, and shows what comes back.
-class FrmMain : public QMainWindow, public ControlWindowView, public FavouritesView {
+class FrmMain : public QMainWindow, public ControlWindowView, public SessionListener {
   Q_OBJECT
 
  public:
@@ -44,12 +43,9 @@ class FrmMain : public QMainWindow, public ControlWindowView, public FavouritesV
 
   /// Names the program's version, such as "1.4.02", in the caption and at the foot.
   void ShowVersion(const QString& version);
-  /// Names the table-top unit in the menus.
-  void ShowUnit(const QString& unit);
-  /// Names the scoring file that is open at the foot; an empty path when none is.
-  void ShowScoringFile(const QString& path);
-  /// Shows the lines for the director.
-  void ShowNotices(const std::vector<Notice>& notices);
+  /// Names the table-top unit in the menus, and the scoring file that is open at the foot.
+  void ShowScoring(const std::string& unit, const std::string& file) override;
+  void ShowNotices(const std::vector<Notice>& notices) override;
   void ShowFavourites(const std::vector<std::string>& names, const std::string& text) override;
   void ShowInUse(const std::string& name) override;
   void ClearNewName() override;
@@ -73,9 +69,9 @@ class FrmMain : public QMainWindow, public ControlWindowView, public FavouritesV
   void OpenFileWanted();
   void CloseFileWanted();
   void PlayTimeWanted();
-  /// Of a line for the director; `kind` is a NoticeKind.
-  void NoticeActionWanted(int kind);
-  void NoticeWavedAway(int kind);
+  /// Of a line for the director.
+  void NoticeActionWanted(NoticeKind kind);
+  void NoticeDismissed(NoticeKind kind);
 
  protected:
   void closeEvent(QCloseEvent* event) override;

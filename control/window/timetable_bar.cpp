@@ -46,10 +46,10 @@ void TimetableBar::paintEvent(QPaintEvent* /*event*/) {
   const QFontMetrics metrics(font());
   const int textTop = kBarHeight + 2;
   double freeFrom = -1;  // where the row of times below the bar has room again
-  const auto putTime = [&](double minutes) {
-    const QString time = QString::fromStdString(TimeText(start_.PlusMinutes(minutes), form_));
-    const double left =
-        std::min(minutes * scale, static_cast<double>(width() - metrics.horizontalAdvance(time)));
+  const auto putTime = [&](const TimetableLine& line) {
+    const QString time = QString::fromStdString(TimeText(line.Begins(start_), form_));
+    const double left = std::min(line.startsIn * scale,
+                                 static_cast<double>(width() - metrics.horizontalAdvance(time)));
     if (left < freeFrom) return;
     painter.setPen(palette().color(QPalette::PlaceholderText));
     painter.drawText(QPointF(left, textTop + metrics.ascent()), time);
@@ -67,7 +67,7 @@ void TimetableBar::paintEvent(QPaintEvent* /*event*/) {
     if (metrics.horizontalAdvance(name) + 6 < field.width()) {
       painter.drawText(field, Qt::AlignCenter, name);
     }
-    putTime(line.startsIn);
+    putTime(line);
   }
 }
 
@@ -90,12 +90,10 @@ bool TimetableBar::event(QEvent* event) {
   const QString what = line->phase == Phase::Round   ? tr("Round %1").arg(line->round)
                        : line->phase == Phase::Break ? tr("Break after round %1").arg(line->round)
                                                      : tr("Move after round %1").arg(line->round);
-  const auto time = [&](double minutes) {
-    return QString::fromStdString(TimeText(start_.PlusMinutes(minutes), form_));
-  };
+  const auto time = [&](ClockTime at) { return QString::fromStdString(TimeText(at, form_)); };
   QToolTip::showText(
       help->globalPos(),
-      tr("%1: %2 to %3").arg(what, time(line->startsIn), time(line->startsIn + line->minutes)));
+      tr("%1: %2 to %3").arg(what, time(line->Begins(start_)), time(line->Ends(start_))));
   return true;
 }
 

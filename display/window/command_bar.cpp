@@ -44,14 +44,17 @@ CommandBar::CommandBar(QWidget* parent)
   row_->setSpacing(2);
   rows->addWidget(buttons);
 
-  pause_ = Add("cmdPause", tr("Pause"), tr("Pause the clock (P)"), QStyle::SP_MediaPause);
-  resume_ = Add("cmdResume", tr("Resume"), tr("Let the clock go on (P)"), QStyle::SP_MediaPlay);
-  auto* next = Add("cmdNextRound", tr("Next round"), tr("End this round and start the next (N)"),
-                   QStyle::SP_MediaSkipForward);
-  auto* restart =
-      Add("cmdRestart", tr("Restart round"), tr("Start this round again from its full length (R)"),
-          QStyle::SP_BrowserReload);
-  auto* change = Add("cmdChange", tr("± 1 min"), tr("Add or take off a minute (+ and -)"), -1);
+  using Command = DisplayCommand;
+  pause_ = Add("cmdPause", tr("Pause"), tr("Pause the clock (P)"), QStyle::SP_MediaPause,
+               Command::Pause);
+  resume_ = Add("cmdResume", tr("Resume"), tr("Let the clock go on (P)"), QStyle::SP_MediaPlay,
+                Command::Resume);
+  Add("cmdNextRound", tr("Next round"), tr("End this round and start the next (N)"),
+      QStyle::SP_MediaSkipForward, Command::NextRound);
+  Add("cmdRestart", tr("Restart round"), tr("Start this round again from its full length (R)"),
+      QStyle::SP_BrowserReload, Command::Restart);
+  Add("cmdChange", tr("± 1 min"), tr("Add or take off a minute (+ and -)"), -1,
+      Command::ExplainMinutes);
   minutes_ = new QScrollBar(Qt::Vertical, this);
   minutes_->setObjectName("vsbChange");
   minutes_->setRange(-1, 1);
@@ -61,44 +64,35 @@ CommandBar::CommandBar(QWidget* parent)
   minutes_->setAccessibleName(tr("Add or take off a minute"));
   row_->addWidget(minutes_);
   full_ = Add("cmdFullScreen_0", tr("Full screen"), tr("Full screen (F)"),
-              QStyle::SP_TitleBarMaxButton);
+              QStyle::SP_TitleBarMaxButton, Command::ToggleFullScreen);
   normal_ = Add("cmdFullScreen_1", tr("Window"), tr("Back to a normal window (F)"),
-                QStyle::SP_TitleBarNormalButton);
-  auto* sound = Add("cmdSound", tr("Sounds"), tr("Choose the sounds"), QStyle::SP_MediaVolume);
-  auto* options =
-      Add("cmdOptions", tr("Display"), tr("Choose fonts and colours"), QStyle::SP_DesktopIcon);
-  auto* close = Add("cmdClose", tr("Main menu"), tr("Return to the control window (Esc)"),
-                    QStyle::SP_ArrowBack);
-
-  connect(pause_, &QToolButton::clicked, this, &CommandBar::PauseClicked);
-  connect(resume_, &QToolButton::clicked, this, &CommandBar::ResumeClicked);
-  connect(next, &QToolButton::clicked, this, &CommandBar::NextRoundClicked);
-  connect(restart, &QToolButton::clicked, this, &CommandBar::RestartClicked);
-  connect(change, &QToolButton::clicked, this, &CommandBar::ChangeClicked);
-  connect(full_, &QToolButton::clicked, this, [this] { emit FullScreenClicked(0); });
-  connect(normal_, &QToolButton::clicked, this, [this] { emit FullScreenClicked(1); });
-  connect(sound, &QToolButton::clicked, this, &CommandBar::SoundsClicked);
-  connect(options, &QToolButton::clicked, this, &CommandBar::OptionsClicked);
-  connect(close, &QToolButton::clicked, this, &CommandBar::CloseClicked);
+                QStyle::SP_TitleBarNormalButton, Command::ToggleFullScreen);
+  Add("cmdSound", tr("Sounds"), tr("Choose the sounds"), QStyle::SP_MediaVolume, Command::Sounds);
+  Add("cmdOptions", tr("Display"), tr("Choose fonts and colours"), QStyle::SP_DesktopIcon,
+      Command::Options);
+  Add("cmdClose", tr("Main menu"), tr("Return to the control window (Esc)"), QStyle::SP_ArrowBack,
+      Command::Close);
   connect(minutes_, &QScrollBar::valueChanged, this, [this](int value) {
     if (value == 0) return;
     minutes_->setValue(0);
     emit MinutesMoved(value);
   });
-  connect(undo_, &QToolButton::clicked, this, &CommandBar::UndoClicked);
+  connect(undo_, &QToolButton::clicked, this, [this] { emit Wanted(DisplayCommand::Undo); });
   connect(notices_, &NoticeList::ActionWanted, this, &CommandBar::NoticeActionWanted);
-  connect(notices_, &NoticeList::WavedAway, this, &CommandBar::NoticeWavedAway);
+  connect(notices_, &NoticeList::Dismissed, this, &CommandBar::NoticeDismissed);
   resume_->hide();
   ShowFullScreen(false);
 }
 
-QToolButton* CommandBar::Add(const char* name, const QString& text, const QString& hint, int icon) {
+QToolButton* CommandBar::Add(const char* name, const QString& text, const QString& hint, int icon,
+                             DisplayCommand command) {
   auto* button = new QToolButton(this);
   button->setObjectName(name);
   button->setText(text);
   button->setToolTip(hint);
   button->setFocusPolicy(Qt::NoFocus);
   if (icon >= 0) button->setIcon(style()->standardIcon(static_cast<QStyle::StandardPixmap>(icon)));
+  connect(button, &QToolButton::clicked, this, [this, command] { emit Wanted(command); });
   row_->addWidget(button);
   buttons_.push_back(button);
   return button;

@@ -3,6 +3,7 @@
 #include <QFrame>
 #include <vector>
 
+#include "display/shortcuts.h"
 #include "session/notices.h"
 
 class QHBoxLayout;
@@ -34,23 +35,15 @@ class CommandBar : public QFrame {
   void FitInto(const QSize& window);
 
  signals:
-  void PauseClicked();
-  void ResumeClicked();
-  void NextRoundClicked();
-  void RestartClicked();
-  void FullScreenClicked(int index);
-  void CloseClicked();
-  void SoundsClicked();
-  void OptionsClicked();
-  void ChangeClicked();
+  void Wanted(DisplayCommand command);
   void MinutesMoved(int value);
-  void UndoClicked();
-  /// Of a line for the director; `kind` is a NoticeKind.
-  void NoticeActionWanted(int kind);
-  void NoticeWavedAway(int kind);
+  /// Of a line for the director.
+  void NoticeActionWanted(NoticeKind kind);
+  void NoticeDismissed(NoticeKind kind);
 
  private:
-  QToolButton* Add(const char* name, const QString& text, const QString& hint, int icon);
+  QToolButton* Add(const char* name, const QString& text, const QString& hint, int icon,
+                   DisplayCommand command);
   QSize Margins() const;
 
   NoticeList* notices_;

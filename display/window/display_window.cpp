@@ -16,61 +16,13 @@ namespace {
 
 constexpr int kResizeSettles = 60;  // milliseconds
 
-/// The command letters by the place of their key, for keyboards that write other letters there.
-int LetterByPlace(quint32 scanCode) {
-  switch (scanCode) {
-    case 26:
-      return 'E';
-    case 27:
-      return 'R';
-    case 30:
-      return 'U';
-    case 33:
-      return 'P';
-    case 41:
-      return 'F';
-    case 43:
-      return 'H';
-    case 57:
-      return 'N';
-    case 58:
-      return 'M';
-    default:
-      return 0;
-  }
-}
-
-/// The virtual-key code of a key event; letters and the escape key have the same in both worlds.
-/// 0 for a key that means nothing here, and for a command of the desktop's.
-int VirtualKey(const QKeyEvent& event) {
-  if (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) return 0;
-  const bool pad = event.modifiers() & Qt::KeypadModifier;
-  switch (event.key()) {
-    case Qt::Key_Escape:
-      return key::kEscape;
-    case Qt::Key_F1:
-      return key::kF1;
-    case Qt::Key_Plus:
-      return pad ? key::kAdd : key::kPlus;
-    case Qt::Key_Equal:
-      return key::kPlus;
-    case Qt::Key_Minus:
-      return pad ? key::kSubtract : key::kMinus;
-    case Qt::Key_Underscore:
-      return key::kMinus;
-    default:
-      break;
-  }
-  if (event.key() >= Qt::Key_A && event.key() <= Qt::Key_Z) return event.key();
-  const bool otherLetter = !event.text().isEmpty() && event.text()[0].isLetter();
-  return otherLetter ? LetterByPlace(event.nativeScanCode()) : 0;
-}
-
 }  // namespace
 
-DisplayWindow::DisplayWindow(const Session& session, DisplayCommands& commands)
+DisplayWindow::DisplayWindow(const Session& session, DisplayCommands& commands,
+                             LetterOfKey letterOfKey)
     : session_(session),
       commands_(commands),
+      letterOfKey_(letterOfKey),
       lblHeader_(new TextRow("lblHeader", this)),
       lblNow_(new TextRow("lblNow", this)),
       lblMin_(new CountdownPanel("lblMin", this)),
@@ -91,23 +43,12 @@ DisplayWindow::DisplayWindow(const Session& session, DisplayCommands& commands)
   timCommand_.setSingleShot(true);
   timCommand_.setInterval(kCommandBarMilliseconds);
   connect(&timCommand_, &QTimer::timeout, this, &DisplayWindow::HideCommandBar);
-  connect(fraCommand_, &CommandBar::PauseClicked, this, [this] { commands_.cmdPause_Click(); });
-  connect(fraCommand_, &CommandBar::ResumeClicked, this, [this] { commands_.cmdResume_Click(); });
-  connect(fraCommand_, &CommandBar::NextRoundClicked, this,
-          [this] { commands_.cmdNextRound_Click(); });
-  connect(fraCommand_, &CommandBar::RestartClicked, this, [this] { commands_.cmdRestart_Click(); });
-  connect(fraCommand_, &CommandBar::FullScreenClicked, this,
-          [this](int index) { commands_.cmdFullScreen_Click(index, *this); });
-  connect(fraCommand_, &CommandBar::CloseClicked, this,
-          [this] { commands_.cmdClose_Click(*this); });
-  connect(fraCommand_, &CommandBar::ChangeClicked, this, [this] { commands_.cmdChange_Click(); });
-  connect(fraCommand_, &CommandBar::SoundsClicked, this, &DisplayWindow::SoundsWanted);
-  connect(fraCommand_, &CommandBar::OptionsClicked, this, &DisplayWindow::OptionsWanted);
+  connect(fraCommand_, &CommandBar::Wanted, this,
+          [this](DisplayCommand command) { commands_.Run(command, *this); });
   connect(fraCommand_, &CommandBar::MinutesMoved, this,
           [this](int value) { commands_.vsbChange_Change(value); });
-  connect(fraCommand_, &CommandBar::UndoClicked, this, [this] { commands_.cmdUndo_Click(); });
   connect(fraCommand_, &CommandBar::NoticeActionWanted, this, &DisplayWindow::NoticeActionWanted);
-  connect(fraCommand_, &CommandBar::NoticeWavedAway, this, &DisplayWindow::NoticeWavedAway);
+  connect(fraCommand_, &CommandBar::NoticeDismissed, this, &DisplayWindow::NoticeDismissed);
   HideCommandBar();
 }
 
@@ -296,15 +237,39 @@ void DisplayWindow::HideCommandBar() {
   setCursor(Qt::IBeamCursor);
 }
 
+/// The virtual-key code of a key event; letters and the escape key have the same in both worlds.
+/// 0 for a key that means nothing here, and for a command of the desktop's.
+int DisplayWindow::VirtualKey(const QKeyEvent& event) const {
+  if (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) return 0;
+  const bool pad = event.modifiers() & Qt::KeypadModifier;
+  switch (event.key()) {
+    case Qt::Key_Escape:
+      return key::kEscape;
+    case Qt::Key_F1:
+      return key::kF1;
+    case Qt::Key_Plus:
+      return pad ? key::kAdd : key::kPlus;
+    case Qt::Key_Equal:
+      return key::kPlus;
+    case Qt::Key_Minus:
+      return pad ? key::kSubtract : key::kMinus;
+    case Qt::Key_Underscore:
+      return key::kMinus;
+    default:
+      break;
+  }
+  if (event.key() >= Qt::Key_A && event.key() <= Qt::Key_Z) return event.key();
+  const bool otherLetter = !event.text().isEmpty() && event.text()[0].isLetter();
+  return otherLetter ? letterOfKey_(event.nativeScanCode()) : 0;
+}
+
 void DisplayWindow::keyPressEvent(QKeyEvent* event) {
-  const int key = VirtualKey(*event);
+  const auto command = CommandOfKey(VirtualKey(*event), Kind());
   // A key that is held down, or that something lies on, must not throw round after round away:
   // only minutes are repeated.
-  const auto command = CommandOfKey(key, Kind());
   const bool repeats =
       command == DisplayCommand::AddMinute || command == DisplayCommand::SubtractMinute;
-  if (event->isAutoRepeat() && !repeats) return;
-  commands_.Form_KeyDown(key, *this);
+  if (command && (repeats || !event->isAutoRepeat())) commands_.Run(*command, *this);
 }
 
 }  // namespace corvanel

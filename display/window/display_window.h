@@ -3,12 +3,10 @@
 #include <QTimer>
 #include <QWidget>
 
-#include "clock/clock_view.h"
 #include "display/display_commands.h"
 #include "display/layout.h"
 #include "display/pointer_watch.h"
-#include "session/notices.h"
-#include "session/progress_face.h"
+#include "session/session_listener.h"
 
 namespace corvanel {
 
@@ -19,19 +17,22 @@ class TextRow;
 
 /// What both displays have in common: they show the clock's face as large as the window allows,
 /// have a command bar and keys, and are never closed, only shown and hidden.
-class DisplayWindow : public QWidget, public DisplayForm {
+class DisplayWindow : public QWidget, public DisplayForm, public SessionListener {
   Q_OBJECT
 
  public:
-  DisplayWindow(const Session& session, DisplayCommands& commands);
+  /// Says which letter stands on a key of a usual keyboard, by the key's scan code; 0 for none.
+  using LetterOfKey = char (*)(uint32_t scanCode);
 
-  void ShowFace(const ClockFace& face);
-  void ShowTimeOfDay(const std::string& time);
+  DisplayWindow(const Session& session, DisplayCommands& commands, LetterOfKey letterOfKey);
+
+  void ShowFace(const ClockFace& face) override;
+  void ShowTimeOfDay(const std::string& time) override;
   /// Shows how far the tables are, as much of it as the options want.
-  void ShowTables(const ProgressFace& tables);
+  void ShowTables(const ProgressFace& tables) override;
   void ShowFullScreenPair(bool fullScreen);
   /// Shows the lines for the director where he alone sees them.
-  virtual void ShowNotices(const std::vector<Notice>& notices);
+  void ShowNotices(const std::vector<Notice>& notices) override;
   /// Takes over fonts, colours and shown elements from the session and places everything anew.
   void Rearrange();
   /// Puts the window at a place, or full screen on the screen of that place.
@@ -59,11 +60,9 @@ class DisplayWindow : public QWidget, public DisplayForm {
  signals:
   /// The window became full screen, maximised or normal, by whatever hand.
   void StateChanged();
-  void SoundsWanted();
-  void OptionsWanted();
-  /// Of a line for the director; `kind` is a NoticeKind.
-  void NoticeActionWanted(int kind);
-  void NoticeWavedAway(int kind);
+  /// Of a line for the director.
+  void NoticeActionWanted(NoticeKind kind);
+  void NoticeDismissed(NoticeKind kind);
 
  protected:
   /// Height in pixels that a window of this kind keeps for itself at the lower edge.
@@ -76,6 +75,7 @@ class DisplayWindow : public QWidget, public DisplayForm {
   DisplayCommands& Commands() { return commands_; }
 
  private:
+  int VirtualKey(const QKeyEvent& event) const;
   LayoutInput Input() const;
   bool ShowsUnits() const;
   void FillProgress();
@@ -87,6 +87,7 @@ class DisplayWindow : public QWidget, public DisplayForm {
 
   const Session& session_;
   DisplayCommands& commands_;
+  LetterOfKey letterOfKey_;
   ClockFace face_;
   ProgressFace tables_;
   QSize barIn_;         // of the window when the command bar was placed

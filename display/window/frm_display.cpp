@@ -4,8 +4,8 @@
 
 namespace corvanel {
 
-FrmDisplay::FrmDisplay(const Session& session, DisplayCommands& commands)
-    : DisplayWindow(session, commands) {
+FrmDisplay::FrmDisplay(const Session& session, DisplayCommands& commands, LetterOfKey letterOfKey)
+    : DisplayWindow(session, commands, letterOfKey) {
   setObjectName("frmDisplay");
   SetMoveLine(new TextRow("lblMess", this));
 }

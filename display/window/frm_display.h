@@ -9,7 +9,7 @@ class FrmDisplay : public DisplayWindow {
   Q_OBJECT
 
  public:
-  FrmDisplay(const Session& session, DisplayCommands& commands);
+  FrmDisplay(const Session& session, DisplayCommands& commands, LetterOfKey letterOfKey);
   DisplayKind Kind() const override { return DisplayKind::Room; }
 };
 

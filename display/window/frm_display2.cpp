@@ -11,8 +11,8 @@
 
 namespace corvanel {
 
-FrmDisplay2::FrmDisplay2(const Session& session, DisplayCommands& commands)
-    : DisplayWindow(session, commands),
+FrmDisplay2::FrmDisplay2(const Session& session, DisplayCommands& commands, LetterOfKey letterOfKey)
+    : DisplayWindow(session, commands, letterOfKey),
       fraMonitor_(new QFrame(this)),
       fraNotices_(new NoticeList(this)) {
   setObjectName("frmDisplay2");
@@ -27,7 +27,7 @@ FrmDisplay2::FrmDisplay2(const Session& session, DisplayCommands& commands)
   cmdMonitorFullScreen_ = AddPair("cmdMonitorFullScreen", tr("Maximise"), tr("Restore"));
   row->addStretch();
   connect(fraNotices_, &NoticeList::ActionWanted, this, &FrmDisplay2::NoticeActionWanted);
-  connect(fraNotices_, &NoticeList::WavedAway, this, &FrmDisplay2::NoticeWavedAway);
+  connect(fraNotices_, &NoticeList::Dismissed, this, &FrmDisplay2::NoticeDismissed);
   for (int index : {0, 1}) {
     const auto i = static_cast<size_t>(index);
     connect(cmdHide_[i], &QPushButton::clicked, this,

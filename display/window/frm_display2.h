@@ -17,7 +17,7 @@ class FrmDisplay2 : public DisplayWindow {
   Q_OBJECT
 
  public:
-  FrmDisplay2(const Session& session, DisplayCommands& commands);
+  FrmDisplay2(const Session& session, DisplayCommands& commands, LetterOfKey letterOfKey);
   DisplayKind Kind() const override { return DisplayKind::Twin; }
   /// Of each pair the button that makes sense for the room display's state is visible.
   void ShowRoomDisplay(bool visible, bool fullScreen);

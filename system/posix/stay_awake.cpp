@@ -2,12 +2,11 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusReply>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
 
 namespace corvanel {
 namespace {
-
-constexpr int kPatience = 300;  // milliseconds; a desktop that does not answer is left alone
 
 QDBusMessage Call(const QString& service, const char* method, const QList<QVariant>& arguments) {
   QDBusMessage call = QDBusMessage::createMethodCall(service, "/org/freedesktop/ScreenSaver",
@@ -24,15 +23,29 @@ StayAwake::~StayAwake() {
   Release();
 }
 
+void StayAwake::ShowFace(const ClockFace& face) {
+  if (Runs(face.phase)) {
+    Hold();
+  } else {
+    Release();
+  }
+}
+
+/// The desktop answers when it likes.
 void StayAwake::Hold() {
   if (held_) return;
   held_ = true;
   const QDBusConnection bus = QDBusConnection::sessionBus();
   if (!bus.isConnected()) return;
-  const QDBusReply<unsigned> reply =
-      bus.call(Call(service_, "Inhibit", {"Corvanel", "A bridge session is running"}), QDBus::Block,
-               kPatience);
-  if (reply.isValid()) cookie_ = reply.value();
+  auto* answer = new QDBusPendingCallWatcher(
+      bus.asyncCall(Call(service_, "Inhibit", {"Corvanel", "A bridge session is running"})), this);
+  connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
+    const QDBusPendingReply<unsigned> reply = *answer;
+    answer->deleteLater();
+    if (!reply.isValid()) return;
+    cookie_ = reply.value();
+    if (!held_) Release();
+  });
 }
 
 void StayAwake::Release() {

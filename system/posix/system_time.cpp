@@ -45,12 +45,7 @@ std::string BootId() {
 
 }  // namespace
 
-SystemTime::SystemTime()
-    : boot_(BootId()), startOfDay_(ComputersTimeOfDay().Seconds()), startOfCount_(SinceBoot()) {}
-
-double SystemTime::Counter() const {
-  return ClockTime(startOfDay_ + SinceBoot() - startOfCount_).Seconds();
-}
+SystemTime::SystemTime() : boot_(BootId()) {}
 
 Moment SystemTime::ThisMoment() const {
   return {boot_, SinceBoot(), Seconds(RealTime())};

@@ -83,11 +83,7 @@ std::optional<size_t> QtPrompts::Choose(const std::string& question,
 }
 
 Answer QtPrompts::AskToContinue(const std::string& question) {
-  ticks_.Hold();
-  const Answer answer =
-      Ask(question, QMessageBox::Critical, QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes);
-  ticks_.Release();
-  return answer;
+  return Ask(question, QMessageBox::Critical, QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes);
 }
 
 namespace {

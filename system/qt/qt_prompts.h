@@ -3,14 +3,12 @@
 #include <QMessageBox>
 
 #include "session/prompts.h"
-#include "system/qt/qt_tick_timer.h"
 
 namespace corvanel {
 
 /// Message boxes over whatever window is active.
 class QtPrompts : public Prompts {
  public:
-  explicit QtPrompts(QtTickTimer& ticks) : ticks_(ticks) {}
   void Message(const std::string& text) override;
   Answer AskYesNo(const std::string& question) override;
   Answer AskYesNoCancel(const std::string& question) override;
@@ -26,7 +24,6 @@ class QtPrompts : public Prompts {
   /// `onEnter` is the harmless answer: an Enter that was meant for something else gives it.
   static Answer Ask(const std::string& text, QMessageBox::Icon icon,
                     QMessageBox::StandardButtons buttons, QMessageBox::StandardButton onEnter);
-  QtTickTimer& ticks_;
 };
 
 }  // namespace corvanel

@@ -3,7 +3,7 @@
 #include <QTimer>
 #include <functional>
 
-#include "clock/clock_view.h"
+#include "clock/tick_timer.h"
 
 namespace corvanel {
 

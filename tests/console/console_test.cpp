@@ -137,7 +137,7 @@ TEST(ConsoleTest, AHundredSessionsOfOddShapeRunAsTheRulesSay) {
       store.SaveSetting("Timer", key, value);
       arguments += std::string(" --set ") + key + '=' + value;
     }
-    table.GetDefaults(start);
+    table.GetDefaults();
     std::vector<std::string> phases;
     std::istringstream lines(Console(arguments).text);
     for (std::string line; std::getline(lines, line);) {

@@ -4,9 +4,7 @@
 
 #include <random>
 
-#include "settings/settings_table.h"
-#include "tests/support/fake_control_window.h"
-#include "tests/support/fakes.h"
+#include "tests/support/favourites_bench.h"
 
 namespace corvanel {
 namespace {
@@ -17,6 +15,7 @@ class ControlWindowTest : public testing::Test {
     s.nRounds = 8;
     s.MinPerRound = 20;
     s.MinBetweenRounds = 1;
+    window.Leave(Box::StartTime, "19:30");
     window.Display();
   }
   /// Types a whole text and leaves the box.
@@ -26,16 +25,14 @@ class ControlWindowTest : public testing::Test {
   }
   std::string Value(Box box) { return view.texts[box]; }
 
-  ClockBench bench;
-  Session& session = bench.session;
+  FavouritesBench base;
+  ClockBench& bench = base.bench;
+  Session& session = base.session;
   SessionSettings& s = session.settings;
-  FakePrompts prompts;
-  FakeControlWindow view;
-  FakeStore store;
-  SettingsTable table{store, session, bench.errors};
-  ProgramExit exit{session, prompts, view};
-  ControlWindow window{
-      {session, view, prompts, bench.errors, bench.time, bench.clock, table, view, exit}};
+  FakePrompts& prompts = base.prompts;
+  FakeControlWindow& view = base.view;
+  FakeStore& store = base.store;
+  ControlWindow& window = base.control;
 };
 
 TEST_F(ControlWindowTest, FillingTheWindowCalculatesOnce) {
@@ -111,7 +108,7 @@ TEST_F(ControlWindowTest, WrongEntriesAreToldOnceAndTheOldValueStays) {
     EXPECT_EQ(session.settings, before.settings) << row.typed;
   }
   EXPECT_FALSE(Enter(Box::nRounds, "99999"));
-  EXPECT_EQ(bench.errors.reports, std::vector<std::string>{"6 frmMain 1"});
+  EXPECT_EQ(bench.errors.reports, std::vector<std::string>{"6 frmMain.LostFocus 1"});
   EXPECT_EQ(Value(Box::nRounds), "8");
 }
 
@@ -215,7 +212,7 @@ TEST_F(ControlWindowTest, StartRefusesARoundWithoutMinutes) {
 TEST_F(ControlWindowTest, AStoreThatCannotBeWrittenDoesNotStopTheSession) {
   store.full = true;
   window.cmdStart_Click();
-  EXPECT_EQ(bench.errors.reports, std::vector<std::string>{"61 frmMain 1"});
+  EXPECT_EQ(bench.errors.reports, std::vector<std::string>{"61 frmMain.cmdStart_Click 1"});
   EXPECT_EQ(bench.face.phase, Phase::Round);
 }
 
@@ -223,7 +220,6 @@ TEST_F(ControlWindowTest, WhileASessionRunsOnlyChangedBoxesCount) {
   s.optBreak = false;
   window.cmdStart_Click();
   bench.Pass(5 * 21 * 60 + 600);  // ten minutes into round 6
-  window.ShowProgress();
   EXPECT_EQ(Value(Box::CurrentRound), "6");
   EXPECT_EQ(Value(Box::StartTime), "21:14");
   EXPECT_EQ(view.labels[Label::lblFinishTime], "22:17");
@@ -240,9 +236,57 @@ TEST_F(ControlWindowTest, WhileASessionRunsOnlyChangedBoxesCount) {
   EXPECT_EQ(s.MinPerRound, 10);
 }
 
+// A slip in the rounds box must not send a running evening anywhere.
+TEST_F(ControlWindowTest, TheRoundInPlayIsTheClocks) {
+  s.optBreak = false;
+  window.cmdStart_Click();
+  bench.Pass(4 * 21 * 60 + 60);
+  ASSERT_EQ(bench.face.caption, "Time remaining for Round 5 of 8");
+  Enter(Box::nRounds, "4");
+  EXPECT_EQ(prompts.texts.back(),
+            "Round 5 is in play, so the number of rounds was set to 5, not 4");
+  EXPECT_EQ(Value(Box::nRounds), "5");
+  EXPECT_EQ(bench.face.caption, "Final Round");  // right at once
+  EXPECT_EQ(bench.face.finish, "Finish at 21:14");
+  Enter(Box::nRounds, "8");
+  EXPECT_EQ(bench.face.caption, "Time remaining for Round 5 of 8");
+  EXPECT_EQ(Value(Box::CurrentRound), "5");
+  // What is planned for the next start does not touch it.
+  const std::string finish = bench.face.finish;
+  Enter(Box::CurrentRound, "2");
+  window.cmdResume_Click();
+  bench.Pass(60);
+  EXPECT_EQ(Value(Box::CurrentRound), "2");
+  EXPECT_EQ(bench.face.caption, "Time remaining for Round 5 of 8");
+  EXPECT_EQ(bench.face.finish, finish);
+  EXPECT_EQ(view.labels[Label::lblFinishTime], "22:17");
+  bench.Pass(18 * 60 + 30);
+  EXPECT_EQ(bench.face.message, "MOVE FOR ROUND 6");
+  Enter(Box::Skip, "5");
+  EXPECT_EQ(bench.face.message, "SKIP - MOVE FOR ROUND 6");
+  Enter(Box::nRounds, "6");
+  EXPECT_EQ(bench.face.message, "SKIP - MOVE FOR THE FINAL ROUND");
+  bench.Pass(60);
+  EXPECT_EQ(Value(Box::CurrentRound), "6");  // the proposal follows the clock
+  Enter(Box::CurrentRound, "1");
+  window.BackFromDisplays();
+  EXPECT_EQ(Value(Box::CurrentRound), "6");
+  EXPECT_EQ(view.labels[Label::cmdStart], "Start Timer from round 6");
+}
+
+TEST_F(ControlWindowTest, AnEndedSessionLeavesThePlanToTheDirector) {
+  window.cmdStart_Click();
+  bench.RunToEnd();
+  Enter(Box::nRounds, "3");
+  EXPECT_EQ(Value(Box::CurrentRound), "1");
+  EXPECT_EQ(bench.face.caption, "Final Round");
+  bench.clock.Do(SessionCommand::Restart);  // of the last round that there is now
+  EXPECT_EQ(bench.clock.State().round, 3);
+}
+
 TEST_F(ControlWindowTest, ResumeShowsTheDisplaysAndLeavesAPauseAlone) {
   window.cmdStart_Click();
-  bench.clock.Pause();
+  bench.clock.Do(SessionCommand::Pause);
   view.displaysShown = false;
   window.cmdResume_Click();
   EXPECT_TRUE(view.displaysShown);
@@ -324,7 +368,8 @@ TEST_F(ControlWindowTest, NoEntryHarmsTheSession) {
     if (random() % 50 == 0) window.optCalc_Click(static_cast<int>(random() % 2));
     if (i >= 10000) bench.Pass(1);
     ASSERT_GE(s.nRounds, 1);
-    ASSERT_TRUE(session.currentRound >= 1 && session.currentRound <= s.nRounds);
+    ASSERT_TRUE(window.Planned().round >= 1 && window.Planned().round <= s.nRounds);
+    ASSERT_LE(bench.clock.UnderWay() ? bench.clock.State().round : 1, s.nRounds);
     ASSERT_TRUE(s.MinPerRound >= 0 && s.MinPerRound <= 1440) << typed;
     ASSERT_TRUE(s.MinBetweenRounds >= kShortestMove && s.MinBetweenRounds <= kLongestPhase);
     ASSERT_TRUE(s.TimeForBreak >= 0 && s.TimeForBreak <= kLongestPhase);

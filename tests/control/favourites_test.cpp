@@ -7,16 +7,13 @@
 namespace corvanel {
 namespace {
 
-class FavouritesTest : public testing::Test, public FavouritesBench {
+class FavouritesTest : public testing::Test, protected FavouritesBench {
  protected:
   FavouritesTest() {
     Load();
     session.settings.sounds.files[0] = "own.wav";
   }
-  void Load() {
-    table.GetDefaults(ClockTime::At(19, 0));
-    favourites.Fill();
-  }
+  void Load() { favourites.Reload(); }
   void SaveRounds(int16_t rounds, const std::string& name) {
     session.settings.nRounds = rounds;
     favourites.cmdSaveDefault_Click(name);
@@ -26,9 +23,9 @@ class FavouritesTest : public testing::Test, public FavouritesBench {
 TEST_F(FavouritesTest, SavesChoosesAndSurvivesARestart) {
   SaveRounds(7, "Friday");
   SaveRounds(9, "Monday");
-  EXPECT_EQ(listed, (std::vector<std::string>{"Friday", "Monday"}));
-  EXPECT_EQ(inUse, "Monday");
-  EXPECT_EQ(chosen, "Monday");
+  EXPECT_EQ(view.listed, (std::vector<std::string>{"Friday", "Monday"}));
+  EXPECT_EQ(view.inUse, "Monday");
+  EXPECT_EQ(view.chosen, "Monday");
   EXPECT_FALSE(view.favouriteOffered);
   favourites.cboFavs_Click("Friday");
   EXPECT_EQ(session.settings.nRounds, 7);
@@ -37,7 +34,7 @@ TEST_F(FavouritesTest, SavesChoosesAndSurvivesARestart) {
   session.settings = SessionSettings{};
   Load();
   EXPECT_EQ(session.settings.nRounds, 7);
-  EXPECT_EQ(inUse, "Friday");
+  EXPECT_EQ(view.inUse, "Friday");
   session.settings.nRounds = 11;
   prompts.answers = {Answer::Yes};
   favourites.cmdFavSave_Click("Friday");
@@ -56,7 +53,7 @@ TEST_F(FavouritesTest, ANameInAnotherSpellingTakesTheSlotAndRenamesIt) {
             "Do you want to overwrite it with these settings?");
   EXPECT_EQ(store.GetSetting("Timer01", "Name"), "éLÉGANCE");
   EXPECT_EQ(store.GetSetting("Timer01", "nRounds"), "8");
-  EXPECT_EQ(listed, std::vector<std::string>{"éLÉGANCE"});
+  EXPECT_EQ(view.listed, std::vector<std::string>{"éLÉGANCE"});
 }
 
 TEST_F(FavouritesTest, TwentyAreEnough) {
@@ -64,7 +61,7 @@ TEST_F(FavouritesTest, TwentyAreEnough) {
   favourites.cmdSaveDefault_Click("One more");
   EXPECT_EQ(prompts.texts.back(),
             "You already have 20 favourites\r\n\r\nYou need to delete one first");
-  EXPECT_EQ(listed.size(), 20U);
+  EXPECT_EQ(view.listed.size(), 20U);
   prompts.answers = {Answer::Yes};
   SaveRounds(6, "club 20");
   EXPECT_EQ(store.GetSetting("Timer20", "nRounds"), "6");
@@ -75,20 +72,20 @@ TEST_F(FavouritesTest, DeletingMovesToTheFirstOfTheList) {
   session.settings.nRounds = 3;
   prompts.answers = {Answer::No, Answer::Yes, Answer::Yes, Answer::Yes};
   favourites.cmdFavDelete_Click("two");
-  EXPECT_EQ(listed.size(), 3U);
+  EXPECT_EQ(view.listed.size(), 3U);
   favourites.cmdFavDelete_Click("TWO");
-  EXPECT_EQ(listed, (std::vector<std::string>{"One", "Three"}));
+  EXPECT_EQ(view.listed, (std::vector<std::string>{"One", "Three"}));
   EXPECT_TRUE(store.GetAllSettings("Timer02").empty());
-  EXPECT_EQ(inUse, "One");
+  EXPECT_EQ(view.inUse, "One");
   EXPECT_EQ(session.settings.nRounds, 5);
-  SaveRounds(4, "Four");  // takes slot 2, listed last until the next start
-  EXPECT_EQ(listed, (std::vector<std::string>{"One", "Three", "Four"}));
+  SaveRounds(4, "Four");  // takes slot 2, view.listed last until the next start
+  EXPECT_EQ(view.listed, (std::vector<std::string>{"One", "Three", "Four"}));
   Load();
-  EXPECT_EQ(listed, (std::vector<std::string>{"One", "Four", "Three"}));
+  EXPECT_EQ(view.listed, (std::vector<std::string>{"One", "Four", "Three"}));
   prompts.answers = {Answer::Yes, Answer::Yes, Answer::Yes};
   for (const char* name : {"One", "Three", "Four"}) favourites.cmdFavDelete_Click(name);
-  EXPECT_TRUE(listed.empty());
-  EXPECT_EQ(inUse, "");
+  EXPECT_TRUE(view.listed.empty());
+  EXPECT_EQ(view.inUse, "");
   EXPECT_EQ(store.GetSetting("Timer", "Name"), "");
 }
 
@@ -106,40 +103,48 @@ TEST_F(FavouritesTest, RefusalsLeaveEverythingAlone) {
   favourites.cmdFavDelete_Click("Sunday");
   EXPECT_EQ(prompts.texts.back(), "Favourite Sunday not found");
   EXPECT_EQ(store.flushes, flushes);
-  EXPECT_EQ(listed, std::vector<std::string>{"Friday"});
+  EXPECT_EQ(view.listed, std::vector<std::string>{"Friday"});
 }
 
 TEST_F(FavouritesTest, OddNamesAreKept) {
   const std::string names[] = {"\"quoted\", with a comma", std::string(300, 'x'), "Ärger & Söhne"};
   for (const std::string& name : names) SaveRounds(5, name);
   Load();
-  EXPECT_EQ(listed, std::vector<std::string>(std::begin(names), std::end(names)));
+  EXPECT_EQ(view.listed, std::vector<std::string>(std::begin(names), std::end(names)));
 }
 
 TEST_F(FavouritesTest, ASessionUnderWayKeepsItsRoundAndStartTime) {
   SaveRounds(3, "Short");
   SaveRounds(9, "Long");
-  session.currentRound = 5;
+  control.Leave(Box::CurrentRound, "5");
   control.cmdStart_Click();
-  const ClockTime start = session.startTime;
+  const ClockTime start = control.Planned().time;
   favourites.cboFavs_Click("Short");
   EXPECT_EQ(prompts.texts.back(),
-            "Round 5 is being played, so the number of rounds is 5 and not 3");
+            "Round 5 is in play, so the number of rounds was set to 5, not 3");
   EXPECT_EQ(session.settings.nRounds, 5);
-  EXPECT_EQ(session.currentRound, 5);
-  EXPECT_EQ(session.startTime, start);
+  EXPECT_EQ(bench.clock.State().round, 5);
+  EXPECT_EQ(control.Planned().time, start);
+  // Deleting another one changes nothing of tonight, and says nothing.
+  session.settings.MinPerRound = 17;
+  const size_t said = prompts.texts.size();
   prompts.answers = {Answer::Yes};
   favourites.cmdFavDelete_Click("Long");
-  EXPECT_EQ(session.currentRound, 5);
-  EXPECT_EQ(session.startTime, start);
+  EXPECT_EQ(prompts.texts.size(), said + 1);
+  EXPECT_EQ(session.settings.MinPerRound, 17);
+  EXPECT_EQ(session.settings.nRounds, 5);
+  EXPECT_EQ(view.inUse, "Short");
+  EXPECT_EQ(view.listed, std::vector<std::string>{"Short"});
+  EXPECT_EQ(bench.clock.State().round, 5);
+  EXPECT_EQ(control.Planned().time, start);
   EXPECT_EQ(bench.face.phase, Phase::Round);
 }
 
 TEST_F(FavouritesTest, AStoreThatCannotBeWrittenIsReported) {
   store.full = true;
   SaveRounds(7, "Friday");
-  EXPECT_EQ(bench.errors.reports, std::vector<std::string>{"61 frmMain 1"});
-  EXPECT_EQ(listed, std::vector<std::string>{"Friday"});
+  EXPECT_EQ(bench.errors.reports, std::vector<std::string>{"61 frmMain.cmdFavSave_Click 1"});
+  EXPECT_EQ(view.listed, std::vector<std::string>{"Friday"});
 }
 
 }  // namespace

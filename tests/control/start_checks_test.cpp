@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "control/watch.h"
 #include "tests/support/program_run.h"
 
 namespace corvanel {
@@ -26,7 +27,7 @@ std::vector<std::string> Texts(const FakeNotices& view) {
   return texts;
 }
 
-TEST(PreFlightTest, NamesWhatTheSessionWouldMissAndNothingElse) {
+TEST(StartChecksTest, NamesWhatTheSessionWouldMissAndNothingElse) {
   Session session;
   SessionSettings& s = session.settings;
   s.sounds.files = {"a/first.wav", "a/second.wav", "a/end.wav", "a/break.wav",
@@ -35,7 +36,7 @@ TEST(PreFlightTest, NamesWhatTheSessionWouldMissAndNothingElse) {
   FakeSounds sounds;
   FakeNotices view;
   Notices notices(view);
-  Surroundings around{sounds, true, "", true};
+  Surroundings around{sounds, true, false, "", true};
   const auto check = [&] {
     CheckBeforeStart(session, around, notices);
     return Texts(view);
@@ -51,8 +52,8 @@ TEST(PreFlightTest, NamesWhatTheSessionWouldMissAndNothingElse) {
   around.soundDevice = false;
   around.scoringProblem = "the file x.bws cannot be read";  // but none is open
   around.secondScreen = false;                              // but none is wanted
-  EXPECT_THAT(check(), ElementsAre("No sound can be heard: this computer has no loudspeaker now"));
-  session.unitLinkOpen = true;
+  EXPECT_THAT(check(), ElementsAre("No sound will be heard: no audio output is connected"));
+  around.scoringOpen = true;
   s.ExtraMonitor = -1;
   s.sounds.play = {};  // a silent session needs no loudspeaker
   EXPECT_THAT(check(), ElementsAre("BridgeTab: the file x.bws cannot be read",
@@ -61,7 +62,49 @@ TEST(PreFlightTest, NamesWhatTheSessionWouldMissAndNothingElse) {
   EXPECT_THAT(view.notices, IsEmpty());
 }
 
-TEST(NoticesTest, ALineThatWasWavedAwayComesBackOnlyWithNews) {
+TEST(WatchTest, TellsOfGapsSoundsAndAForeignStore) {
+  ClockBench bench;
+  FakeNotices view;
+  Notices notices(view);
+  std::string outside;
+  FakeSounds sounds;
+  bool planning = true;
+  Watch watch({bench.session, bench.clock, notices,
+               [&]() -> std::optional<Surroundings> {
+                 if (!planning) return std::nullopt;
+                 return Surroundings{sounds, false, false, "", true};
+               },
+               [&] { return outside; }});
+  bench.broadcast.Add(watch);
+  watch.Check();
+  EXPECT_THAT(Texts(view), ElementsAre("No sound will be heard: no audio output is connected"));
+  bench.clock.Start(1);
+  watch.Check();  // the start has taken place
+  watch.SoundNotPlayed("/x/Bell.wav", "why");
+  EXPECT_THAT(Texts(view), ElementsAre("The sound Bell.wav was not heard: why"));
+  watch.SoundPlayed();
+  bench.time.PassTo(126);
+  bench.clock.Tick();
+  EXPECT_EQ(view.notices.back(), (Notice{NoticeKind::Away,
+                                         "The computer was asleep for 2 min 5 s. The clock kept "
+                                         "running.",
+                                         "Don't count that time"}));
+  watch.Act(NoticeKind::Away);
+  EXPECT_EQ(bench.face.countdown, "14:59");
+  EXPECT_THAT(view.notices, IsEmpty());
+  bench.time.PassTo(300);
+  bench.clock.Tick();
+  watch.Dismiss(NoticeKind::Away);
+  EXPECT_THAT(view.notices, IsEmpty());
+  EXPECT_FALSE(bench.face.awayCanBeTakenOut);
+  outside = "/x/settings.json.outside-1";
+  planning = false;
+  watch.Check();
+  EXPECT_THAT(Texts(view), ElementsAre("The settings file was changed by another program. Its "
+                                       "contents were kept as settings.json.outside-1"));
+}
+
+TEST(NoticesTest, ALineThatWasDismissedComesBackOnlyWithNews) {
   FakeNotices view;
   Notices notices(view);
   const Notice missing{NoticeKind::SoundFiles, "Sound file not found: a.wav", ""};
@@ -69,12 +112,12 @@ TEST(NoticesTest, ALineThatWasWavedAwayComesBackOnlyWithNews) {
   notices.Set({NoticeKind::Away, "Away", "Take it out"});
   notices.Set(missing);
   EXPECT_THAT(Texts(view), ElementsAre("Sound file not found: a.wav", "Away"));
-  notices.WaveAway(NoticeKind::SoundFiles);
+  notices.Dismiss(NoticeKind::SoundFiles);
   notices.Set(missing);
   EXPECT_THAT(Texts(view), ElementsAre("Away"));
   notices.Set({NoticeKind::SoundFiles, "Sound file not found: b.wav", ""});
   EXPECT_THAT(Texts(view), ElementsAre("Away", "Sound file not found: b.wav"));
-  notices.WaveAway(NoticeKind::SoundFiles);
+  notices.Dismiss(NoticeKind::SoundFiles);
   notices.Clear(NoticeKind::SoundFiles);  // mended, and broken again
   notices.Set({NoticeKind::SoundFiles, "Sound file not found: b.wav", ""});
   EXPECT_THAT(Texts(view), ElementsAre("Away", "Sound file not found: b.wav"));

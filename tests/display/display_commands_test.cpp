@@ -4,6 +4,7 @@
 
 #include "display/contrast.h"
 #include "display/pointer_watch.h"
+#include "tests/support/fake_display_host.h"
 #include "tests/support/fakes.h"
 
 namespace corvanel {
@@ -21,63 +22,52 @@ class FakeForm : public DisplayForm {
   bool hidden = false;
 };
 
-class Desk : public DisplayHost, public ProgramEnding {
- public:
-  void ShowControlWindow() override { done += "control "; }
-  void ShowHelp() override { done += "help "; }
-  double ScreenWidth() const override { return 1920 * 15; }
-  void ShowFullScreenPair(bool fullScreen) override { done += fullScreen ? "full " : "normal "; }
-  void ShowMonitorPairs() override {}
-  DisplayForm& RoomDisplay() override { return room; }
-  DisplayForm& Twin() override { return twin; }
-  void SaveDisplayGeometry() override { done += "geometry "; }
-  void ShutDownComputer() override { done += "shutdown "; }
-  void EndProgram() override { done += "end "; }
-  FakeForm room;
-  FakeForm twin;
-  std::string done;
-};
-
 class DisplayCommandsTest : public testing::Test {
  protected:
   DisplayCommandsTest() {
     bench.session.settings.nRounds = 3;
     bench.session.settings.MinPerRound = 10;
-    bench.clock.Start();
+    bench.clock.Start(1);
     bench.Pass(60);
   }
   ClockBench bench;
   FakePrompts prompts;
   FakeErrors errors;
-  Desk desk;
-  FakeForm& form = desk.room;
-  ProgramExit exit{bench.session, prompts, desk};
-  DisplayCommands commands{{bench.clock, bench.session, prompts, errors, desk, exit}};
+  FakeForm form;
+  FakeForm twin;
+  FakeDisplayHost desk{form, twin};
+  DisplayCommands commands{{bench.clock, bench.session, prompts, errors, desk}};
+
+  /// A key that goes down on a window.
+  void Press(int virtualKey, FakeForm& on) {
+    const auto command = CommandOfKey(virtualKey, on.kind);
+    if (command) commands.Run(*command, on);
+  }
 };
 
 TEST_F(DisplayCommandsTest, KeysRunTheirCommands) {
-  commands.Form_KeyDown('P', form);
+  Press('P', form);
   EXPECT_TRUE(bench.face.paused);
-  commands.Form_KeyDown('P', form);
+  Press('P', form);
   EXPECT_FALSE(bench.face.paused);
-  for (const int plus : {key::kAdd, key::kPlus}) commands.Form_KeyDown(plus, form);
+  for (const int plus : {key::kAdd, key::kPlus}) Press(plus, form);
   EXPECT_EQ(bench.face.countdown, "11:00");
-  for (const int minus : {key::kSubtract, key::kMinus}) commands.Form_KeyDown(minus, form);
+  for (const int minus : {key::kSubtract, key::kMinus}) Press(minus, form);
   EXPECT_EQ(bench.face.countdown, "9:00");
-  commands.Form_KeyDown('R', form);
+  Press('R', form);
   EXPECT_EQ(bench.face.countdown, "10:00");
-  commands.Form_KeyDown('N', form);
-  EXPECT_EQ(bench.session.currentRound, 2);
-  commands.Form_KeyDown(key::kF1, form);
-  commands.Form_KeyDown('X', form);
+  Press('N', form);
+  EXPECT_EQ(bench.clock.State().round, 2);
+  Press(key::kF1, form);
+  Press('X', form);
   EXPECT_FALSE(form.hidden);
-  commands.Form_KeyDown(key::kEscape, form);
+  Press(key::kEscape, form);
   EXPECT_TRUE(form.hidden);
   EXPECT_EQ(desk.done, "help control ");
 }
 
 TEST_F(DisplayCommandsTest, FullScreenRemembersTheNormalPlaceAndTogglesThePair) {
-  commands.Form_KeyDown('F', form);
+  Press('F', form);
   EXPECT_FALSE(form.place.normal);
   EXPECT_EQ(bench.session.options.FormX, 100);
   EXPECT_EQ(bench.session.options.FormSizeY, 6001);
@@ -85,7 +75,7 @@ TEST_F(DisplayCommandsTest, FullScreenRemembersTheNormalPlaceAndTogglesThePair) 
   commands.CaptureGeometry(form);
   EXPECT_EQ(bench.session.options.FormX, 100);
   EXPECT_EQ(bench.session.options.DisplayState, 0);
-  commands.Form_KeyDown('F', form);
+  Press('F', form);
   EXPECT_TRUE(form.place.normal);
   commands.CaptureGeometry(form);
   EXPECT_EQ(bench.session.options.FormX, 0);
@@ -113,19 +103,19 @@ TEST_F(DisplayCommandsTest, AlwaysOnTopRefusesFullScreen) {
 }
 
 TEST_F(DisplayCommandsTest, TheTwinHidesAndMaximisesTheRoomDisplay) {
-  desk.twin.kind = DisplayKind::Twin;
-  commands.Form_KeyDown('H', form);  // the room display does not know these keys
-  commands.Form_KeyDown('M', form);
+  twin.kind = DisplayKind::Twin;
+  Press('H', form);  // the room display does not know these keys
+  Press('M', form);
   EXPECT_TRUE(form.Visible());
   EXPECT_TRUE(form.place.normal);
-  commands.Form_KeyDown('H', desk.twin);
+  Press('H', twin);
   EXPECT_FALSE(form.Visible());
-  commands.Form_KeyDown('H', desk.twin);
+  Press('H', twin);
   EXPECT_TRUE(form.Visible());
-  commands.Form_KeyDown('M', desk.twin);
+  Press('M', twin);
   EXPECT_FALSE(form.place.normal);
-  EXPECT_TRUE(desk.twin.place.normal);
-  commands.Form_KeyDown('M', desk.twin);
+  EXPECT_TRUE(twin.place.normal);
+  Press('M', twin);
   EXPECT_TRUE(form.place.normal);
 }
 
@@ -146,45 +136,15 @@ TEST_F(DisplayCommandsTest, AlwaysOnTopLetsOnlyAnotherScreenBeMaximised) {
 
 TEST_F(DisplayCommandsTest, TheTwinMakesWayForTheExitQuestion) {
   bench.session.settings.ExtraMonitor = -1;
-  prompts.answers = {Answer::No};
-  commands.Form_KeyDown('E', form);
-  EXPECT_TRUE(desk.twin.Visible());
-  prompts.answers = {Answer::Yes};
-  commands.Form_KeyDown('E', form);
-  EXPECT_FALSE(desk.twin.Visible());
-}
-
-TEST_F(DisplayCommandsTest, LeavingTheProgramAsksFirst) {
-  struct Row {
-    const char* name;
-    int16_t autoShutdown;
-    std::deque<Answer> answers;
-    const char* done;
-  };
-  const Row rows[] = {
-      {"stays", 0, {Answer::No}, ""},
-      {"leaves", 0, {Answer::Yes}, "geometry end "},
-      {"cancels the shutdown question", 1, {Answer::Yes, Answer::Cancel}, ""},
-      {"leaves the computer on", 1, {Answer::Yes, Answer::No}, "geometry end "},
-      {"shuts down", 1, {Answer::Yes, Answer::Yes}, "geometry shutdown end "},
-  };
-  for (const Row& row : rows) {
-    desk.done.clear();
-    prompts.answers = row.answers;
-    bench.session.options.AutoShutdown = row.autoShutdown;
-    commands.Form_KeyDown('E', form);
-    EXPECT_EQ(desk.done, row.done) << row.name;
-  }
-  desk.done.clear();
-  bench.session.options.AutoShutdown = 0;
-  prompts.texts.clear();
-  exit.FromControlWindow(false);
-  EXPECT_EQ(desk.done, "end ");
-  EXPECT_TRUE(prompts.texts.empty());
+  Press('E', form);
+  EXPECT_TRUE(twin.Visible());
+  desk.ends = true;
+  Press('E', form);
+  EXPECT_FALSE(twin.Visible());
 }
 
 TEST_F(DisplayCommandsTest, TheMinuteButtonExplainsTheAdjuster) {
-  commands.cmdChange_Click();
+  commands.Run(DisplayCommand::ExplainMinutes, form);
   EXPECT_EQ(prompts.texts.back(),
             "Click on the up or down arrows to the right\r\nto add or subtract one minute");
   commands.vsbChange_Change(0);

@@ -10,18 +10,19 @@
 namespace corvanel {
 namespace {
 
-class DisplayOptionsTest : public testing::Test, public DisplayOptionsHost {
+class DisplayOptionsTest : public testing::Test {
  protected:
-  void RearrangeDisplays() override { ++rearranged; }
-  void RewriteTimes() override { ++rewritten; }
-
   int rearranged = 0;
   int rewritten = 0;
   FakeStore store;
   Session session;
   FakeErrors errors;
   SettingsTable table{store, session, errors};
-  DisplayOptions options{session, table, *this, errors};
+  DisplayOptions options{{.session = session,
+                          .save = [this] { table.SaveDisplayOptions(); },
+                          .rearrange = [this] { ++rearranged; },
+                          .rewriteTimes = [this] { ++rewritten; },
+                          .errors = errors}};
 };
 
 TEST_F(DisplayOptionsTest, ListsTheElementsWithTheirSamplesAndNotes) {
@@ -81,7 +82,7 @@ TEST_F(DisplayOptionsTest, CloseWritesAllElementsAndKeys) {
   EXPECT_EQ(store.GetSetting("Timer", "TimeAs24hour"), "True");
   EXPECT_EQ(store.GetSetting("Timer", "LogFile"), "-1");
   Session again;
-  SettingsTable(store, again, errors).GetDefaults(ClockTime());
+  SettingsTable(store, again, errors).GetDefaults();
   EXPECT_EQ(again.elements, session.elements);
   options.cmdRestore_Click();
   EXPECT_EQ(session.elements, DefaultElementStyles());

@@ -19,12 +19,11 @@ LOST = 1.0                # seconds, at most
 def start_of_session(record):
     """When the session would have started, as seconds of the computer's uptime, had every round
     and move run its full time. It must stay the same whatever happens to the program."""
-    state, round_ = record["point"]["state"], record["point"]["currentRound"]
-    counter, uptime = record["counter"], record["at"]["uptime"]
-    if state["phase"] == 2:
-        return uptime + (state["moveEnd"] - counter) - round_ * (ROUND + MOVE)
-    now = state["pauseMark"] if state["paused"] else counter
-    return uptime + (state["roundEnd"] - now) - (round_ - 1) * (ROUND + MOVE) - ROUND
+    state = record["state"]
+    if state["phase"] == "move":
+        return state["moveEnd"] - state["round"] * (ROUND + MOVE)
+    paused = record["at"]["uptime"] - state["pauseMark"] if state["paused"] else 0
+    return state["roundEnd"] + paused - (state["round"] - 1) * (ROUND + MOVE) - ROUND
 
 
 def press(desktop, key, before):
@@ -53,12 +52,12 @@ def one_kill(desktop, chance, pause):
     desktop.start()
     desktop.wait_for_window("^Corvanel$")
     after = press(desktop, "Return", before)
-    kept = before["point"]["state"]["paused"] == after["point"]["state"]["paused"] == pause
+    kept = before["state"]["paused"] == after["state"]["paused"] == pause
     if pause:
         # The pause's mark has moved with the marks that it stops: nothing else has.
         def left(record):
-            state = record["point"]["state"]
-            end = state["moveEnd"] if state["phase"] == 2 else state["roundEnd"]
+            state = record["state"]
+            end = state["moveEnd"] if state["phase"] == "move" else state["roundEnd"]
             return end - state["pauseMark"]
         lost = left(after) - left(before)
         desktop.wait_for_window("^Corvanel v")

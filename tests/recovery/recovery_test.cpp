@@ -52,7 +52,7 @@ TEST(ContinueSessionTest, GoesOnAsIfTheClockHadRunOn) {
         EXPECT_EQ(second.Face().caption, awake.Face().caption) << where;
         EXPECT_EQ(second.Face().message, awake.Face().message) << where;
         EXPECT_EQ(second.Face().countdownStyle, awake.Face().countdownStyle) << where;
-        EXPECT_EQ(second.session().currentRound, awake.session().currentRound) << where;
+        EXPECT_EQ(second.State().round, awake.State().round) << where;
         EXPECT_NEAR(second.Left(), awake.Left(), 1e-3) << where;
       }
     }
@@ -64,21 +64,21 @@ TEST(ContinueSessionTest, GoesOnFromWhereItStopped) {
   ProgramRun first(keeper, ClockTime::At(20, 0), "one");
   first.Begin();
   first.Pass(100.5);
-  first.Do([](RoundClock& clock) { clock.NextRound(); });
+  first.Do(SessionCommand::NextRound);
   first.Pass(200);  // nothing changes in it; the last second that was shown is what counts
   ProgramRun second(keeper, ClockTime::At(20, 12), "two");
   second.bench.base.prompts.choice = 1;
   ASSERT_TRUE(second.Resume());
   EXPECT_NEAR(second.Left(), 400, 1);
-  EXPECT_EQ(second.session().currentRound, 2);
-  EXPECT_EQ(second.bench.base.prompts.choices[1], "From 6:40");
+  EXPECT_EQ(second.State().round, 2);
+  EXPECT_EQ(second.bench.base.prompts.choices[1], "From 6:40, where it stopped");
   EXPECT_EQ(second.bench.base.prompts.texts.back(),
-            "Corvanel was ended while a session was running.\r\n\r\nRound 2 of 4, 6:40 left\r\n"
-            "as it stood at 20:05:01, 7 min ago\r\n\r\nHow shall the session go on?");
+            "Corvanel closed while a session was running.\r\n\r\nRound 2 of 4, 6:40 left\r\n"
+            "Last seen at 20:05:01, 7 min ago\r\n\r\nHow do you want to continue?");
   // What was done just before can still be taken back.
   EXPECT_EQ(second.Face().undo, "Undo next round, 10 min ago");
-  second.Do([](RoundClock& clock) { clock.Undo(); });
-  EXPECT_EQ(second.session().currentRound, 1);
+  second.Do(SessionCommand::Undo);
+  EXPECT_EQ(second.State().round, 1);
   EXPECT_NEAR(second.Left(), 600 - 300.5, 1);
 }
 
@@ -88,7 +88,7 @@ TEST(ContinueSessionTest, APausedSessionStaysPaused) {
     ProgramRun first(keeper, ClockTime::At(20, 0), "one");
     first.Begin();
     first.Pass(60);
-    first.Do([](RoundClock& clock) { clock.Pause(Hand::Link); });
+    first.Do(SessionCommand::AutoPause);
     first.Pass(30);
     ProgramRun second(keeper, ClockTime::At(20, 20), "two");
     second.bench.base.prompts.choice = choice;
@@ -97,7 +97,7 @@ TEST(ContinueSessionTest, APausedSessionStaysPaused) {
     EXPECT_TRUE(second.bench.clocks.clock.State().autoPaused);
     EXPECT_EQ(second.Face().countdown, "9:00");
     second.Pass(15);
-    second.Do([](RoundClock& clock) { clock.Resume(); });
+    second.Do(SessionCommand::Resume);
     EXPECT_EQ(second.Face().countdown, "9:00");
   }
 }
@@ -119,11 +119,11 @@ TEST(ContinueSessionTest, NothingIsAskedWhereNothingIsToBeContinued) {
        false},
       {"an hour after its end", nothing, ClockTime::At(21, 46), true},
       {"long over", nothing, ClockTime::At(21, 50), false},
-      {"paused long ago", [](ProgramRun& run) { run.Do([](RoundClock& clock) { clock.Pause(); }); },
+      {"paused long ago", [](ProgramRun& run) { run.Do(SessionCommand::Pause); },
        ClockTime::At(21, 50), false},
       {"paused, and alive for two hours",
        [](ProgramRun& run) {
-         run.Do([](RoundClock& clock) { clock.Pause(); });
+         run.Do(SessionCommand::Pause);
          run.Pass(7200);
        },
        ClockTime::At(22, 0, 20), true},
@@ -142,10 +142,10 @@ TEST(ContinueSessionTest, NothingIsAskedWhereNothingIsToBeContinued) {
 }
 
 TEST(ContinueSessionTest, AQuestionLeftOpenOvernightEndsTheSession) {
-  FakeKeeper keeper;
-  ProgramRun first(keeper, ClockTime::At(20, 0), "one");
-  first.Begin();
   for (const double hours : {11.2, 13.0, 20.0, 30.0}) {
+    FakeKeeper keeper;
+    ProgramRun first(keeper, ClockTime::At(20, 0), "one");
+    first.Begin();
     ProgramRun second(keeper, ClockTime::At(20, 1), "two");
     second.bench.base.prompts.choice = 0;
     const auto record = second.ending.Ask();
@@ -186,9 +186,9 @@ TEST(ContinueSessionTest, ADamagedRecordIsToldInALineAndAnOlderOneServes) {
       "[1,2",
       std::string(100, '\0'),
       whole.substr(0, whole.size() / 2),
-      with("\"format\": 1", "\"format\": 2"),
-      with("\"phase\": 1", "\"phase\": 17"),
-      with("\"currentRound\": 1", "\"currentRound\": 0"),
+      with("\"format\": 2", "\"format\": 3"),
+      with("\"phase\": \"round\"", "\"phase\": \"dance\""),
+      with("\"round\": 1", "\"round\": 0"),
       with("\"nRounds\": 4", "\"nRounds\": 0"),
       with("\"nRounds\": 4", "\"nRounds\": null"),
       with("\"MinPerRound\": 10.0", "\"MinPerRound\": -3"),
@@ -204,7 +204,7 @@ TEST(ContinueSessionTest, ADamagedRecordIsToldInALineAndAnOlderOneServes) {
       EXPECT_EQ(second.bench.base.prompts.texts.empty(), !olderOne) << text;
       ASSERT_EQ(second.view.notices.size(), 1U) << text;
       EXPECT_THAT(second.view.notices[0].text,
-                  HasSubstr(olderOne ? "the one before it is" : "cannot be used: "));
+                  HasSubstr(olderOne ? "the one before it is used" : "cannot be used: "));
     }
   }
 }
@@ -212,7 +212,7 @@ TEST(ContinueSessionTest, ADamagedRecordIsToldInALineAndAnOlderOneServes) {
 TEST(SessionRecorderTest, WritesEveryChangeAndOnlyChanges) {
   FakeKeeper keeper;
   ProgramRun run(keeper, ClockTime::At(20, 0), "one");
-  run.recorder.Update();
+  run.bench.clocks.clock.Refresh();
   EXPECT_EQ(keeper.writes, 0);  // nothing has begun
   run.Begin();
   EXPECT_EQ(keeper.writes, 1);
@@ -221,17 +221,17 @@ TEST(SessionRecorderTest, WritesEveryChangeAndOnlyChanges) {
     change();
     return keeper.writes - before;
   };
-  const auto does = [&](auto command) { return writes([&] { run.Do(command); }); };
+  const auto does = [&](SessionCommand command) { return writes([&] { run.Do(command); }); };
   EXPECT_EQ(writes([&] { run.Pass(60); }), 0);
-  EXPECT_EQ(does([](RoundClock& clock) { clock.Pause(); }), 1);
+  EXPECT_EQ(does(SessionCommand::Pause), 1);
   EXPECT_EQ(writes([&] { run.Pass(60); }), 0);
-  EXPECT_EQ(does([](RoundClock& clock) { clock.Resume(); }), 1);
-  EXPECT_EQ(does([](RoundClock& clock) { clock.ChangeMinutes(1); }), 1);
-  EXPECT_EQ(does([](RoundClock& clock) { clock.Undo(); }), 1);
-  EXPECT_EQ(does([](RoundClock& clock) { clock.Restart(); }), 1);
+  EXPECT_EQ(does(SessionCommand::Resume), 1);
+  EXPECT_EQ(does(SessionCommand::AddMinute), 1);
+  EXPECT_EQ(does(SessionCommand::Undo), 1);
+  EXPECT_EQ(does(SessionCommand::Restart), 1);
   EXPECT_EQ(writes([&] { run.Pass(200); }), 1);  // a warning
   EXPECT_EQ(writes([&] { run.Pass(400); }), 2);  // the other one, the move
-  EXPECT_EQ(does([](RoundClock& clock) { clock.NextRound(); }), 1);
+  EXPECT_EQ(does(SessionCommand::NextRound), 1);
   EXPECT_EQ(writes([&] {
               run.session().settings.Header = "Monday";
               run.Pass(1);
@@ -254,7 +254,7 @@ TEST(SessionRecorderTest, AFailureIsShownTriedAgainAndMended) {
   ProgramRun run(keeper, ClockTime::At(20, 0), "one");
   run.Begin();
   keeper.broken = "No space left on device";
-  run.Do([](RoundClock& clock) { clock.Pause(); });
+  run.Do(SessionCommand::Pause);
   run.Pass(1);
   ASSERT_EQ(run.view.notices.size(), 1U);
   EXPECT_THAT(run.view.notices[0].text, HasSubstr("No space left on device"));

@@ -64,22 +64,19 @@ class RehearsalTest : public testing::TestWithParam<unsigned> {
 
   /// Everything that must hold after whatever happened.
   void Check(const std::string& what) {
-    run->recorder.Update();
+    run->recorder.ShowFace({});
     const std::string where = what + " at " + std::to_string(now);
     const ClockState& state = Clock().State();
-    ASSERT_GE(run->session().currentRound, 1) << where;
-    ASSERT_LE(run->session().currentRound, Settings().nRounds) << where;
+    ASSERT_GE(state.round, 1) << where;
+    ASSERT_LE(state.round, Settings().nRounds) << where;
     ASSERT_EQ(state.phase, reference->phase()) << where;
     ASSERT_EQ(state.paused, reference->paused()) << where;
-    ASSERT_EQ(run->session().currentRound, reference->round()) << where;
+    ASSERT_EQ(state.round, reference->round()) << where;
     if (reference->Running()) {
       // No jump that the reference does not make too, and marks that agree with what is shown.
-      ASSERT_NEAR(state.secondsLeft, reference->left(), 1e-3) << where;
-      const double mark = state.phase == Phase::Move ? state.moveEnd : state.roundEnd;
-      const double from = state.paused ? state.pauseMark : Bench().time.Counter();
-      ASSERT_NEAR(SecondsRemaining(mark, from), state.secondsLeft, 1e-3) << where;
-      ASSERT_EQ(Bench().face.countdown, MinutesAndSeconds(ShownSeconds(state.secondsLeft, 1)))
-          << where;
+      const double left = Clock().Now().secondsLeft;
+      ASSERT_NEAR(left, reference->left(), 1e-3) << where;
+      ASSERT_EQ(Bench().face.countdown, MinutesAndSeconds(ShownSeconds(left, 1))) << where;
       ASSERT_TRUE(Bench().time.Due()) << where;
     }
     std::erase(Bench().played, kPauseSound);
@@ -90,7 +87,7 @@ class RehearsalTest : public testing::TestWithParam<unsigned> {
     if (keeper.broken.empty() && keeper.Failure().empty()) {
       const auto record = ReadRecord(keeper.texts.front());
       ASSERT_TRUE(record) << where;
-      ASSERT_EQ(record.Value().point, Clock().Point()) << where;
+      ASSERT_EQ(record.Value().state, Clock().State()) << where;
     }
   }
 
@@ -116,24 +113,24 @@ class RehearsalTest : public testing::TestWithParam<unsigned> {
   void Press(char key) {
     switch (key) {
       case 'P':
-        Clock().State().paused ? Clock().Resume() : Clock().Pause();
+        Clock().Do(Clock().State().paused ? SessionCommand::Resume : SessionCommand::Pause);
         reference->paused() ? reference->Resume() : reference->Pause();
         break;
       case 'N':
-        Clock().NextRound();
+        Clock().Do(SessionCommand::NextRound);
         reference->NextRound();
         break;
       case 'R':
-        Clock().Restart();
+        Clock().Do(SessionCommand::Restart);
         reference->Restart();
         break;
       case '+':
       case '-':
-        Clock().ChangeMinutes(key == '+' ? 1 : -1);
+        Clock().Do(key == '+' ? SessionCommand::AddMinute : SessionCommand::SubtractMinute);
         reference->ChangeMinutes(key == '+' ? 1 : -1);
         break;
       default:
-        Clock().Undo();
+        Clock().Do(SessionCommand::Undo);
         reference->Undo();
     }
     Check(std::string("key ") + key);
@@ -160,11 +157,11 @@ class RehearsalTest : public testing::TestWithParam<unsigned> {
     if (!offered) return;
     EXPECT_NEAR(Bench().face.away, length, 1e-3);
     if (Now(0.4)) {
-      Clock().TakeOutGap();
+      Clock().Do(SessionCommand::TakeOutGap);
       reference->TakeOut(length);
       Check("taken out");
     } else {
-      Clock().LeaveGapIn();
+      Clock().Do(SessionCommand::LeaveGapIn);
     }
   }
 
@@ -213,7 +210,7 @@ class RehearsalTest : public testing::TestWithParam<unsigned> {
   /// The tables send what they have played.
   void SendResults() {
     if (Clock().State().phase != Phase::Round || Clock().State().paused) return;
-    const int round = run->session().currentRound;
+    const int round = Clock().State().round;
     for (const RoundRow& row : evening.rounds) {
       int& sent = sent_[{row.Table, round}];
       if (row.round != round || sent == kBoards) continue;
@@ -309,7 +306,7 @@ TEST_P(RehearsalTest, TheEveningComesToItsRightEnd) {
   if (followed) run->bench.Open(evening);
   reference = std::make_unique<ReferenceClock>(Settings());
   reference->omitsWarnings = followed && run->session().options.BMOmitwarning1;
-  Clock().Start();
+  Clock().Start(1);
   reference->Start();
   Check("start");
   int ticks = 0;
@@ -321,7 +318,7 @@ TEST_P(RehearsalTest, TheEveningComesToItsRightEnd) {
     if (reference->paused() && Now(0.02) && !HasFatalFailure()) Press('P');
     ASSERT_LT(now, 48 * 3600) << "the evening does not end";
   }
-  EXPECT_EQ(run->session().currentRound, Settings().nRounds);
+  EXPECT_EQ(Clock().State().round, Settings().nRounds);
   EXPECT_EQ(Bench().face.countdown, "0:00");
 }
 

@@ -24,7 +24,7 @@ class EveningTest : public testing::Test {
     s.optBreak = false;
     s.MinBetweenRounds = 1;
     bench.session.options.BMPauseSound = "bell";
-    bench.clocks.clock.Start();
+    bench.clocks.clock.Start(1);
   }
 
   /// A table sends the next boards of a round.
@@ -97,7 +97,7 @@ TEST_F(EveningTest, TheRoundEndsWithTheLastTable) {
   EXPECT_THAT(bench.log, Contains("19:31:05 End of round 1"));
   EXPECT_THAT(bench.clocks.played, ElementsAre("end"));
   bench.PassWithPolls(60);
-  EXPECT_EQ(bench.session.currentRound, 2);
+  EXPECT_EQ(bench.clocks.clock.State().round, 2);
   EXPECT_EQ(State().phase, Phase::Round);
 }
 
@@ -107,7 +107,7 @@ TEST_F(EveningTest, ASecondLookMustAgree) {
   const auto whole = std::make_shared<ScoringPicture>(evening);
   bench.monitor.TimerBWS_Timer();
   ASSERT_EQ(State().phase, Phase::Move);
-  bench.clocks.clock.Restart();
+  bench.clocks.clock.Do(SessionCommand::Restart);
   bench.Write(*before);
   bench.PassWithPolls(5);
   bench.database.next = {whole, before};
@@ -122,7 +122,7 @@ TEST_F(EveningTest, ARestartedRoundWaitsForATableThatPlays) {
   AllSend(1, 3);
   bench.PassWithPolls(5);
   ASSERT_EQ(State().phase, Phase::Move);
-  bench.clocks.clock.Restart();
+  bench.clocks.clock.Do(SessionCommand::Restart);
   bench.PassWithPolls(60);
   EXPECT_EQ(State().phase, Phase::Round);
   evening.received.pop_back();
@@ -139,17 +139,17 @@ TEST_F(EveningTest, TheDirectorsOwnPauseAndResumeHold) {
   AllSend(1, 2);
   bench.PassWithPolls(20 * 60 + 50);
   ASSERT_TRUE(State().paused);
-  bench.clocks.clock.Resume();  // P pressed while held
+  bench.clocks.clock.Do(SessionCommand::Resume);  // P pressed while held
   bench.PassWithPolls(60);
   EXPECT_EQ(State().phase, Phase::Move);
   EXPECT_FALSE(State().autoPaused);
   bench.PassWithPolls(60);
-  bench.clocks.clock.Pause();
+  bench.clocks.clock.Do(SessionCommand::Pause);
   AllSend(1, 1);
   AllSend(2, 3);
   bench.PassWithPolls(300);
   EXPECT_TRUE(State().paused);  // all have finished, but the pause is not the monitor's
-  EXPECT_EQ(bench.session.currentRound, 2);
+  EXPECT_EQ(bench.clocks.clock.State().round, 2);
 }
 
 TEST_F(EveningTest, ADeadUnitNeitherPausesNorHoldsNorEnds) {
@@ -157,7 +157,7 @@ TEST_F(EveningTest, ADeadUnitNeitherPausesNorHoldsNorEnds) {
   for (int table = 1; table <= 7; ++table) Send(table, 1, 3);
   bench.PassWithPolls(20 * 60 + 50);
   ASSERT_TRUE(State().paused);  // in its first round nobody can know that it is dead
-  bench.clocks.clock.NextRound();
+  bench.clocks.clock.Do(SessionCommand::NextRound);
   for (int table = 1; table <= 7; ++table) Send(table, 2, 3);
   bench.PassWithPolls(60);
   EXPECT_EQ(State().phase, Phase::Round);
@@ -193,7 +193,7 @@ TEST_F(EveningTest, ClosingTheFileOrSwitchingTheRuleOffLetsGo) {
   bench.session.options.BMAutoPause = false;
   bench.PassWithPolls(5);
   EXPECT_FALSE(State().paused);
-  bench.clocks.clock.Restart();
+  bench.clocks.clock.Do(SessionCommand::Restart);
   bench.session.options.BMAutoPause = true;
   bench.session.options.BMPauseMinutes = 21;  // at any time
   bench.PassWithPolls(5);
@@ -222,11 +222,11 @@ TEST_F(EveningTest, NothingIsEndedInTheBreakOrWithoutTheOption) {
 TEST_F(EveningTest, WarningsOfRoundsAreOmittedWhileAFileIsOpen) {
   bench.session.settings.MinWarning1 = 5;
   bench.session.options.BMOmitwarning2 = false;
-  bench.clocks.clock.Restart();
+  bench.clocks.clock.Do(SessionCommand::Restart);
   bench.clocks.Pass(20 * 60);
   EXPECT_THAT(bench.clocks.played, ElementsAre("warning1"));
   bench.link.mnuCloseFile_Click();
-  bench.clocks.clock.Restart();
+  bench.clocks.clock.Do(SessionCommand::Restart);
   bench.clocks.Pass(20 * 60);
   EXPECT_THAT(bench.clocks.played, ElementsAre("warning1", "warning1", "warning0"));
 }
@@ -235,7 +235,7 @@ TEST_F(EveningTest, AnOldFileOpenedInASessionEndsNothing) {
   AllSend(1, 3);
   const ScoringPicture lastWeek = evening;
   bench.link.mnuCloseFile_Click();
-  bench.clocks.clock.Restart();
+  bench.clocks.clock.Do(SessionCommand::Restart);
   bench.clocks.Pass(300);
   bench.Open(lastWeek);
   bench.PassWithPolls(60);
@@ -262,10 +262,10 @@ TEST_F(EveningTest, AnAutomaticEndThatWasUndoneIsNotMadeAgain) {
   AllSend(1, 1);
   bench.PassWithPolls(5);
   ASSERT_EQ(State().phase, Phase::Move);
-  bench.clocks.clock.Undo();
+  bench.clocks.clock.Do(SessionCommand::Undo);
   bench.PassWithPolls(120);
   EXPECT_EQ(State().phase, Phase::Round);
-  EXPECT_EQ(bench.session.currentRound, 1);
+  EXPECT_EQ(bench.clocks.clock.State().round, 1);
 }
 
 TEST_F(EveningTest, NobodyIsWaitedForBeforeTheFirstResultOfTheRound) {

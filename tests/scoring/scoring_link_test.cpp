@@ -78,16 +78,16 @@ TEST_F(ScoringLinkTest, AYearsFolderBecomesThisYears) {
 }
 
 TEST_F(ScoringLinkTest, TakesTheSessionsShapeOver) {
-  session.currentRound = 5;
+  bench.base.control.Leave(Box::CurrentRound, "5");
   session.settings.Header = "Before";
   ScoringPicture picture = Mitchell(8, 7, 3);
   bench.Open(picture);
   EXPECT_EQ(session.settings.nRounds, 7);
-  EXPECT_EQ(session.currentRound, 1);
+  EXPECT_EQ(bench.base.control.Planned().round, 1);
   EXPECT_EQ(session.settings.Header, "Test pairs");
   EXPECT_EQ(session.settings.MinPerRound, 21);
   EXPECT_EQ(session.settings.BreakAfterRound, 4);
-  EXPECT_EQ(TimeText(session.startTime), "19:30");
+  EXPECT_EQ(TimeText(bench.base.control.Planned().time), "19:30");
   EXPECT_EQ(bench.base.view.texts[Box::MinPerRound], "21");
   EXPECT_TRUE(bench.base.view.favouriteOffered);
   picture.sessionName.clear();
@@ -123,7 +123,7 @@ TEST_F(ScoringLinkTest, SectionsAreChosenOnceAndCompared) {
   EXPECT_EQ(bench.link.Model().SelectedSections(), 1);
   std::swap(picture.sections[0], picture.sections[1]);  // the choice is by ID, not by place
   bench.Write(picture);
-  EXPECT_TRUE(bench.link.BWSReadFile());
+  EXPECT_TRUE(bench.link.ReadNow());
   EXPECT_EQ(bench.link.Model().SelectedSections(), 1);
   EXPECT_TRUE(bench.link.Model().Section(9)->selected);
 }
@@ -135,13 +135,13 @@ TEST_F(ScoringLinkTest, WhatIsNoScoringFileIsToldAndNotTaken) {
   EXPECT_EQ(bench.link.Path(), ScoringBench::kFile);
   bench.database.unreadable = true;
   const size_t messages = Prompts().texts.size();
-  EXPECT_FALSE(bench.link.BWSReadFile());  // a poll that fails is quiet
+  bench.link.BWSReadFile([](bool read) { EXPECT_FALSE(read); });  // a poll that fails is quiet
   EXPECT_EQ(Prompts().texts.size(), messages);
   EXPECT_EQ(bench.link.Model().TotalTables(), 8);
 }
 
 TEST_F(ScoringLinkTest, AFileThatComesLaterIsWaitedFor) {
-  bench.database.failure = {ScoringDatabase::kNoAnswer, "The file does not answer"};
+  bench.database.failure = {57, "The file does not answer", true};
   bench.database.Put("/x.bws", Mitchell(4, 3, 2));
   bench.database.failures = 3;
   EXPECT_TRUE(bench.link.BWSOpenFile("/x.bws"));
@@ -152,14 +152,13 @@ TEST_F(ScoringLinkTest, AFileThatComesLaterIsWaitedFor) {
 
 TEST_F(ScoringLinkTest, ASessionUnderWayKeepsItsShape) {
   session.settings.nRounds = 9;
-  session.currentRound = 3;
-  bench.clocks.clock.Start();
-  const ClockTime start = session.startTime;
+  bench.clocks.clock.Start(3);
+  const ClockTime start = bench.base.control.Planned().time;
   bench.Open(Mitchell(8, 7, 3));
-  EXPECT_TRUE(session.unitLinkOpen);
+  EXPECT_TRUE(bench.link.IsOpen());
   EXPECT_EQ(session.settings.nRounds, 9);
-  EXPECT_EQ(session.currentRound, 3);
-  EXPECT_EQ(session.startTime, start);
+  EXPECT_EQ(bench.clocks.clock.State().round, 3);
+  EXPECT_EQ(bench.base.control.Planned().time, start);
 }
 
 TEST_F(ScoringLinkTest, TheLogTellsWhatWasSeen) {

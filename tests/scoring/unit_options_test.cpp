@@ -114,7 +114,7 @@ TEST_F(UnitOptionsTest, OkStoresEverythingInItsOrder) {
                                                           {"TabletopUnit", "DesktopUnit"},
                                                           {"LogFile", "0"},
                                                           {"BMPauseMinutes", "1.5"}}));
-  table.GetDefaults(ClockTime());
+  table.GetDefaults();
   EXPECT_EQ(session.options.TableTopUnit, "DesktopUnit");
   EXPECT_EQ(session.options.BMPauseMinutes, 1.5F);
 }

@@ -13,7 +13,7 @@ namespace {
 class SettingsTableTest : public testing::Test {
  protected:
   SettingsTableTest() { session.ProgramFolder = "/prog"; }
-  void Load() { table.GetDefaults(ClockTime::At(21, 45, 30)); }
+  void Load() { table.GetDefaults(); }
 
   FakeStore store;
   Session session;
@@ -35,7 +35,6 @@ TEST_F(SettingsTableTest, AnEmptyStoreGivesTheDefaults) {
   EXPECT_EQ(s.sounds.files[6], "/prog\\Bell.wav");
   EXPECT_EQ(s.sounds.play, (std::array<int16_t, 7>{-1, -1, -1, -1, -1, -1, -1}));
   EXPECT_EQ(s.sounds.playFinalRound, (std::array<int16_t, 2>{0, 0}));
-  EXPECT_EQ(TimeText(session.startTime), "22:00");
   EXPECT_TRUE(table.FavouriteNames().empty());
   EXPECT_EQ(table.FavouriteInUse(), 0);
   EXPECT_EQ(session.options.BMPauseSound, "/prog\\ShipBell.wav");
@@ -63,7 +62,7 @@ TEST_F(SettingsTableTest, EveryValueSurvivesARoundTrip) {
 
   Session again;
   SettingsTable other(store, again, errors);
-  other.GetDefaults(ClockTime());
+  other.GetDefaults();
   EXPECT_EQ(again.settings, set.settings);
   EXPECT_TRUE(errors.reports.empty());
 }
@@ -109,7 +108,7 @@ TEST_F(SettingsTableTest, ValuesThatDoNotConvertTakeTheirDefaultInOneReport) {
   EXPECT_EQ(session.settings.BreakAfterRound, 4);
   EXPECT_TRUE(session.settings.optBreak);
   EXPECT_EQ(session.elements[3], DefaultElementStyles()[3]);
-  ASSERT_EQ(errors.reports, std::vector<std::string>{"6 frmMain 0"});
+  ASSERT_EQ(errors.reports, std::vector<std::string>{"6 frmMain.GetDefaults 0"});
   EXPECT_NE(errors.descriptions[0].find("Overflow: nRounds \"99999\" in section Timer"),
             std::string::npos);
   EXPECT_NE(errors.descriptions[0].find("Forecolour"), std::string::npos);

@@ -7,14 +7,13 @@
 namespace corvanel {
 namespace {
 
-class SoundOptionsTest : public testing::Test, public FileOpener {
+class SoundOptionsTest : public testing::Test {
  protected:
   bool Load() {
     session.ProgramFolder = "/prog";
-    table.GetDefaults(ClockTime());
+    table.GetDefaults();
     return true;
   }
-  void Open(const std::string& file) override { opened = file; }
 
   std::string opened;
   ClockBench bench;
@@ -23,7 +22,8 @@ class SoundOptionsTest : public testing::Test, public FileOpener {
   FakeStore store;
   SettingsTable table{store, session, bench.errors};
   const bool loaded = Load();
-  SoundOptions options{{session, table, bench, *this, prompts, bench.errors}};
+  SoundOptions options{{session, table, bench, [this](const std::string& file) { opened = file; },
+                        prompts, bench.errors}};
 };
 
 TEST_F(SoundOptionsTest, ShowsWarningsAndFiles) {

@@ -158,7 +158,7 @@ TEST_F(StartUpTest, OnlyAWholeInstallerIsStarted) {
          chunks[1] = Error{2, "reset"};
        },
        "Connection to the internet has been lost"},
-      {"too long", [&] { total = 1400; }, "Error trying to download - more came than was promised"},
+      {"too long", [&] { total = 1400; }, "Error trying to download - it is larger than announced"},
       {"no length", [&] { total = -1; },
        "Error trying to download - the server did not say how long the file is"},
       {"disk full", [&] { diskFull = true; }, "Error trying to download - the disk is full"},

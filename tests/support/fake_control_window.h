@@ -11,7 +11,7 @@
 namespace corvanel {
 
 /// The control window without a window: remembers what was written into it.
-class FakeControlWindow : public ControlWindowView, public Stage, public ProgramEnding {
+class FakeControlWindow : public ControlWindowView, public ControlHost {
  public:
   void SetText(Box box, const std::string& text) override { texts[box] = text; }
   void SetLabel(Label label, const std::string& text) override { labels[label] = text; }
@@ -25,6 +25,12 @@ class FakeControlWindow : public ControlWindowView, public Stage, public Program
     lines = shown.size();
     ++calculations;
   }
+  void ShowFavourites(const std::vector<std::string>& names, const std::string& text) override {
+    listed = names;
+    chosen = text;
+  }
+  void ShowInUse(const std::string& name) override { inUse = name; }
+  void ClearNewName() override {}
   void SessionStarts() override { done += "session "; }
   void ShowDisplays() override { displaysShown = true; }
   void SaveDisplayGeometry() override { done += "geometry "; }
@@ -43,6 +49,9 @@ class FakeControlWindow : public ControlWindowView, public Stage, public Program
   bool resumeOffered = false;
   bool displaysShown = false;
   std::string done;
+  std::vector<std::string> listed;  // favourites
+  std::string chosen;
+  std::string inUse;
 };
 
 }  // namespace corvanel

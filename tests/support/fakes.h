@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "basics/runtime_error.h"
-#include "clock/clock_view.h"
 #include "clock/round_clock.h"
 #include "clock/virtual_time.h"
 #include "session/prompts.h"
@@ -100,7 +99,7 @@ class FakeStore : public SettingsStore {
 };
 
 /// A round clock in virtual time that keeps what it shows, plays and tells.
-class ClockBench : public ClockView, public SoundPlayer, public ClockEvents {
+class ClockBench : public SoundPlayer, public SessionListener {
  public:
   explicit ClockBench(ClockTime start = ClockTime::At(19, 30), DateTime day = {},
                       const std::string& boot = "virtual");
@@ -119,9 +118,9 @@ class ClockBench : public ClockView, public SoundPlayer, public ClockEvents {
   /// Runs until the session has ended. Returns its length in seconds.
   double RunToEnd();
 
-  std::function<void(EventKind)> happened = [](EventKind) {};  // beside the log
   Session session;
   FakeErrors errors;
+  Broadcast broadcast{errors};  // the bench itself is its first listener
   VirtualTime time;
   RoundClock clock;
   ClockFace face;

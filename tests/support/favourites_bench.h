@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "control/favourites.h"
 #include "tests/support/fake_control_window.h"
@@ -9,24 +8,14 @@
 
 namespace corvanel {
 
-/// Favourites on a store in memory, with the control window's logic behind them; keeps what their
-/// controls show.
-class FavouritesBench : public FavouritesView {
- public:
+/// Favourites on a store in memory, with the control window's logic behind them.
+struct FavouritesBench {
   explicit FavouritesBench(ClockTime start = ClockTime::At(19, 30), DateTime day = {},
                            const std::string& boot = "virtual")
-      : bench(start, day, boot) {}
-
-  void ShowFavourites(const std::vector<std::string>& names, const std::string& text) override {
-    listed = names;
-    chosen = text;
+      : bench(start, day, boot) {
+    bench.broadcast.Add(control);
   }
-  void ShowInUse(const std::string& name) override { inUse = name; }
-  void ClearNewName() override {}
 
-  std::vector<std::string> listed;
-  std::string chosen;
-  std::string inUse;
   ClockBench bench;
   Session& session = bench.session;
   FakePrompts prompts;
@@ -36,8 +25,7 @@ class FavouritesBench : public FavouritesView {
   ProgramExit exit{session, prompts, view};
   ControlWindow control{
       {session, view, prompts, bench.errors, bench.time, bench.clock, table, view, exit}};
-  Favourites favourites{
-      {table, session, *this, control, prompts, bench.errors, bench.time, bench.clock}};
+  Favourites favourites{{table, bench.clock, view, control, prompts, bench.errors}};
 };
 
 }  // namespace corvanel

@@ -33,7 +33,7 @@ class FakeKeeper : public RecordKeeper {
   std::string failure_;
 };
 
-class FakeNotices : public NoticeView {
+class FakeNotices : public SessionListener {
  public:
   void ShowNotices(const std::vector<Notice>& shown) override { notices = shown; }
   std::vector<Notice> notices;
@@ -42,7 +42,9 @@ class FakeNotices : public NoticeView {
 /// One run of the program, which writes its session down.
 struct ProgramRun {
   ProgramRun(FakeKeeper& records, ClockTime start, const std::string& boot)
-      : bench(start, DateTime::Of(2026, 11, 20), boot), keeper(records) {}
+      : bench(start, DateTime::Of(2026, 11, 20), boot), keeper(records) {
+    bench.clocks.broadcast.Add(recorder);
+  }
 
   void Begin() {
     SessionSettings& s = session().settings;
@@ -51,8 +53,7 @@ struct ProgramRun {
     s.optBreak = true;
     s.BreakAfterRound = 2;
     s.TimeForBreak = 5;
-    bench.clocks.clock.Start();
-    recorder.Update();
+    bench.clocks.clock.Start(1);
   }
   void Pass(double seconds) {
     ClockBench& clocks = bench.clocks;
@@ -60,14 +61,10 @@ struct ProgramRun {
     while (clocks.time.Due() && *clocks.time.Due() <= until) {
       clocks.time.PassToWakeUp();
       clocks.clock.Tick();
-      recorder.Update();
     }
     clocks.time.PassTo(until);
   }
-  void Do(const std::function<void(RoundClock&)>& command) {
-    command(bench.clocks.clock);
-    recorder.Update();
-  }
+  void Do(SessionCommand command) { bench.clocks.clock.Do(command); }
   /// What a start of the program does.
   bool Resume() {
     const auto record = ending.Ask();
@@ -75,8 +72,9 @@ struct ProgramRun {
     return record.has_value();
   }
   Session& session() { return bench.session; }
+  const ClockState& State() { return bench.clocks.clock.State(); }
   const ClockFace& Face() { return bench.clocks.face; }
-  double Left() { return bench.clocks.clock.CurrentProgress().secondsLeft; }
+  double Left() { return bench.clocks.clock.Now().secondsLeft; }
 
   ScoringBench bench;
   FakeKeeper& keeper;

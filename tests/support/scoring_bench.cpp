@@ -32,7 +32,7 @@ ResultRow ResultOf(int table, int round, int board, DateTime stamp) {
   return row;
 }
 
-Result<PicturePointer> FakeDatabase::Read(const std::string& path) {
+Result<PicturePointer> FakeDatabase::ReadNow(const std::string& path) {
   ++reads;
   if (!next.empty()) {
     const PicturePointer picture = next.front();
@@ -44,7 +44,7 @@ Result<PicturePointer> FakeDatabase::Read(const std::string& path) {
   return file->second;
 }
 
-std::vector<ScoringFile> FakeDatabase::Files(const std::string& folder) const {
+std::vector<ScoringFile> FakeDatabase::Files(const std::string& folder) {
   std::vector<ScoringFile> files;
   for (const auto& [path, picture] : files_) {
     if (path.starts_with(folder)) {
@@ -61,7 +61,8 @@ void FakeDatabase::Put(const std::string& path, ScoringPicture picture, DateTime
 
 ScoringBench::ScoringBench(ClockTime start, DateTime day, const std::string& boot)
     : base(start, day, boot) {
-  clocks.happened = [this](EventKind kind) { monitor.Happened(kind); };
+  clocks.broadcast.Add(monitor);
+  clocks.broadcast.Add(*this);
   session.options.LogFile = -1;
 }
 

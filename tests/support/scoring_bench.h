@@ -20,11 +20,12 @@ ScoringPicture Mitchell(int tables, int rounds, int boards);
 ResultRow ResultOf(int table, int round, int board, DateTime stamp = {});
 
 /// Scoring files in memory, each of which can be made unreadable.
-class FakeDatabase : public ScoringDatabase, public ScoringFolders {
+class FakeDatabase : public ScoringDatabase {
  public:
-  Result<PicturePointer> Read(const std::string& path) override;
-  std::vector<ScoringFile> Files(const std::string& folder) const override;
-  std::string RealSpelling(const std::string& folder) const override { return folder; }
+  void Read(const std::string& path, Answer answer) override { answer(ReadNow(path)); }
+  Result<PicturePointer> ReadNow(const std::string& path) override;
+  std::vector<ScoringFile> Files(const std::string& folder) override;
+  std::string RealSpelling(const std::string& folder) override { return folder; }
 
   /// Puts a file where it can be found.
   void Put(const std::string& path, ScoringPicture picture, DateTime modified = {});
@@ -40,23 +41,17 @@ class FakeDatabase : public ScoringDatabase, public ScoringFolders {
 };
 
 /// The link and the monitor on files in memory, a log in memory and a clock in virtual time.
-class ScoringBench : public LogStorage,
-                     public SectionChooser,
-                     public LinkView,
-                     public ProgressView {
+class ScoringBench : public LogStorage, public SessionListener {
  public:
   explicit ScoringBench(ClockTime start = ClockTime::At(19, 30), DateTime day = {},
                         const std::string& boot = "virtual");
 
   void OpenLog(const std::string& name) override { log.push_back("open " + name); }
   void WriteLine(const std::string& line) override { log.push_back(line); }
-  std::vector<bool> ChooseSections(const std::string& /*sessionName*/,
-                                   const std::vector<std::string>& lines) override {
-    sectionLines = lines;
-    return sectionAnswers;
+  void ShowScoring(const std::string& unit, const std::string& file) override {
+    unitCaption = unit;
+    shownFile = file;
   }
-  void SetUnitCaptions(const std::string& unit) override { unitCaption = unit; }
-  void ShowScoringFile(const std::string& path) override { shownFile = path; }
   void ShowTables(const ProgressFace& shown) override { face = shown; }
 
   /// Takes over a picture as the open file's content.
@@ -79,10 +74,24 @@ class ScoringBench : public LogStorage,
   Session& session = base.session;
   FakeDatabase database;
   ActivityLog activity{session, clocks.time, *this};
-  ScoringLink link{{session, base.table, database, database, *this, *this, base.control,
-                    clocks.clock, base.prompts, clocks.errors, clocks.time, activity, "1.2.03"}};
-  ProgressMonitor monitor{
-      {session, link, clocks.clock, *this, clocks, clocks, clocks.time, activity, clocks.errors}};
+  ScoringLink link{{.session = session,
+                    .table = base.table,
+                    .database = database,
+                    .clock = clocks.clock,
+                    .listener = clocks.broadcast,
+                    .prompts = base.prompts,
+                    .errors = clocks.errors,
+                    .time = clocks.time,
+                    .log = activity,
+                    .version = "1.2.03",
+                    .chooseSections =
+                        [this](const auto& /*name*/, const auto& lines) {
+                          sectionLines = lines;
+                          return sectionAnswers;
+                        },
+                    .opened = [this](auto start) { base.control.ScoringFileOpened(start); }}};
+  ProgressMonitor monitor{{session, link, clocks.clock, clocks.broadcast, clocks, clocks.time,
+                           activity, clocks.errors}};
 };
 
 }  // namespace corvanel

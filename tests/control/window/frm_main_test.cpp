@@ -22,7 +22,7 @@
 namespace corvanel {
 namespace {
 
-class Desk : public Stage, public ProgramEnding {
+class Desk : public ControlHost {
  public:
   void SessionStarts() override {}
   void ShowDisplays() override { done += "displays "; }
@@ -230,14 +230,13 @@ TEST_F(FrmMainTest, TheFavouritesControlsNameTheirFavourite) {
 
 TEST(DlgWelcomeTest, TwoNumbersMakeASession) {
   Session session;
-  session.startTime = ClockTime::At(19, 30);
-  DlgWelcome dialog(session, nullptr);
+  DlgWelcome dialog(session, ClockTime::At(19, 30), nullptr);
   auto* rounds = dialog.findChild<QSpinBox*>("spnRounds");
   auto* finish = dialog.findChild<QLabel*>("lblFinish");
-  EXPECT_EQ(finish->text(), "Begun at 19:30 the session would end at 22:56.");
+  EXPECT_EQ(finish->text(), "Starting at 19:30, the session will end at 22:56.");
   rounds->setValue(3);
   dialog.findChild<QSpinBox*>("spnMinutes")->setValue(20);
-  EXPECT_EQ(finish->text(), "Begun at 19:30 the session would end at 20:32.");
+  EXPECT_EQ(finish->text(), "Starting at 19:30, the session will end at 20:32.");
   EXPECT_EQ(dialog.Settings().nRounds, 3);
   EXPECT_EQ(dialog.Settings().MinPerRound, 20);
   EXPECT_FALSE(dialog.Settings().optBreak);

@@ -29,17 +29,18 @@ class AnsweringFont : public DisplayOptionsDialog {
   std::optional<QColor> ChooseColour(const QColor& /*present*/) override { return colour; }
 };
 
-class FrmFontTest : public testing::Test, public DisplayOptionsHost {
+class FrmFontTest : public testing::Test {
  protected:
-  void RearrangeDisplays() override { ++rearranged; }
-  void RewriteTimes() override {}
-
   int rearranged = 0;
   FakeStore store;
   Session session;
   FakeErrors errors;
   SettingsTable table{store, session, errors};
-  DisplayOptions logic{session, table, *this, errors};
+  DisplayOptions logic{{.session = session,
+                        .save = [this] { table.SaveDisplayOptions(); },
+                        .rearrange = [this] { ++rearranged; },
+                        .rewriteTimes = [] {},
+                        .errors = errors}};
 };
 
 TEST_F(FrmFontTest, ShowsAndChangesTheChosenElement) {

@@ -15,41 +15,32 @@
 #include "display/window/frm_help.h"
 #include "display/window/text_measure.h"
 #include "display/window/text_row.h"
+#include "system/key_places.h"
 #include "system/qt/qt_tick_timer.h"
+#include "tests/support/fake_display_host.h"
 #include "tests/support/fakes.h"
 
 namespace corvanel {
 namespace {
 
 /// The real display on a clock in virtual time.
-class FrmDisplayTest : public testing::Test,
-                       public DisplayHost,
-                       public ProgramEnding,
-                       public ClockView {
+class FrmDisplayTest : public testing::Test, public FakeDisplayHost {
  protected:
-  FrmDisplayTest() {
+  FrmDisplayTest() : FakeDisplayHost(window, twin) {
     session.settings.nRounds = 3;
     session.settings.MinPerRound = 10;
     session.settings.Header = "Friday Pairs";
     window.resize(1024, 768);
-    clock.Start();
+    bench.broadcast.Add(window);
+    bench.broadcast.Add(twin);
+    clock.Start(1);
     window.show();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
   }
-  void ShowFace(const ClockFace& face) override { window.ShowFace(face); }
-  void ShowTimeOfDay(const std::string& time) override { window.ShowTimeOfDay(time); }
-  void ShowControlWindow() override { done += "control "; }
-  void ShowHelp() override { done += "help "; }
-  double ScreenWidth() const override { return 1920 * kTwipsPerPixel; }
   void ShowFullScreenPair(bool fullScreen) override { window.ShowFullScreenPair(fullScreen); }
   void ShowMonitorPairs() override {
     twin.ShowRoomDisplay(window.isVisible(), window.isFullScreen());
   }
-  DisplayForm& RoomDisplay() override { return window; }
-  DisplayForm& Twin() override { return twin; }
-  void SaveDisplayGeometry() override { done += "geometry "; }
-  void ShutDownComputer() override {}
-  void EndProgram() override { done += "end "; }
 
   template <class Widget>
   Widget* Find(const char* name) {
@@ -63,26 +54,16 @@ class FrmDisplayTest : public testing::Test,
                      Qt::NoButton, Qt::NoModifier);
     QApplication::sendEvent(&window, &move);
   }
-  void Pass(double seconds) {
-    const double until = time.Elapsed() + seconds;
-    while (time.Due() && *time.Due() <= until) {
-      time.PassToWakeUp();
-      clock.Tick();
-    }
-    time.PassTo(until);
-  }
+  void Pass(double seconds) { bench.Pass(seconds); }
 
-  std::string done;
-  ClockBench quiet;  // plays and records nothing that matters here
-  Session& session = quiet.session;
-  VirtualTime time{ClockTime::At(19, 30)};
+  ClockBench bench;
+  Session& session = bench.session;
+  RoundClock& clock = bench.clock;
   FakePrompts prompts;
   FakeErrors errors;
-  RoundClock clock{{session, time, time, *this, quiet, quiet, errors}};
-  ProgramExit exit{session, prompts, *this};
-  DisplayCommands commands{{clock, session, prompts, errors, *this, exit}};
-  FrmDisplay window{session, commands};
-  FrmDisplay2 twin{session, commands};
+  DisplayCommands commands{{clock, session, prompts, errors, *this}};
+  FrmDisplay window{session, commands, LetterOfKey};
+  FrmDisplay2 twin{session, commands, LetterOfKey};
 };
 
 TEST_F(FrmDisplayTest, ShowsTheClock) {
@@ -114,7 +95,7 @@ TEST_F(FrmDisplayTest, KeysWorkWithAndWithoutShift) {
   QTest::keyClick(&window, Qt::Key_Underscore, Qt::ShiftModifier);
   EXPECT_EQ(Countdown(), "10:00");
   QTest::keyClick(&window, Qt::Key_N);
-  EXPECT_EQ(session.currentRound, 2);
+  EXPECT_EQ(clock.State().round, 2);
   QTest::keyClick(&window, Qt::Key_F);
   EXPECT_TRUE(window.isFullScreen());
   EXPECT_FALSE(Find<QToolButton>("cmdFullScreen_1")->isHidden());
@@ -122,11 +103,9 @@ TEST_F(FrmDisplayTest, KeysWorkWithAndWithoutShift) {
   EXPECT_FALSE(window.isFullScreen());
   QTest::keyClick(&window, Qt::Key_F1);
   QTest::keyClick(&window, Qt::Key_X);
-  prompts.answers = {Answer::No, Answer::Yes};
-  QTest::keyClick(&window, Qt::Key_E);
   QTest::keyClick(&window, Qt::Key_E);
   QTest::keyClick(&window, Qt::Key_Escape);
-  EXPECT_EQ(done, "help geometry end control ");
+  EXPECT_EQ(done, "help exit control ");
   EXPECT_FALSE(window.isVisible());
 }
 
@@ -167,7 +146,6 @@ TEST_F(FrmDisplayTest, TheCloseBoxLeavesTheDisplayOpen) {
 }
 
 TEST_F(FrmDisplayTest, TheTwinShowsTheSameAndItsPairsFollowTheRoomDisplay) {
-  twin.ShowFace(clock.Face());
   twin.ShowRoomDisplay(true, false);
   twin.resize(1024, 768);
   twin.show();
@@ -188,9 +166,8 @@ TEST_F(FrmDisplayTest, TheTwinShowsTheSameAndItsPairsFollowTheRoomDisplay) {
   EXPECT_FALSE(window.isFullScreen());
   QTest::keyClick(&twin, Qt::Key_P);
   EXPECT_TRUE(clock.State().paused);
-  clock.Resume();
+  clock.Do(SessionCommand::Resume);
   Pass(600);
-  twin.ShowFace(clock.Face());
   EXPECT_EQ(twin.findChild<TextRow*>("lblInfo")->Text(), "MOVE FOR ROUND 2");
 }
 
@@ -233,11 +210,10 @@ TEST_F(FrmDisplayTest, NothingIsClippedAtAnySizeInAnyState) {
   const std::pair<int, int> sizes[] = {{267, 267},   {640, 480},   {1024, 768}, {1280, 720},
                                        {1920, 1080}, {3840, 2160}, {1080, 1920}};
   twin.show();
-  clock.Start();
+  clock.Start(1);
   // Round, both warnings, break and its end, the moves, the final round, the end.
   for (const double at : {0, 190, 430, 601, 1350, 1501, 1561, 2170, 2250, 2900}) {
-    Pass(at - time.Elapsed());
-    twin.ShowFace(clock.Face());
+    Pass(at - bench.time.Elapsed());
     for (const auto& [width, height] : sizes) {
       for (DisplayWindow* display :
            {static_cast<DisplayWindow*>(&window), static_cast<DisplayWindow*>(&twin)}) {
@@ -259,7 +235,7 @@ TEST_F(FrmDisplayTest, AHeldKeyDoesItsCommandOnce) {
     }
   };
   hold(Qt::Key_N, "n");
-  EXPECT_EQ(session.currentRound, 2);
+  EXPECT_EQ(clock.State().round, 2);
   hold(Qt::Key_P, "p");
   EXPECT_TRUE(clock.State().paused);
   QTest::keyClick(&window, Qt::Key_P);

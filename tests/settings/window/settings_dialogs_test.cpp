@@ -14,10 +14,13 @@
 namespace corvanel {
 namespace {
 
-class SettingsDialogsTest : public testing::Test, public FileOpener {
+class SettingsDialogsTest : public testing::Test {
  protected:
-  SettingsDialogsTest() { table.GetDefaults(ClockTime()); }
-  void Open(const std::string& file) override { opened = file; }
+  SettingsDialogsTest() { table.GetDefaults(); }
+  SoundOptions Sounds() {
+    return SoundOptions({session, table, bench, [this](const std::string& file) { opened = file; },
+                         prompts, bench.errors});
+  }
 
   std::string opened;
   ClockBench bench;
@@ -29,7 +32,7 @@ class SettingsDialogsTest : public testing::Test, public FileOpener {
 
 TEST_F(SettingsDialogsTest, SoundsAreChosenTestedAndTakenOver) {
   session.settings.sounds.files[3] = "missing.wav";
-  SoundOptions options({session, table, bench, *this, prompts, bench.errors});
+  SoundOptions options = Sounds();
   FrmSound dialog(options, nullptr);
   dialog.show();
   EXPECT_EQ(Find<QLabel>(dialog, "lblSound_3")->text(), "missing.wav (not found)");
@@ -41,11 +44,11 @@ TEST_F(SettingsDialogsTest, SoundsAreChosenTestedAndTakenOver) {
   prompts.file = "/music/gong.wav";
   Click(dialog, "cmdSound_3");
   EXPECT_EQ(Find<QLabel>(dialog, "lblSound_3")->text(), "gong.wav");
-  bench.clock.Start();
+  bench.clock.Start(1);
   const std::string before = bench.face.countdown;
   Click(dialog, "cmdTest_3");
   EXPECT_EQ(bench.played.back(), "/music/gong.wav");
-  EXPECT_EQ(bench.clock.Face().countdown, before);
+  EXPECT_EQ(bench.face.countdown, before);
   Click(dialog, "cmdHelp");
   EXPECT_TRUE(opened.ends_with("/sounds.txt"));
   prompts.answers = {Answer::Cancel, Answer::No};
@@ -59,7 +62,7 @@ TEST_F(SettingsDialogsTest, SoundsAreChosenTestedAndTakenOver) {
 
 TEST_F(SettingsDialogsTest, EscapeLeavesTheSoundsAlone) {
   const SoundChoices before = session.settings.sounds;
-  SoundOptions options({session, table, bench, *this, prompts, bench.errors});
+  SoundOptions options = Sounds();
   FrmSound dialog(options, nullptr);
   dialog.show();
   prompts.answers = {Answer::Yes};
@@ -73,7 +76,7 @@ TEST_F(SettingsDialogsTest, EscapeLeavesTheSoundsAlone) {
 }
 
 TEST_F(SettingsDialogsTest, TestAllRunsThroughTheSeven) {
-  SoundOptions options({session, table, bench, *this, prompts, bench.errors});
+  SoundOptions options = Sounds();
   FrmSound dialog(options, nullptr);
   Click(dialog, "cmdTestAll");
   EXPECT_EQ(bench.played.size(), 1U);

@@ -7,9 +7,8 @@
 
 #include "display/window/frm_display.h"
 #include "display/window/frm_display2.h"
-#include "system/qt/qt_sound_player.h"
-#include "system/qt/qt_tick_timer.h"
-#include "tests/support/fake_control_window.h"
+#include "system/key_places.h"
+#include "tests/support/fake_display_host.h"
 #include "tests/support/fakes.h"
 #include "widgets/notice_list.h"
 
@@ -17,28 +16,17 @@ namespace corvanel {
 namespace {
 
 /// Both displays on a clock in virtual time.
-class SafetyTest : public testing::Test, public DisplayHost {
+class DirectorsLinesTest : public testing::Test {
  protected:
-  SafetyTest() {
+  DirectorsLinesTest() {
     for (DisplayWindow* display : displays) {
+      bench.broadcast.Add(*display);
       display->resize(1024, 768);
       display->show();
       EXPECT_TRUE(QTest::qWaitForWindowExposed(display));
     }
     bench.session.settings.MinPerRound = 10;
-    bench.clock.Start();
-    ShowFace();
-  }
-  void ShowControlWindow() override {}
-  void ShowHelp() override {}
-  double ScreenWidth() const override { return 1920 * kTwipsPerPixel; }
-  void ShowFullScreenPair(bool /*fullScreen*/) override {}
-  void ShowMonitorPairs() override {}
-  DisplayForm& RoomDisplay() override { return room; }
-  DisplayForm& Twin() override { return twin; }
-
-  void ShowFace() {
-    for (DisplayWindow* display : displays) display->ShowFace(bench.face);
+    bench.clock.Start(1);
   }
   void MoveMouse(DisplayWindow& display, const QPoint& place) {
     QMouseEvent move(QEvent::MouseMove, place, display.mapToGlobal(place), Qt::NoButton,
@@ -59,15 +47,14 @@ class SafetyTest : public testing::Test, public DisplayHost {
 
   ClockBench bench;
   FakePrompts prompts;
-  FakeControlWindow control;
-  ProgramExit exit{bench.session, prompts, control};
-  DisplayCommands commands{{bench.clock, bench.session, prompts, bench.errors, *this, exit}};
-  FrmDisplay room{bench.session, commands};
-  FrmDisplay2 twin{bench.session, commands};
+  FakeDisplayHost host{room, twin};
+  DisplayCommands commands{{bench.clock, bench.session, prompts, bench.errors, host}};
+  FrmDisplay room{bench.session, commands, LetterOfKey};
+  FrmDisplay2 twin{bench.session, commands, LetterOfKey};
   std::array<DisplayWindow*, 2> displays = {&room, &twin};
 };
 
-TEST_F(SafetyTest, TheLastCommandIsTakenBackByKeyAndByButton) {
+TEST_F(DirectorsLinesTest, TheLastCommandIsTakenBackByKeyAndByButton) {
   MoveMouse(room, {300, 300});
   auto* undo = room.findChild<QToolButton*>("cmdUndo");
   EXPECT_FALSE(undo->isVisible());
@@ -75,21 +62,18 @@ TEST_F(SafetyTest, TheLastCommandIsTakenBackByKeyAndByButton) {
   QTest::keyClick(&room, Qt::Key_N);
   QTest::keyClick(&room, Qt::Key_Plus);
   bench.Pass(12);
-  ShowFace();
   EXPECT_TRUE(undo->isVisible());
   EXPECT_EQ(undo->text(), "Undo +1 minute, 12 s ago");
   QTest::mouseClick(undo, Qt::LeftButton);
-  ShowFace();
   EXPECT_EQ(undo->text(), "Undo next round, 12 s ago");
   QTest::keyClick(&twin, Qt::Key_U);
-  ShowFace();
   EXPECT_FALSE(undo->isVisible());
-  EXPECT_EQ(bench.session.currentRound, 1);
+  EXPECT_EQ(bench.clock.State().round, 1);
   EXPECT_EQ(bench.face.countdown, "8:48");
 }
 
-TEST_F(SafetyTest, KeysWithoutACommandDoNothing) {
-  const ClockPoint before = bench.clock.Point();
+TEST_F(DirectorsLinesTest, KeysWithoutACommandDoNothing) {
+  const ClockState before = bench.clock.State();
   for (const Qt::Key key :
        {Qt::Key_Shift, Qt::Key_Control, Qt::Key_Tab, Qt::Key_Left, Qt::Key_Space, Qt::Key_Return,
         Qt::Key_Delete, Qt::Key_X, Qt::Key_7, Qt::Key_F5}) {
@@ -102,18 +86,17 @@ TEST_F(SafetyTest, KeysWithoutACommandDoNothing) {
     QTest::keyClick(&room, Qt::Key_N, modifier);
     EXPECT_FALSE(room.isFullScreen());
   }
-  EXPECT_EQ(bench.clock.Point(), before);
+  EXPECT_EQ(bench.clock.State(), before);
   QTest::keyClick(&room, Qt::Key_N, Qt::ShiftModifier);
-  EXPECT_EQ(bench.session.currentRound, 2);
+  EXPECT_EQ(bench.clock.State().round, 2);
   EXPECT_FALSE(room.isFullScreen());
 }
 
-TEST_F(SafetyTest, NoButtonComesToWhereAnotherOneWas) {
+TEST_F(DirectorsLinesTest, NoButtonComesToWhereAnotherOneWas) {
   MoveMouse(room, {300, 300});
   const auto before = Places();
   ASSERT_TRUE(before.contains("cmdPause"));
   const auto same = [&](const char* what) {
-    ShowFace();
     room.ShowFullScreenPair(bench.face.paused);
     for (const auto& [name, place] : Places()) {
       if (before.contains(name)) {
@@ -129,26 +112,26 @@ TEST_F(SafetyTest, NoButtonComesToWhereAnotherOneWas) {
       }
     }
   };
-  bench.clock.Pause();
+  bench.clock.Do(SessionCommand::Pause);
   same(" paused");
   room.ShowNotices({{NoticeKind::Away, "The computer was away", "Take that time out"}});
   same(" with a line");
-  bench.clock.Resume();
+  bench.clock.Do(SessionCommand::Resume);
   same(" resumed");
 }
 
-TEST_F(SafetyTest, LinesForTheDirectorStandOnHisScreenAndNotOnTheRooms) {
+TEST_F(DirectorsLinesTest, LinesForTheDirectorStandOnHisScreenAndNotOnTheRooms) {
   const std::vector<Notice> notices = {
       {NoticeKind::Sound, "The sound Bell.wav was not heard: the file is not there", ""},
       {NoticeKind::Away, "The computer was away for 2 min 5 s; the clock has run on meanwhile.",
        "Take that time out"}};
-  std::vector<int> actions;
-  std::vector<int> waved;
+  std::vector<NoticeKind> actions;
+  std::vector<NoticeKind> dismissed;
   for (DisplayWindow* display : displays) {
     QObject::connect(display, &DisplayWindow::NoticeActionWanted,
-                     [&](int kind) { actions.push_back(kind); });
-    QObject::connect(display, &DisplayWindow::NoticeWavedAway,
-                     [&](int kind) { waved.push_back(kind); });
+                     [&](NoticeKind kind) { actions.push_back(kind); });
+    QObject::connect(display, &DisplayWindow::NoticeDismissed,
+                     [&](NoticeKind kind) { dismissed.push_back(kind); });
     display->ShowNotices(notices);
   }
   EXPECT_EQ(twin.findChildren<QLabel*>("lblNotice").size(), 2);
@@ -165,8 +148,8 @@ TEST_F(SafetyTest, LinesForTheDirectorStandOnHisScreenAndNotOnTheRooms) {
   EXPECT_TRUE(room.findChild<QLabel*>("lblNotice")->isVisible());
   QTest::mouseClick(twin.findChild<QToolButton*>("cmdNotice"), Qt::LeftButton);
   QTest::mouseClick(room.findChild<QToolButton*>("cmdNoticeClose"), Qt::LeftButton);
-  EXPECT_EQ(actions, std::vector<int>{static_cast<int>(NoticeKind::Away)});
-  EXPECT_EQ(waved, std::vector<int>{static_cast<int>(NoticeKind::Sound)});
+  EXPECT_EQ(actions, std::vector<NoticeKind>{NoticeKind::Away});
+  EXPECT_EQ(dismissed, std::vector<NoticeKind>{NoticeKind::Sound});
   const int footWithLines = twin.findChild<NoticeList*>()->height();
   EXPECT_GT(footWithLines, 20);
   // The bar of the twin stands still while lines come and go below it.
@@ -175,16 +158,6 @@ TEST_F(SafetyTest, LinesForTheDirectorStandOnHisScreenAndNotOnTheRooms) {
   twin.ShowNotices({});
   EXPECT_EQ(twin.findChild<QWidget*>("fraCommand")->geometry(), bar);
   EXPECT_TRUE(twin.findChild<NoticeList*>()->isHidden());
-}
-
-TEST(QtSoundPlayerTest, TellsWhatWasNotHeard) {
-  QtSoundPlayer player(CORVANEL_SOUND_FOLDER);
-  QStringList told;
-  QObject::connect(&player, &QtSoundPlayer::NotPlayed, &player,
-                   [&](const QString& file, const QString& why) { told << file + ": " + why; });
-  player.Play("\\no such.wav");
-  ASSERT_TRUE(QTest::qWaitFor([&] { return !told.isEmpty(); }, 10000));
-  EXPECT_TRUE(told[0].contains("no such.wav")) << told[0].toStdString();
 }
 
 }  // namespace

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "clock/round_clock.h"
+#include "control/start_checks.h"
+
+namespace corvanel {
+
+/// Watches over what can go wrong in an evening, and tells the director in lines.
+class Watch : public SessionListener {
+ public:
+  struct Parts {
+    const Session& session;
+    RoundClock& clock;
+    Notices& notices;
+    /// What the checks before a start see; nothing while the director does not plan.
+    std::function<std::optional<Surroundings>()> look;
+    /// Where the settings file is kept as somebody else had changed it; empty when nobody had.
+    std::function<std::string()> outsideChange;
+  };
+  explicit Watch(const Parts& parts) : parts_(parts) {}
+
+  /// To be called every few seconds: before a session starts, what would go wrong in it is told
+  /// while it can be mended.
+  void Check();
+  /// A cue was heard, or was not; `why` is for people.
+  void SoundPlayed() { parts_.notices.Clear(NoticeKind::Sound); }
+  void SoundNotPlayed(const std::string& file, const std::string& why);
+  void ShowFace(const ClockFace& face) override;
+
+  /// The director pressed the button of a line, or dismissed it.
+  void Act(NoticeKind kind);
+  void Dismiss(NoticeKind kind);
+
+ private:
+  Parts parts_;
+};
+
+}  // namespace corvanel

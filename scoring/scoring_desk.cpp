@@ -1,0 +1,66 @@
+#include "scoring/scoring_desk.h"
+
+namespace corvanel {
+namespace {
+
+constexpr double kLongestPoll = 0.3;  // seconds
+
+}  // namespace
+
+/// A file was opened or closed; the timer runs while one is open.
+void ScoringDesk::FileChanged(bool changed) {
+  if (!changed) return;
+  failedLooks_ = 0;
+  monitor_.FileChanged();
+  if (link_.IsOpen()) {
+    parts_.timerBWS.Arm(kPollSeconds);
+  } else {
+    parts_.timerBWS.Disarm();
+  }
+}
+
+void ScoringDesk::mnuCloseFile_Click() {
+  link_.mnuCloseFile_Click();
+  FileChanged(true);
+}
+
+void ScoringDesk::Reopen(const std::string& path, const std::set<int16_t>& sections) {
+  link_.Reopen(path, sections);
+  FileChanged(true);
+}
+
+void ScoringDesk::OptionsChanged() {
+  link_.BWSSetUnitCaptions();
+  monitor_.TimerBWS_Timer();
+}
+
+/// What came of the last poll is worked out just after a second was shown, so that the next one is
+/// never late.
+void ScoringDesk::Poll() {
+  const double toTick = parts_.secondsToTick();
+  if (toTick > 0 && toTick < kLongestPoll) {
+    parts_.timerBWS.Arm(toTick + 0.02);
+    return;
+  }
+  monitor_.TimerBWS_Timer();
+  parts_.timerBWS.Arm(kPollSeconds);
+}
+
+void ScoringDesk::Happened(EventKind kind, const std::string& text) {
+  monitor_.Happened(kind, text);
+  // A new round shows its tables at once.
+  if (kind == EventKind::Round && link_.IsOpen()) parts_.timerBWS.Arm(0);
+}
+
+/// A file that is being written cannot be read now and then.
+void ScoringDesk::CheckFile() {
+  if (!link_.IsOpen()) return;
+  parts_.link.database.Read(
+      link_.Path(), [this](const auto& picture) { failedLooks_ = picture ? 0 : failedLooks_ + 1; });
+}
+
+std::string ScoringDesk::Problem() const {
+  return failedLooks_ < 2 ? "" : "the file " + link_.Path() + " cannot be read";
+}
+
+}  // namespace corvanel

@@ -1,0 +1,133 @@
+#include "system/qt/qt_scoring_files.h"
+
+#include <QEventLoop>
+#include <QTimer>
+#include <chrono>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <utility>
+
+namespace corvanel {
+namespace {
+
+constexpr std::chrono::milliseconds kPatience(200);
+constexpr std::chrono::milliseconds kFolderPatience(500);
+
+Error NoAnswer() {
+  return {57, "The file does not answer", true};
+}
+
+}  // namespace
+
+/// Outlives its receiver, since a thread that is stuck on a dead share cannot be ended.
+class QtScoringFiles::Way {
+ public:
+  explicit Way(QObject& receiver) : receiver_(&receiver) {}
+  void Close() {
+    const std::lock_guard lock(mutex_);
+    receiver_ = nullptr;
+  }
+  /// Has `work` done on the receiver's thread, if there still is one.
+  template <class Work>
+  void Post(Work work) {
+    const std::lock_guard lock(mutex_);
+    if (receiver_ != nullptr) {
+      QMetaObject::invokeMethod(receiver_, std::move(work), Qt::QueuedConnection);
+    }
+  }
+
+ private:
+  std::mutex mutex_;
+  QObject* receiver_;
+};
+
+namespace {
+
+/// Lets the windows live, and nobody press anything, until `done` or for a while.
+void WaitFor(const std::function<bool()>& done, std::chrono::milliseconds patience) {
+  QEventLoop loop;
+  QTimer look;
+  QObject::connect(&look, &QTimer::timeout, &loop, [&] {
+    if (done()) loop.quit();
+  });
+  look.start(5);
+  QTimer::singleShot(patience, &loop, &QEventLoop::quit);
+  loop.exec(QEventLoop::ExcludeUserInputEvents);
+}
+
+}  // namespace
+
+QtScoringFiles::QtScoringFiles() : way_(std::make_shared<Way>(*this)) {}
+
+QtScoringFiles::~QtScoringFiles() {
+  way_->Close();
+}
+
+void QtScoringFiles::Read(const std::string& path, Answer answer) {
+  if (reading_ == path) {
+    answer(NoAnswer());
+    return;
+  }
+  const ScoringContent last = path == path_ ? last_ : ScoringContent{};
+  std::thread([this, path, last, way = way_] {
+    Result<ScoringContent> content = Error{7, "Out of memory"};
+    try {
+      content = ReadScoringFile(path, last);
+    } catch (const std::exception&) {
+      // Whatever it was, the reader gets his answer.
+    }
+    way->Post([this, path, content] { Arrived(path, content); });
+  }).detach();
+  reading_ = path;
+  answer_ = std::move(answer);
+}
+
+void QtScoringFiles::Arrived(const std::string& path, const Result<ScoringContent>& content) {
+  // A file that was asked for meanwhile has the later word.
+  if (path != reading_) return;
+  reading_.clear();
+  if (content) {
+    path_ = path;
+    last_ = content.Value();
+    std::exchange(answer_, {})(last_.picture);
+  } else {
+    std::exchange(answer_, {})(content.Failure());
+  }
+}
+
+Result<PicturePointer> QtScoringFiles::ReadNow(const std::string& path) {
+  std::optional<Result<PicturePointer>> result;
+  const Answer keep = [&result](const Result<PicturePointer>& read) { result = read; };
+  if (reading_ == path) {
+    answer_ = keep;
+  } else {
+    Read(path, keep);
+  }
+  WaitFor([&] { return result.has_value(); }, kPatience);
+  if (result) return *result;
+  // What still comes is for the next one who asks.
+  answer_ = [](const Result<PicturePointer>&) {};
+  return NoAnswer();
+}
+
+/// What `work` finds on a thread of its own; `otherwise` when that takes too long.
+template <class Found, class Work>
+Found QtScoringFiles::InTime(Work work, Found otherwise) {
+  const auto found = std::make_shared<std::optional<Found>>();
+  std::thread([found, work, way = way_] {
+    way->Post([found, result = work()] { *found = result; });
+  }).detach();
+  WaitFor([&] { return found->has_value(); }, kFolderPatience);
+  return found->value_or(otherwise);
+}
+
+std::vector<ScoringFile> QtScoringFiles::Files(const std::string& folder) {
+  return InTime([folder] { return ListScoringFiles(folder); }, std::vector<ScoringFile>());
+}
+
+std::string QtScoringFiles::RealSpelling(const std::string& folder) {
+  return InTime([folder] { return FindFolder(folder); }, folder);
+}
+
+}  // namespace corvanel
