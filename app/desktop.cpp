@@ -265,7 +265,7 @@ void Desktop::ShowHelp() {
 
 void Desktop::ShowDisplayOptions() {
   DisplayOptions options({.session = session_,
-                          .save = [this] { settings_.SaveDisplayOptions(); },
+                          .save = [this](const auto& keys) { settings_.SaveDisplayOptions(keys); },
                           .rearrange = [this] { RearrangeDisplays(); },
                           .rewriteTimes = [this] { control_.RewriteTimes(); },
                           .errors = errors_});
@@ -273,8 +273,11 @@ void Desktop::ShowDisplayOptions() {
 }
 
 void Desktop::ShowGeneralOptions() {
-  GeneralOptions options(session_, settings_, errors_, [this] { ApplyOnTop(); });
-  FrmOptions dialog(options, QApplication::activeWindow());
+  FrmOptions dialog({.options = session_.options,
+                     .table = settings_,
+                     .errors = errors_,
+                     .applyOnTop = [this] { ApplyOnTop(); }},
+                    QApplication::activeWindow());
   On(&dialog, &FrmOptions::DisplayOptionsWanted, "frmOptions.cmdDisplay_Click",
      [this] { ShowDisplayOptions(); });
   On(&dialog, &FrmOptions::SoundOptionsWanted, "frmOptions.cmdSound_Click",

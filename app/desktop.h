@@ -92,7 +92,7 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
   void ApplyOnTop();
   void RearrangeDisplays();
   std::optional<Surroundings> LookAround();
-  bool UsesTwin() const { return session_.settings.ExtraMonitor != 0; }
+  bool UsesTwin() const { return session_.settings.ExtraMonitor; }
   void PlaceRoomDisplay();
   void PlaceBothDisplays();
   void ScreensChanged();

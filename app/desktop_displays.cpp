@@ -121,7 +121,7 @@ void Desktop::PlaceRoomDisplay() {
   if (QGuiApplication::screenAt(place.center()) == nullptr) {
     place.moveTopLeft(QGuiApplication::primaryScreen()->availableGeometry().topLeft());
   }
-  const bool fullScreen = options.DisplayState == 0;
+  const bool fullScreen = !options.DisplayState;
   frmDisplay_.PlaceAt(place, fullScreen);
   ShowFullScreenPair(fullScreen);
 }
@@ -136,7 +136,7 @@ void Desktop::PlaceBothDisplays() {
     areas.push_back(PlaceOf(screen->availableGeometry()));
   }
   const ScreenPlan plan = PlanScreens(areas, control);
-  const bool wanted = roomFullScreen_.value_or(session_.options.DisplayState == 0);
+  const bool wanted = roomFullScreen_.value_or(!session_.options.DisplayState);
   const bool fullScreen = !plan.sideBySide && wanted;
   frmDisplay_.PlaceAt(Pixels(plan.room), fullScreen);
   frmDisplay2_.PlaceAt(Pixels(plan.twin), false);

@@ -67,7 +67,7 @@ void Shape(Session& session) {
   s.Arrow = "7";
   s.BreakAfterRound = 4;
   s.Header = "Friday Pairs";
-  s.ExtraMonitor = -1;
+  s.ExtraMonitor = true;
 }
 
 }  // namespace

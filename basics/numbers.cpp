@@ -59,10 +59,6 @@ std::string TwoDecimals(double value) {
   return fmt::format("{:.2f}", RoundTo2Decimals(value));
 }
 
-bool InRoundList(std::string_view list, int round) {
-  return fmt::format(",{},", list).find(fmt::format(",{},", round)) != std::string::npos;
-}
-
 bool SameName(std::string_view a, std::string_view b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](unsigned char x, unsigned char y) {
     return std::tolower(x) == std::tolower(y);

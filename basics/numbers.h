@@ -27,9 +27,6 @@ double RoundTo2Decimals(double value);
 /// "0.00" form of a number: 21.62, 8.00.
 std::string TwoDecimals(double value);
 
-/// Whether `round` stands in a comma list such as "3,7". "3,7" does not list round 30 or 73.
-bool InRoundList(std::string_view list, int round);
-
 /// Two texts that differ at most in the case of their ASCII letters.
 bool SameName(std::string_view a, std::string_view b);
 

@@ -54,14 +54,14 @@ class FullStore : public benchmark::Fixture {
     for (int entry = 0; entry <= kFavourites; ++entry) {
       SettingsSet set;
       for (const auto& key : SetKeys()) {
-        store.SaveSetting(SectionOfSet(entry), key.key, FieldText(key.field(set)));
+        store.SaveSetting(SectionOfSet(entry), key.key, key.text(set));
       }
       store.SaveSetting(SectionOfSet(entry), "Name", "Favourite " + std::to_string(entry));
     }
     for (int element = 0; element < kElements; ++element) {
       ElementStyle style;
       for (const auto& key : ElementKeys()) {
-        store.SaveSetting(SectionOfElement(element), key.key, FieldText(key.field(style)));
+        store.SaveSetting(SectionOfElement(element), key.key, key.text(style));
       }
     }
     store.Flush();

@@ -21,8 +21,7 @@ void RoundClock::StartRound() {
   state_.mayAutoPause = true;
   // A warning of 0 minutes is never given; the early one neither when its sound is off.
   state_.warningPending = {
-      s.MinWarning > 0,
-      s.MinWarning1 > 0 && s.sounds.play[static_cast<size_t>(Cue::EarlyWarning)] != 0};
+      s.MinWarning > 0, s.MinWarning1 > 0 && s.sounds.play[static_cast<size_t>(Cue::EarlyWarning)]};
   parts_.listener.Happened(EventKind::Round, RoundCaption(state_.round, s.nRounds));
   CountDown(s.MinPerRound);
 }
@@ -60,7 +59,7 @@ void RoundClock::GiveWarning(size_t number) {
   parts_.listener.Happened(EventKind::Warning, std::string(NameOf(warning.style)));
   if (state_.phase == Phase::Break) {
     PlayCue(Cue::EndOfBreak);
-  } else if (!InFinalRound() || Settings().sounds.playFinalRound[number] != 0) {
+  } else if (!InFinalRound() || Settings().sounds.playFinalRound[number]) {
     PlayCue(warning.cue);
   }
 }
@@ -83,8 +82,8 @@ void RoundClock::BeginMove() {
   const SessionSettings& s = Settings();
   state_.phase = Phase::Move;
   parts_.listener.Happened(EventKind::Move, MoveMessage(s, state_.round));
-  const bool skip = InRoundList(s.Skip, state_.round);
-  const bool arrow = InRoundList(s.Arrow, state_.round);
+  const bool skip = s.Skip.Lists(state_.round);
+  const bool arrow = s.Arrow.Lists(state_.round);
   if (skip) PlayCue(Cue::Skip);
   if (arrow) PlayCue(Cue::Arrow);
   if (!skip && !arrow) PlayCue(Cue::EndOfRound);
@@ -131,7 +130,7 @@ void RoundClock::EndSession() {
 void RoundClock::PlayCue(Cue cue) {
   const SoundChoices& sounds = Settings().sounds;
   const auto index = static_cast<size_t>(cue);
-  if (sounds.play[index] == 0 || sounds.files[index].empty()) return;
+  if (!sounds.play[index] || sounds.files[index].empty()) return;
   if (now_ - at_ > kLateCue || playedAt_[index] >= heardFrom_) return;
   playedAt_[index] = now_;
   parts_.listener.Happened(EventKind::Sound, std::string(FileName(sounds.files[index])));

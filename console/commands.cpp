@@ -33,22 +33,13 @@ class EndOnError : public ErrorTrap {
   }
 };
 
-bool IsKeyOfSet(const std::string& key) {
-  return std::any_of(SetKeys().begin(), SetKeys().end(),
-                     [&](const auto& known) { return SameName(known.key, key); });
-}
-
-bool IsKeyOfOptions(const std::string& key) {
-  return std::any_of(OptionKeys().begin(), OptionKeys().end(),
-                     [&](const auto& known) { return SameName(known.key, key); });
-}
-
 /// Puts the settings of the command line into the store's memory; the file stays as it is. Where
 /// a favourite supplies the settings in use, they are changed in its section too.
 void Override(JsonStore& store, const ConsoleArguments& arguments, int favouriteInUse) {
   for (const auto& [key, value] : arguments.settings) {
-    const bool ofSet = IsKeyOfSet(key);
-    if (!ofSet && !IsKeyOfOptions(key)) throw UsageError(fmt::format("unknown key \"{}\"", key));
+    const bool ofSet = FindSetKey(key) != nullptr;
+    if (!ofSet && FindOptionKey(key) == nullptr)
+      throw UsageError(fmt::format("unknown key \"{}\"", key));
     store.SaveSetting(SectionOfSet(0), key, value);
     if (ofSet && !SameName(key, "Name")) {
       store.SaveSetting(SectionOfSet(favouriteInUse), key, value);
@@ -60,13 +51,11 @@ void Override(JsonStore& store, const ConsoleArguments& arguments, int favourite
 void TakeShape(const ConsoleArguments& arguments, Session& session) {
   const PicturePointer picture = ReadScoring(arguments.replay);
   TakeOver(ScoringSession(picture, AllSections(*picture)), session);
-  SettingsSet set{"", session.settings};
+  SettingsSet set{session.settings, ""};
   for (const auto& [name, value] : arguments.settings) {
-    for (const auto& key : SetKeys()) {
-      if (SameName(key.key, name)) ReadField(key.field(set), value, key.least, key.greatest);
-    }
+    if (const auto* key = FindSetKey(name)) key->Read(set, value);
   }
-  session.settings = set.settings;
+  session.settings = set;
 }
 
 /// A session to be planned or run, and the round and time with which it starts.
@@ -96,7 +85,7 @@ Plan LoadPlan(const ConsoleArguments& arguments) {
   }
   SessionSettings& s = session.settings;
   if (s.Calculate == 1) {
-    if (s.RequiredFinish.empty()) s.RequiredFinish = DefaultRequiredFinish(start);
+    if (!s.RequiredFinish) s.RequiredFinish = DefaultRequiredFinish(start);
     s.MinPerRound = CalcRoundTime(s, round, start, session.options.Form());
   }
   return {session, static_cast<int16_t>(round), start};

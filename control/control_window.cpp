@@ -28,10 +28,10 @@ void ControlWindow::Display() {
     parts_.view.SetLabel(Label::cmdStart, "Start Timer from Round " + TextOf(Box::CurrentRound));
   });
   step([&] {
-    if (!o.ShowTitle) o.Show[kShowTitle] = 0;
+    if (!o.ShowTitle) o.Show[kShowTitle] = false;
     parts_.view.SetTick(Tick::chkBreak, s.optBreak);
     parts_.view.SetTick(Tick::chkMoveAfterBreak, s.MoveAfterBreak);
-    parts_.view.SetTick(Tick::chkMonitor, s.ExtraMonitor != 0);
+    parts_.view.SetTick(Tick::chkMonitor, s.ExtraMonitor);
     ShowTitleTick();
     parts_.view.SetMode(s.Calculate);
     parts_.view.OfferFavouriteSave(false);
@@ -70,18 +70,16 @@ std::string ControlWindow::TextOf(Box box) const {
       return s.Calculate == 1 ? TwoDecimals(s.MinPerRound) : SingleText(s.MinPerRound);
     case Box::MinBetweenRounds:
       return SingleText(s.MinBetweenRounds);
-    case Box::FinishTime: {
-      const auto time = ParseTime(s.RequiredFinish);
-      return time ? TimeText(*time, Form()) : std::string();
-    }
+    case Box::FinishTime:
+      return s.RequiredFinish ? TimeText(*s.RequiredFinish, Form()) : "";
     case Box::MinWarning1:
       return SingleText(s.MinWarning1);
     case Box::MinWarning0:
       return SingleText(s.MinWarning);
     case Box::Skip:
-      return s.Skip;
+      return s.Skip.Text();
     case Box::Arrow:
-      return s.Arrow;
+      return s.Arrow.Text();
     case Box::BreakRound:
       return std::to_string(s.BreakAfterRound);
     case Box::BreakLength:
@@ -142,13 +140,13 @@ void ControlWindow::chkMoveAfterBreak_Click(bool ticked) {
 
 void ControlWindow::chkMonitor_Click(bool ticked) {
   Handle("chkMonitor_Click", [&] {
-    Settings().ExtraMonitor = ticked ? -1 : 0;
+    Settings().ExtraMonitor = ticked;
     parts_.view.OfferFavouriteSave(true);
   });
 }
 
 void ControlWindow::chkHeader_Click(bool ticked) {
-  Handle("chkHeader_Click", [&] { parts_.session.options.Show[kShowTitle] = ticked ? 1 : 0; });
+  Handle("chkHeader_Click", [&] { parts_.session.options.Show[kShowTitle] = ticked; });
 }
 
 void ControlWindow::optCalc_Click(int index) {
@@ -183,7 +181,7 @@ void ControlWindow::Calculate(const Standing& standing) {
   parts_.view.SetLabel(Label::lblFinish,
                        s.Calculate == 1 ? "Required Finish Time" : "Estimated Finish Time");
   if (s.Calculate == 1) {
-    if (s.RequiredFinish.empty()) {
+    if (!s.RequiredFinish) {
       s.RequiredFinish = DefaultRequiredFinish(planned_.time);
       Put(Box::FinishTime);
     }
@@ -214,7 +212,7 @@ bool ControlWindow::RefuseRoundLength(float minutes) {
 }
 
 bool ControlWindow::TitleTicked() const {
-  return parts_.session.options.Show[kShowTitle] != 0 && !Settings().Header.empty();
+  return parts_.session.options.Show[kShowTitle] && !Settings().Header.empty();
 }
 
 void ControlWindow::ShowTitleTick() {

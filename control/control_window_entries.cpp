@@ -89,7 +89,7 @@ bool ControlWindow::StoreEntry(Box box, const std::string& text) {
       s.Header = text;
       return true;
     case Box::FinishTime:
-      s.RequiredFinish = TimeText(*ParseTime(text));
+      s.RequiredFinish = ToTheMinute(*ParseTime(text));
       return true;
     case Box::StartTime:
       planned_.time = ToTheMinute(*ParseTime(text));

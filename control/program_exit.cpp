@@ -17,7 +17,7 @@ bool ProgramExit::FromDisplay() {
 }
 
 ProgramExit::Way ProgramExit::AskShutdown() {
-  if (session_.options.AutoShutdown == 0) return Way::End;
+  if (!session_.options.AutoShutdown) return Way::End;
   switch (
       prompts_.AskYesNoCancel("Do you wish to shut down the computer?\n"
                               "Click Yes to shut down\n"

@@ -25,9 +25,9 @@ bool WillOccur(Cue cue, const SessionSettings& s) {
     case Cue::EndOfBreak:
       return s.optBreak && s.MinWarning > 0;
     case Cue::Skip:
-      return !s.Skip.empty();
+      return !s.Skip.Empty();
     case Cue::Arrow:
-      return !s.Arrow.empty();
+      return !s.Arrow.Empty();
   }
   return false;
 }
@@ -42,7 +42,7 @@ std::set<std::string> FilesWanted(const Session& session, bool scoringOpen) {
   }
   for (size_t i = 0; i < kCues; ++i) {
     const std::string& file = settings.sounds.files[i];
-    if (settings.sounds.play[i] != 0 && !file.empty() && WillOccur(static_cast<Cue>(i), settings)) {
+    if (settings.sounds.play[i] && !file.empty() && WillOccur(static_cast<Cue>(i), settings)) {
       files.insert(file);
     }
   }
@@ -79,7 +79,7 @@ void CheckBeforeStart(const Session& session, const Surroundings& around, Notice
                  ? session.options.TableTopUnit + ": " + around.scoringProblem
                  : "");
   SetOrClear(notices, NoticeKind::SecondScreen,
-             session.settings.ExtraMonitor == 0 || around.secondScreen
+             !session.settings.ExtraMonitor || around.secondScreen
                  ? ""
                  : "There is no second screen: both displays will share this one");
 }

@@ -68,7 +68,7 @@ void DisplayCommands::cmdClose_Click(DisplayForm& form) {
 /// The twin makes way for the question, and is back when the director stays.
 void DisplayCommands::Exit() {
   DisplayForm& twin = parts_.host.Twin();
-  const bool twinMakesWay = parts_.session.settings.ExtraMonitor != 0 && twin.Visible();
+  const bool twinMakesWay = parts_.session.settings.ExtraMonitor && twin.Visible();
   if (twinMakesWay) twin.SetVisible(false);
   const bool ends = parts_.host.ExitFromDisplay();
   if (twinMakesWay && !ends) twin.SetVisible(true);
@@ -76,7 +76,7 @@ void DisplayCommands::Exit() {
 
 bool DisplayCommands::RefuseFullScreen() {
   if (!parts_.session.options.OnTop) return false;
-  if (parts_.session.settings.ExtraMonitor == 0) {
+  if (!parts_.session.settings.ExtraMonitor) {
     parts_.prompts.Message(
         "You can't use full screen when you have set\r\n"
         "the option for Corvanel to be always on top.\r\n"
@@ -110,7 +110,7 @@ void DisplayCommands::cmdHide_Click(int index) {
 }
 
 bool DisplayCommands::RefuseMonitorFullScreen(const DisplayForm& room) {
-  if (!parts_.session.options.OnTop || parts_.session.settings.ExtraMonitor == 0) return false;
+  if (!parts_.session.options.OnTop || !parts_.session.settings.ExtraMonitor) return false;
   // Unlike the room display's own full-screen rule this one lets through what stands elsewhere.
   const double left = room.Place().left;
   if (left > parts_.host.ScreenWidth() - 500 || left < -200) return false;
@@ -156,7 +156,7 @@ void DisplayCommands::RememberPlace(const WindowPlace& place) {
 
 void DisplayCommands::CaptureGeometry(const DisplayForm& roomDisplay) {
   const WindowPlace place = roomDisplay.Place();
-  parts_.session.options.DisplayState = place.normal ? -1 : 0;
+  parts_.session.options.DisplayState = place.normal;
   RememberPlace(place);
 }
 

@@ -33,11 +33,10 @@ const ElementText& TextOf(Element element) {
   return kTexts[static_cast<size_t>(element)];
 }
 
-constexpr size_t kFirstUnitBox = 5;
-constexpr std::array<std::string_view, kShowBoxes> kCaptions = {
-    "Show current time",   "Show finish time", "Show round information",
-    "Show time remaining", "Show title",       " info",
-    " progress",           " table nos"};
+/// The options that are times of day or the countdown: written anew rather than laid out.
+bool IsOfTimes(const std::string& key) {
+  return key == "TimeAs24hour" || key == "TimeChange";
+}
 
 }  // namespace
 
@@ -76,33 +75,6 @@ std::string DisplayOptions::ContrastNote(Element element) const {
   return poor ? "These colours are hard to tell apart across a room" : "";
 }
 
-std::string DisplayOptions::ShowCaption(size_t box) const {
-  if (box < kFirstUnitBox) return std::string(kCaptions[box]);
-  return "Show " + session_.options.TableTopUnit + std::string(kCaptions[box]);
-}
-
-std::string DisplayOptions::ControlCaption() const {
-  return "Show " + session_.options.TableTopUnit + " information only on control screen";
-}
-
-int16_t& DisplayOptions::Flag(size_t box) const {
-  Options& options = session_.options;
-  switch (box) {
-    case 5:
-      return options.BMShowInfo;
-    case 6:
-      return options.BMShowProgress;
-    case 7:
-      return options.BMShowTables;
-    default:
-      return options.Show[box];
-  }
-}
-
-bool DisplayOptions::Shown(size_t box) const {
-  return Flag(box) != 0;
-}
-
 void DisplayOptions::Apply(const std::function<void()>& change) {
   HandlerSteps step(parts_.errors, kPlace);
   step(change);
@@ -113,47 +85,32 @@ void DisplayOptions::SetStyle(Element element, const ElementStyle& style) {
   Apply([&] { session_.elements[static_cast<size_t>(element)] = style; });
 }
 
-void DisplayOptions::SetShown(size_t box, bool shown) {
-  Apply([&] { Flag(box) = shown ? 1 : 0; });
-}
-
-void DisplayOptions::SetOnlyOnControl(bool only) {
-  Apply([&] { session_.options.BMControl = only ? 1 : 0; });
-}
-
-void DisplayOptions::SetTimeForm(TimeForm form) {
+void DisplayOptions::Set(const std::string& key, const std::string& text) {
   HandlerSteps step(parts_.errors, kPlace);
-  step([&] { session_.options.TimeAs24hour = form == TimeForm::Hours24; });
-  step([&] { parts_.rewriteTimes(); });
-}
-
-void DisplayOptions::SetTimeChange(int seconds) {
-  HandlerSteps step(parts_.errors, kPlace);
-  step([&] { session_.options.TimeChange = static_cast<int16_t>(seconds); });
-  step([&] { parts_.rewriteTimes(); });
+  step([&] {
+    ReadOption(session_.options, key, text);
+    changed_.insert(key);
+  });
+  step(IsOfTimes(key) ? parts_.rewriteTimes : parts_.rearrange);
 }
 
 void DisplayOptions::cmdRestore_Click() {
   Apply([&] { session_.elements = DefaultElementStyles(); });
 }
 
-void DisplayOptions::cmdClose_Click() {
+void DisplayOptions::cmdClose_Click(std::vector<std::string> keys) {
   HandlerSteps step(parts_.errors, kPlace);
-  step([&] { parts_.save(); });
-  step([&] { parts_.rearrange(); });
+  keys.insert(keys.end(), {"LogFile", "TimeAs24hour", "TimeChange"});
+  step([&] { parts_.save(keys); });
+  step(parts_.rearrange);
 }
 
 void DisplayOptions::cmdCancel_Click() {
   Apply([&] {
     session_.elements = elementsBefore_;
-    Options& options = session_.options;
-    options.Show = optionsBefore_.Show;
-    options.BMShowInfo = optionsBefore_.BMShowInfo;
-    options.BMShowProgress = optionsBefore_.BMShowProgress;
-    options.BMShowTables = optionsBefore_.BMShowTables;
-    options.BMControl = optionsBefore_.BMControl;
-    options.TimeAs24hour = optionsBefore_.TimeAs24hour;
-    options.TimeChange = optionsBefore_.TimeChange;
+    for (const std::string& key : changed_) {
+      ReadOption(session_.options, key, OptionText(optionsBefore_, key));
+    }
   });
   Guarded(parts_.errors, kPlace, parts_.rewriteTimes);
 }

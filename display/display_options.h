@@ -1,16 +1,14 @@
 #pragma once
 
 #include <functional>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "basics/runtime_error.h"
-#include "session/session.h"
+#include "settings/setting_keys.h"
 
 namespace corvanel {
-
-/// The check boxes of the dialog, by their index.
-constexpr size_t kShowBoxes = 8;
 
 /// The logic of the display options. Changes take effect at once; Cancel takes all of them back,
 /// Close keeps and stores them.
@@ -18,7 +16,8 @@ class DisplayOptions {
  public:
   struct Parts {
     Session& session;
-    std::function<void()> save;          // fonts, colours and options into the store
+    /// Writes fonts, colours and these options.
+    std::function<void(const std::vector<std::string>& keys)> save;
     std::function<void()> rearrange;     // lays the displays out anew (the twin only while in use)
     std::function<void()> rewriteTimes;  // in the control window and on the displays
     ErrorTrap& errors;
@@ -35,20 +34,13 @@ class DisplayOptions {
   static std::string SizeNote(Element element);
   /// A word of warning when the element's colours are hard to tell apart, else empty.
   std::string ContrastNote(Element element) const;
-  /// The caption of check box `box`, and whether it is ticked.
-  std::string ShowCaption(size_t box) const;
-  bool Shown(size_t box) const;
-  std::string ControlCaption() const;
-
   void SetStyle(Element element, const ElementStyle& style);
-  void SetShown(size_t box, bool shown);
-  void SetOnlyOnControl(bool only);
-  void SetTimeForm(TimeForm form);
-  /// Seconds; one of kCountdownSteps.
-  void SetTimeChange(int seconds);
+  /// Changes an option by its key, as its text.
+  void Set(const std::string& key, const std::string& text);
   /// The fonts and colours that the program ships with.
   void cmdRestore_Click();
-  void cmdClose_Click();
+  /// Stores everything; `keys`: of the options that the dialog shows.
+  void cmdClose_Click(std::vector<std::string> keys);
   void cmdCancel_Click();
 
   const Options& Live() const { return session_.options; }
@@ -57,13 +49,13 @@ class DisplayOptions {
   }
 
  private:
-  int16_t& Flag(size_t box) const;
   void Apply(const std::function<void()>& change);
 
   Parts parts_;
   Session& session_ = parts_.session;
   const Options optionsBefore_;
   const ElementStyles elementsBefore_;
+  std::set<std::string> changed_;  // options
 };
 
 }  // namespace corvanel

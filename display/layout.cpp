@@ -211,14 +211,14 @@ class Composer {
   Rows RowsAt(double scale) const {
     Rows rows;
     rows.gap = kGap * area_.height;
-    if (input_.show[kShowTitle] != 0) rows.header = Row(input_.texts.header, Element::Title, scale);
-    if (input_.show[0] != 0) rows.now = Row(input_.texts.now, Element::CurrentTime, scale);
-    if (input_.show[1] != 0) rows.finish = Row(input_.texts.finish, Element::FinishTime, scale);
+    if (input_.show[kShowTitle]) rows.header = Row(input_.texts.header, Element::Title, scale);
+    if (input_.show[0]) rows.now = Row(input_.texts.now, Element::CurrentTime, scale);
+    if (input_.show[1]) rows.finish = Row(input_.texts.finish, Element::FinishTime, scale);
     rows.unit = Row(input_.texts.unit, Element::UnitInfo, scale);
     if (input_.moving) {
       rows.caption = FitRow(input_.texts.message, Element::RoundInformation, 1e9,
                             kMoveMessageShare * scale * area_.height);
-    } else if (input_.show[2] != 0) {
+    } else if (input_.show[2]) {
       rows.caption = Row(input_.texts.caption, Element::RoundInformation, scale);
     }
     const double tagPoints =
@@ -333,7 +333,7 @@ WidestTexts WidestTextsOf(const Session& session, double secondsLeft) {
   const TimeForm form = session.options.Form();
   const ClockTime widestTime = ClockTime::At(22, 58);
   WidestTexts texts;
-  if (session.options.Show[kShowTitle] != 0) texts.header = s.Header;
+  if (session.options.Show[kShowTitle]) texts.header = s.Header;
   texts.now = TimeText(widestTime, form);
   const double longest = std::max({s.MinPerRound * 60.0, s.MinBetweenRounds * 60.0,
                                    s.optBreak ? s.TimeForBreak * 60.0 : 0.0, secondsLeft});

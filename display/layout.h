@@ -82,7 +82,7 @@ struct LayoutInput {
   double height = 0;
   bool moving = false;  // the caption's place holds the move message
   WidestTexts texts;
-  std::array<int16_t, 5> show = {1, 1, 1, 1, 1};  // as Options::Show
+  std::array<bool, 5> show = {true, true, true, true, true};  // as Options::Show
 
   bool operator==(const LayoutInput&) const = default;
 };

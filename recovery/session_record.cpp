@@ -5,6 +5,8 @@
 #include <cmath>
 #include <nlohmann/json.hpp>
 
+#include "settings/setting_keys.h"
+
 namespace corvanel {
 namespace {
 
@@ -47,16 +49,23 @@ static void from_json(const json& value, Element& style) {
   style = static_cast<Element>(Find(kStyles, value) + kFirstStyle);
 }
 
+/// The settings as the store has them, key by key.
+static void to_json(json& value, const SessionSettings& settings) {
+  const SettingsSet set{settings, ""};
+  for (const auto& key : SetKeys()) value[std::string(key.key)] = key.text(set);
+}
+static void from_json(const json& value, SessionSettings& settings) {
+  SettingsSet set;
+  for (const auto& key : SetKeys()) {
+    key.Read(set, value.at(std::string(key.key)).get<std::string>());
+  }
+  settings = set;
+}
+
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Moment, boot, uptime, utc)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(ClockState, phase, round, paused, autoPaused, mayAutoPause,
                                    roundEnd, moveEnd, pauseMark, countsFrom, endedAt,
                                    warningPending, style)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(SoundChoices, files, play, playFinalRound)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(SessionSettings, nRounds, MinPerRound, MinBetweenRounds,
-                                   MinWarning, MinWarning1, Skip, Arrow, optBreak, BreakAfterRound,
-                                   TimeForBreak, MoveAfterBreak, ExtraMonitor, Calculate,
-                                   RequiredFinish, Header, sounds)
-
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(UndoStep, command, at, before)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(SessionRecord, at, state, settings, undo, scoringFile, sections)
 
@@ -75,20 +84,11 @@ bool IsValid(const UndoStep& step) {
   return std::isfinite(step.at) && IsValid(step.before);
 }
 
-bool IsValid(const SessionSettings& settings) {
-  const auto minutes = {settings.MinPerRound, settings.MinBetweenRounds, settings.TimeForBreak,
-                        settings.MinWarning, settings.MinWarning1};
-  return settings.nRounds >= 1 && std::all_of(minutes.begin(), minutes.end(), [](float value) {
-           return value >= 0 && value <= kLongestPhase;
-         });
-}
-
-/// The seconds left are what a phase can be long, so that nobody waits for a mark of another age.
+/// No phase is longer than a day, so that nobody waits for a mark of another age.
 bool IsValid(const SessionRecord& record) {
   const double now = record.at.uptime;
-  return IsValid(record.settings) && IsValid(record.state) && std::isfinite(now) &&
-         std::isfinite(record.at.utc) &&
-         record.state.At(now).secondsLeft <= kLongestPhase * 60 + 1 &&
+  return IsValid(record.state) && std::isfinite(now) && std::isfinite(record.at.utc) &&
+         record.state.At(now).secondsLeft <= kSecondsPerDay &&
          std::all_of(record.undo.begin(), record.undo.end(),
                      [](const UndoStep& step) { return IsValid(step); });
 }
@@ -109,7 +109,7 @@ Result<SessionRecord> ReadRecord(const std::string& text) {
     }
     auto record = parsed.get<SessionRecord>();
     if (IsValid(record)) return record;
-  } catch (const json::exception&) {
+  } catch (const std::exception&) {
     return Error{13, "it is damaged"};
   }
   return Error{13, "its contents are inconsistent"};

@@ -3,18 +3,18 @@
 namespace corvanel {
 
 void ActivityLog::LogOpen(const std::string& firstLine) {
-  if (session_.options.LogFile == 0) return;
+  if (!session_.options.LogFile) return;
   storage_.OpenLog(DateText(time_.Now()) + ".log");
   LogWrite(firstLine);
 }
 
 void ActivityLog::LogWrite(const std::string& text) {
-  if (session_.options.LogFile == 0) return;
+  if (!session_.options.LogFile) return;
   storage_.WriteLine(TimeTextWithSeconds(time_.TimeOfDay()) + ' ' + text);
 }
 
 void ActivityLog::LogRead(const std::string& routine, const ScoringSession& read) {
-  if (session_.options.LogFile == 0) return;
+  if (!session_.options.LogFile) return;
   LogWrite(routine);
   LogWrite(' ' + std::to_string(read.SelectedSections()) + " sections");
   int position = 0;

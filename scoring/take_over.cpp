@@ -27,6 +27,7 @@ bool TakeMinutes(const ScoringSession& scoring, Session& session) {
   }
   // Deliberate: as many whole rounds as fit into twelve boards, also where the sections differ.
   s.BreakAfterRound = static_cast<int16_t>(kBoardsToBreak / last);
+  s.TimeForBreak = session.options.BMBreak;
   return boards.size() == 1;
 }
 

@@ -6,9 +6,9 @@
 namespace corvanel {
 
 /// Copies what a scoring file says into the session: rounds, name, skips and arrow-switches,
-/// minutes per round, and the round before the break. What the file does not say
-/// stays. False when the selected sections play different numbers of boards per round: then the
-/// minutes per round stay.
+/// minutes per round, the round before the break, and from the options its length. What the file
+/// does not say stays. False when the selected sections play different numbers of boards per round:
+/// then the minutes per round stay.
 bool TakeOver(const ScoringSession& scoring, Session& session);
 
 }  // namespace corvanel

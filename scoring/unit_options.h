@@ -1,8 +1,9 @@
 #pragma once
 
-#include <array>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "basics/runtime_error.h"
 #include "session/prompts.h"
@@ -11,26 +12,13 @@
 
 namespace corvanel {
 
-/// The number boxes of the dialog, in the order in which Enter goes through them.
-enum class UnitBox { MinPerBoard, Break, Pause, PauseMinutes };
-constexpr size_t kUnitBoxes = 4;
+/// The unit that the dialog has chosen.
+struct UnitChoice {
+  int optDesktop = 0;    // 0 Bridgemate, 1 BridgeTab, 2 another unit
+  std::string txtOther;  // the name of that other unit
 
-/// What the controls of the dialog hold.
-struct UnitValues {
-  bool chkSuggest = false;
-  bool chkUpdateSettings = false;
-  bool chkOmitWarning1 = false;
-  bool chkOmitWarning2 = false;
-  bool chkSlowTables = false;
-  bool chkAutoMove = false;
-  bool chkPause = false;
-  bool chkPlay = false;
-  bool chkLogFile = false;
-  std::array<std::string, kUnitBoxes> numbers;  // by UnitBox
-  int optDesktop = 0;                           // 0 Bridgemate, 1 BridgeTab, 2 another unit
-  std::string txtOther;                         // the name of that other unit
-
-  bool operator==(const UnitValues&) const = default;
+  /// Another unit without a name is "DesktopUnit".
+  std::string Name() const;
 };
 
 /// The logic of the table-top unit options. The options change only on OK.
@@ -46,31 +34,27 @@ class UnitOptions {
   explicit UnitOptions(const Parts& parts)
       : parts_(parts), sound_(parts.session.options.BMPauseSound) {}
 
-  /// The options as they are.
-  UnitValues Values() const;
+  /// An option as it is, by its key.
+  std::string Text(const std::string& key) const { return OptionText(parts_.session.options, key); }
+  UnitChoice Unit() const;
+  static std::string Caption(const UnitChoice& unit) { return unit.Name() + " Options"; }
 
-  /// The name of the unit that is chosen; another unit without a name is "DesktopUnit".
-  static std::string UnitName(const UnitValues& values);
-  static std::string Caption(const UnitValues& values) { return UnitName(values) + " Options"; }
-  static std::string SuggestCaption(const UnitValues& values) {
-    return "Suggest latest " + UnitName(values) + " file";
-  }
-  /// Whether a character may be typed into a box.
-  static bool Takes(UnitBox box, char character);
+  /// The keys of the number boxes, in the order in which Enter goes through them.
+  static std::vector<std::string> NumberKeys();
+  /// Whether a character may be typed into the number box of a key.
+  static bool Takes(std::string_view key, char character);
+  /// The focus leaves the number box of a key. False: a message told why it must stay.
+  bool Leave(std::string_view key, const std::string& text) const;
 
-  /// The focus leaves a box. False: a message told why it must stay.
-  bool Leave(UnitBox box, const std::string& text) const;
   /// The file of the pause sound without its folder, and a word when it is not there.
-  std::string SoundText() const;
+  std::string SoundText() const { return NamedFile(parts_.sounds, sound_); }
   void cmdSound_Click();
   void cmdTest_Click();
-  /// Checks, takes over and stores everything. Nothing, after a message, when a box is wrong:
-  /// that box is returned. True as the second when the dialog may close.
-  std::pair<UnitBox, bool> cmdOK_Click(const UnitValues& values);
+  /// Checks, takes over and stores everything. When a box is wrong: nothing is changed, a message
+  /// has told, and the key of that box is returned.
+  std::optional<std::string> cmdOK_Click(KeysAndValues texts, const UnitChoice& unit);
 
  private:
-  std::string Problem(UnitBox box, const std::string& text) const;
-
   Parts parts_;
   std::string sound_;
 };

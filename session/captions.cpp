@@ -13,8 +13,8 @@ std::string RoundCaption(int round, int rounds) {
 
 std::string MoveMessage(const SessionSettings& settings, int round) {
   std::string prefix;
-  if (InRoundList(settings.Skip, round)) prefix = "SKIP";
-  if (InRoundList(settings.Arrow, round)) prefix += prefix.empty() ? "ARROW" : "/ARROW";
+  if (settings.Skip.Lists(round)) prefix = "SKIP";
+  if (settings.Arrow.Lists(round)) prefix += prefix.empty() ? "ARROW" : "/ARROW";
   if (!prefix.empty()) prefix += " - ";
   const int next = round + 1;
   if (next >= settings.nRounds) return prefix + "MOVE FOR THE FINAL ROUND";

@@ -3,14 +3,10 @@
 namespace corvanel {
 namespace {
 
-constexpr int32_t Rgb(int red, int green, int blue) {
-  return blue << 16 | green << 8 | red;
-}
+constexpr Colour kNight{6, 17, 42};
+constexpr Colour kWhite{255, 255, 255};
 
-constexpr int32_t kNight = Rgb(6, 17, 42);
-constexpr int32_t kWhite = Rgb(255, 255, 255);
-
-ElementStyle Style(float size, bool bold, int32_t fore, int32_t back) {
+ElementStyle Style(float size, bool bold, Colour fore, Colour back) {
   ElementStyle style;
   style.Size = size;
   style.Bold = bold;
@@ -23,16 +19,16 @@ ElementStyle Style(float size, bool bold, int32_t fore, int32_t back) {
 
 const ElementStyles& DefaultElementStyles() {
   static const ElementStyles styles = {
-      Style(28, false, Rgb(176, 190, 214), kNight),         // Current time
-      Style(24, false, Rgb(176, 190, 214), kNight),         // Finish time
-      Style(48, true, kWhite, kNight),                      // Round information
-      Style(48, true, Rgb(255, 216, 61), kNight),           // Time remaining
-      Style(48, true, Rgb(0, 0, 0), Rgb(255, 221, 0)),      // Warning period
-      Style(48, true, kWhite, Rgb(168, 0, 12)),             // Time up
-      Style(48, true, Rgb(6, 17, 42), Rgb(178, 216, 255)),  // Between warnings
-      Style(48, false, kWhite, kNight),                     // Screen background
-      Style(40, true, kWhite, kNight),                      // Title
-      Style(24, true, Rgb(255, 216, 61), kNight),           // unit info
+      Style(28, false, {176, 190, 214}, kNight),      // Current time
+      Style(24, false, {176, 190, 214}, kNight),      // Finish time
+      Style(48, true, kWhite, kNight),                // Round information
+      Style(48, true, {255, 216, 61}, kNight),        // Time remaining
+      Style(48, true, {0, 0, 0}, {255, 221, 0}),      // Warning period
+      Style(48, true, kWhite, {168, 0, 12}),          // Time up
+      Style(48, true, {6, 17, 42}, {178, 216, 255}),  // Between warnings
+      Style(48, false, kWhite, kNight),               // Screen background
+      Style(40, true, kWhite, kNight),                // Title
+      Style(24, true, {255, 216, 61}, kNight),        // unit info
   };
   return styles;
 }

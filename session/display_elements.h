@@ -23,8 +23,22 @@ enum class Element {
 
 constexpr int kElements = 10;
 
-/// Font and colours of one display element. Colours are stored blue-green-red with red in the
-/// lowest byte: 0x0000FF is pure red.
+struct Colour {
+  uint8_t red = 0;
+  uint8_t green = 0;
+  uint8_t blue = 0;
+
+  bool operator==(const Colour&) const = default;
+
+  /// As stores have it: blue-green-red with red in the lowest byte. 0x0000FF is pure red.
+  constexpr int32_t Stored() const { return blue << 16 | green << 8 | red; }
+  static constexpr Colour FromStored(int32_t stored) {
+    return {static_cast<uint8_t>(stored), static_cast<uint8_t>(stored >> 8),
+            static_cast<uint8_t>(stored >> 16)};
+  }
+};
+
+/// Font and colours of one display element.
 struct ElementStyle {
   std::string Name = "Arial";
   float Size = 24;  // points; the countdown's and the unit line's are set by the layout
@@ -32,8 +46,8 @@ struct ElementStyle {
   bool Italic = false;
   bool Strikethrough = false;
   bool Underline = false;
-  int32_t Forecolour = 0xFFFFFF;
-  int32_t Backcolour = 0x2A1106;
+  Colour Forecolour{255, 255, 255};
+  Colour Backcolour{6, 17, 42};
 
   bool operator==(const ElementStyle&) const = default;
 };

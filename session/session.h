@@ -2,20 +2,21 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "basics/times.h"
 #include "session/cues.h"
 #include "session/display_elements.h"
+#include "session/round_list.h"
 
 namespace corvanel {
 
-/// Which sound file each cue plays, and whether it plays. Indexed by Cue; a switch is -1 for on
-/// and 0 for off.
+/// Which sound file each cue plays, and whether it plays. Indexed by Cue.
 struct SoundChoices {
   std::array<std::string, kCues> files;
-  std::array<int16_t, kCues> play = {-1, -1, -1, -1, -1, -1, -1};
-  std::array<int16_t, kWarnings> playFinalRound = {0, 0};
+  std::array<bool, kCues> play = {true, true, true, true, true, true, true};
+  std::array<bool, kWarnings> playFinalRound = {false, false};
 
   bool operator==(const SoundChoices&) const = default;
 };
@@ -27,15 +28,15 @@ struct SessionSettings {
   float MinBetweenRounds = 1;  // the move; never below kShortestMove
   float MinWarning = 3;        // the later warning, before the end of the round; 0: none
   float MinWarning1 = 7;       // the earlier warning
-  std::string Skip;            // the round (or comma list) after which tables skip
-  std::string Arrow;           // comma list of the rounds after which arrows are switched
+  RoundList Skip;              // the rounds after which tables skip
+  RoundList Arrow;             // the rounds after which arrows are switched
   bool optBreak = true;
   int16_t BreakAfterRound = 6;
   float TimeForBreak = 15;
   bool MoveAfterBreak = true;
-  int16_t ExtraMonitor = 0;              // not 0: the second display is used
-  int16_t Calculate = 0;                 // 0: estimate the finish; 1: meet RequiredFinish
-  std::string RequiredFinish = "22:30";  // "hh:mm", empty when there is none
+  bool ExtraMonitor = false;  // the second display is used
+  int16_t Calculate = 0;      // 0: estimate the finish; 1: meet RequiredFinish
+  std::optional<ClockTime> RequiredFinish = ClockTime::At(22, 30);
   std::string Header;
   SoundChoices sounds;
 
@@ -45,10 +46,9 @@ struct SessionSettings {
 constexpr float kShortestMove = 0.1F;  // minutes
 constexpr float kLongestPhase = 600;   // minutes
 
-/// The program-wide options, by the names of their settings keys. Switches that are numbers hold
-/// 0 for off.
+/// The program-wide options, by the names of their settings keys.
 struct Options {
-  int16_t AutoShutdown = 0;
+  bool AutoShutdown = false;
   bool AutoLaunch = false;
   bool AutoUpdate = true;
   bool OnTop = false;
@@ -69,17 +69,17 @@ struct Options {
   float BMPauseMinutes = 0.2F;  // before the end of the round, from which the rule may pause
   std::string BMPauseSound;
   bool BMPausePlay = true;
-  int16_t DisplayState = 0;  // -1: a normal window; 0: full screen
-  int32_t FormX = 0;         // geometry of the room display, twips
+  bool DisplayState = false;  // true: a normal window; false: full screen
+  int32_t FormX = 0;          // geometry of the room display, twips
   int32_t FormY = 0;
   int32_t FormSizeX = 15360;
   int32_t FormSizeY = 11520;
-  std::array<int16_t, 5> Show = {1, 1, 1, 1, 1};  // elements 0 to 3; 4 is the title
-  int16_t BMShowInfo = 1;
-  int16_t BMShowProgress = 1;
-  int16_t BMShowTables = 1;
-  int16_t BMControl = 0;
-  int16_t LogFile = -1;
+  std::array<bool, 5> Show = {true, true, true, true, true};  // elements 0 to 3; 4 is the title
+  bool BMShowInfo = true;
+  bool BMShowProgress = true;
+  bool BMShowTables = true;
+  bool BMControl = false;
+  bool LogFile = true;
   bool TimeAs24hour = true;
   int16_t TimeChange = 1;
 

@@ -15,4 +15,7 @@ class SoundPlayer {
   virtual bool IsThere(const std::string& file) const = 0;
 };
 
+/// The name of a stored sound without its folder, and a word when there is no such file.
+std::string NamedFile(const SoundPlayer& sounds, const std::string& file);
+
 }  // namespace corvanel

@@ -30,7 +30,7 @@ Schedule ScheduleOf(const std::vector<TimetableLine>& lines, const Standing& fro
 
 /// Minutes from start to required finish, as the director means them.
 double MinutesAvailable(const SessionSettings& s, ClockTime start, TimeForm form) {
-  const ClockTime finish = ParseTime(s.RequiredFinish).value_or(start.PlusMinutes(kUsualSession));
+  const ClockTime finish = s.RequiredFinish.value_or(start.PlusMinutes(kUsualSession));
   double available = std::trunc(finish.Seconds() - start.Seconds()) / 60;
   const bool halfDayMeant = form == TimeForm::Hours12 && available < 0 && available > -720;
   if (halfDayMeant) available += 720;
@@ -122,8 +122,8 @@ std::optional<float> CalcRoundTimeLive(const SessionSettings& s, const Standing&
   return minutes;
 }
 
-std::string DefaultRequiredFinish(ClockTime start) {
-  return TimeText(start.PlusMinutes(kUsualSession));
+ClockTime DefaultRequiredFinish(ClockTime start) {
+  return ToTheMinute(start.PlusMinutes(kUsualSession));
 }
 
 }  // namespace corvanel

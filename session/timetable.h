@@ -73,7 +73,7 @@ float CalcRoundTime(const SessionSettings& settings, int round, ClockTime start,
 std::optional<float> CalcRoundTimeLive(const SessionSettings& settings, const Standing& standing,
                                        ClockTime now, TimeForm form);
 
-/// The required finish that an empty one stands for: three hours after the start, "hh:mm".
-std::string DefaultRequiredFinish(ClockTime start);
+/// The finish that is required where none was given: three hours after the start.
+ClockTime DefaultRequiredFinish(ClockTime start);
 
 }  // namespace corvanel

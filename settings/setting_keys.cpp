@@ -1,10 +1,12 @@
 #include "settings/setting_keys.h"
 
-#include <fmt/format.h>
-
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <concepts>
+#include <stdexcept>
+#include <type_traits>
 
 #include "basics/numbers.h"
 #include "basics/runtime_error.h"
@@ -12,122 +14,13 @@
 namespace corvanel {
 namespace {
 
-using S = SettingsSet&;
-using O = Options&;
-using E = ElementStyle&;
-
-template <Cue cue>
-FieldRef File(S s) {
-  return &s.settings.sounds.files[static_cast<size_t>(cue)];
-}
-
-template <size_t flag>
-FieldRef Play(S s) {
-  return &s.settings.sounds.play[flag];
-}
-
-template <size_t flag>
-FieldRef Show(O o) {
-  return &o.Show[flag];
-}
-
-constexpr double kRounds = 32767;
+constexpr double kMost16 = 32767;
+constexpr double kMost32 = 2e9;
 constexpr double kTwips = 1e7;  // no screen is wider
+constexpr double kNotSet = 99;  // of a switch: it keeps its default
 
-constexpr std::array kSetKeys = std::to_array<SettingKey<SettingsSet>>({
-    {"Name", "", [](S s) -> FieldRef { return &s.Name; }},
-    {"nRounds", "12", [](S s) -> FieldRef { return &s.settings.nRounds; }, 1, kRounds},
-    {"MinPerRound", "15", [](S s) -> FieldRef { return &s.settings.MinPerRound; }, 0,
-     kMinutesPerDay},
-    {"MinBetweenRounds", "1", [](S s) -> FieldRef { return &s.settings.MinBetweenRounds; }, 0,
-     kLongestPhase},
-    {"MinWarning", "3", [](S s) -> FieldRef { return &s.settings.MinWarning; }, 0, kLongestPhase},
-    {"MinWarning1", "7", [](S s) -> FieldRef { return &s.settings.MinWarning1; }, 0, kLongestPhase},
-    {"Skip", "", [](S s) -> FieldRef { return &s.settings.Skip; }},
-    {"Arrow", "", [](S s) -> FieldRef { return &s.settings.Arrow; }},
-    {"optBreak", "True", [](S s) -> FieldRef { return &s.settings.optBreak; }},
-    {"BreakAfterRound", "6", [](S s) -> FieldRef { return &s.settings.BreakAfterRound; }, 0,
-     kRounds},
-    {"MoveAfterBreak", "True", [](S s) -> FieldRef { return &s.settings.MoveAfterBreak; }},
-    {"TimeForBreak", "15", [](S s) -> FieldRef { return &s.settings.TimeForBreak; }, 0,
-     kLongestPhase},
-    {"ExtraMonitor", "0", [](S s) -> FieldRef { return &s.settings.ExtraMonitor; }},
-    {"Calculate", "0", [](S s) -> FieldRef { return &s.settings.Calculate; }, 0, 1},
-    {"Header", "", [](S s) -> FieldRef { return &s.settings.Header; }},
-    {"RequiredFinish", "22:30", [](S s) -> FieldRef { return &s.settings.RequiredFinish; }},
-    {"SoundWarning", "", File<Cue::LastWarning>},
-    {"SoundWarning1", "", File<Cue::EarlyWarning>},
-    {"SoundEndOfRound", "", File<Cue::EndOfRound>},
-    {"SoundBreak", kDefaultSounds[3], File<Cue::Break>},
-    {"SoundSkip", kDefaultSounds[4], File<Cue::Skip>},
-    {"SoundArrow", kDefaultSounds[5], File<Cue::Arrow>},
-    {"SoundEndOfBreak", kDefaultSounds[6], File<Cue::EndOfBreak>},
-    {"SoundPlay0", "99", Play<0>},
-    // Meant so: the keys of flags 1 and 2 are crossed in every store there is.
-    {"SoundPlay1", "99", Play<2>},
-    {"SoundPlay2", "99", Play<1>},
-    {"SoundPlayBreak", "-1", Play<3>},
-    {"SoundPlaySkip", "-1", Play<4>},
-    {"SoundPlayArrow", "-1", Play<5>},
-    {"SoundPlayEndOfBreak", "-1", Play<6>},
-    {"SoundPlay0FR", "0", [](S s) -> FieldRef { return &s.settings.sounds.playFinalRound[0]; }},
-    {"SoundPlay1FR", "0", [](S s) -> FieldRef { return &s.settings.sounds.playFinalRound[1]; }},
-});
-
-constexpr std::array kOptionKeys = std::to_array<SettingKey<Options>>({
-    {"AutoShutdown", "0", [](O o) -> FieldRef { return &o.AutoShutdown; }},
-    {"AutoLaunch", "False", [](O o) -> FieldRef { return &o.AutoLaunch; }},
-    {"AutoUpdate", "True", [](O o) -> FieldRef { return &o.AutoUpdate; }},
-    {"OnTop", "False", [](O o) -> FieldRef { return &o.OnTop; }},
-    {"ShowTitle", "True", [](O o) -> FieldRef { return &o.ShowTitle; }},
-    {"ShowMessage", "0", [](O o) -> FieldRef { return &o.ShowMessage; }, 0, 2e9},
-    {"BWSfolder", "", [](O o) -> FieldRef { return &o.BWSfolder; }},
-    {"TableTopUnit", "Bridgemate", [](O o) -> FieldRef { return &o.TableTopUnit; }},
-    {"BMSuggest", "True", [](O o) -> FieldRef { return &o.BMSuggest; }},
-    {"BMUpdateSettings", "True", [](O o) -> FieldRef { return &o.BMUpdateSettings; }},
-    {"BMMinPerBoard", "7", [](O o) -> FieldRef { return &o.BMMinPerBoard; }, 0, kLongestPhase},
-    {"BMBreak", "12", [](O o) -> FieldRef { return &o.BMBreak; }},
-    {"BMOmitwarning1", "True", [](O o) -> FieldRef { return &o.BMOmitwarning1; }},
-    {"BMOmitwarning2", "True", [](O o) -> FieldRef { return &o.BMOmitwarning2; }},
-    {"BMSlowTables", "True", [](O o) -> FieldRef { return &o.BMSlowTables; }},
-    {"BMAutoMove", "True", [](O o) -> FieldRef { return &o.BMAutoMove; }},
-    {"BMAutoPause", "True", [](O o) -> FieldRef { return &o.BMAutoPause; }},
-    {"BMPauseTables", "2", [](O o) -> FieldRef { return &o.BMPauseTables; }},
-    {"BMPauseMinutes", "0.2", [](O o) -> FieldRef { return &o.BMPauseMinutes; }, 0, kLongestPhase},
-    {"BMPauseSound", kDefaultPauseSound, [](O o) -> FieldRef { return &o.BMPauseSound; }},
-    {"BMPausePlay", "True", [](O o) -> FieldRef { return &o.BMPausePlay; }},
-    {"DisplayState", "0", [](O o) -> FieldRef { return &o.DisplayState; }},
-    {"FormX", "0", [](O o) -> FieldRef { return &o.FormX; }, -kTwips, kTwips},
-    {"FormY", "0", [](O o) -> FieldRef { return &o.FormY; }, -kTwips, kTwips},
-    {"FormSizeX", "", [](O o) -> FieldRef { return &o.FormSizeX; }, -kTwips, kTwips},
-    {"FormSizeY", "", [](O o) -> FieldRef { return &o.FormSizeY; }, -kTwips, kTwips},
-    {"Show0", "1", Show<0>},
-    {"Show1", "1", Show<1>},
-    {"Show2", "1", Show<2>},
-    {"Show3", "1", Show<3>},
-    {"Show8", "1", Show<kShowTitle>},
-    {"BMShowInfo", "1", [](O o) -> FieldRef { return &o.BMShowInfo; }},
-    {"BMShowProgress", "1", [](O o) -> FieldRef { return &o.BMShowProgress; }},
-    {"BMShowTables", "1", [](O o) -> FieldRef { return &o.BMShowTables; }},
-    {"BMControl", "0", [](O o) -> FieldRef { return &o.BMControl; }},
-    {"LogFile", "-1", [](O o) -> FieldRef { return &o.LogFile; }},
-    {"TimeAs24hour", "True", [](O o) -> FieldRef { return &o.TimeAs24hour; }},
-    {"TimeChange", "1", [](O o) -> FieldRef { return &o.TimeChange; }},
-});
-
-constexpr double kColours = 0xFFFFFF;
-
-// Without a fallback: an element keeps what it ships with.
-constexpr std::array kElementKeys = std::to_array<SettingKey<ElementStyle>>({
-    {"Name", "Arial", [](E e) -> FieldRef { return &e.Name; }},
-    {"Size", "", [](E e) -> FieldRef { return &e.Size; }, 1, 2000},
-    {"Bold", "", [](E e) -> FieldRef { return &e.Bold; }},
-    {"Italic", "", [](E e) -> FieldRef { return &e.Italic; }},
-    {"Strikethrough", "", [](E e) -> FieldRef { return &e.Strikethrough; }},
-    {"Underline", "", [](E e) -> FieldRef { return &e.Underline; }},
-    {"Forecolour", "", [](E e) -> FieldRef { return &e.Forecolour; }, 0, kColours},
-    {"Backcolour", "", [](E e) -> FieldRef { return &e.Backcolour; }, 0, kColours},
-});
+/// How a switch is written.
+enum class Switch { Words, MinusOne, One };
 
 /// The whole text as a number, with either decimal separator. Throws Type mismatch.
 double NumberIn(std::string_view text) {
@@ -151,6 +44,226 @@ double NumberIn(std::string_view text, double least, double greatest) {
   return value;
 }
 
+// The form of each type in the store.
+
+template <Switch>
+std::string Text(const std::string& value) {
+  return value;
+}
+template <Switch>
+std::string Text(const RoundList& value) {
+  return value.Text();
+}
+template <Switch>
+std::string Text(const std::optional<ClockTime>& value) {
+  return value ? TimeText(*value) : "";
+}
+template <Switch form>
+std::string Text(bool value) {
+  if (form == Switch::Words) return value ? "True" : "False";
+  return !value ? "0" : form == Switch::One ? "1" : "-1";
+}
+template <Switch>
+std::string Text(std::integral auto value) {
+  return std::to_string(value);
+}
+template <Switch>
+std::string Text(float value) {
+  return SingleText(value);
+}
+template <Switch>
+std::string Text(Colour value) {
+  return std::to_string(value.Stored());
+}
+
+void Take(std::string& value, std::string_view text, double, double) {
+  value = text;
+}
+void Take(RoundList& value, std::string_view text, double, double) {
+  value = std::string(text);
+}
+void Take(std::optional<ClockTime>& value, std::string_view text, double, double) {
+  const auto time = ParseTime(text);
+  if (!time && !text.empty()) throw RuntimeError::TypeMismatch();
+  value = time ? std::optional(ToTheMinute(*time)) : std::nullopt;
+}
+void Take(bool& value, std::string_view text, double, double) {
+  const double number = NumberIn(text);
+  if (number != kNotSet) value = number != 0;
+}
+void Take(std::integral auto& value, std::string_view text, double least, double greatest) {
+  // Whole numbers are rounded, an exact half to the even one.
+  value = static_cast<std::remove_reference_t<decltype(value)>>(
+      std::nearbyint(NumberIn(text, least, greatest)));
+}
+void Take(float& value, std::string_view text, double least, double greatest) {
+  value = static_cast<float>(NumberIn(text, least, greatest));
+}
+void Take(Colour& value, std::string_view text, double, double) {
+  value = Colour::FromStored(static_cast<int32_t>(NumberIn(text, 0, 0xFFFFFF)));
+}
+
+/// What a path of members and indices leads to.
+template <auto step, auto... steps>
+auto& At(auto& owner) {
+  const auto next = [](auto& from) -> auto& {
+    if constexpr (std::is_member_object_pointer_v<decltype(step)>) {
+      return from.*step;
+    } else {
+      return from[step];
+    }
+  };
+  if constexpr (sizeof...(steps) == 0) {
+    return next(owner);
+  } else {
+    return At<steps...>(next(owner));
+  }
+}
+
+template <class Owner, Switch form, auto... path>
+constexpr SettingKey<Owner> KeyOf(std::string_view key, double least, double greatest) {
+  return {key, [](const Owner& owner) { return Text<form>(At<path...>(owner)); },
+          [](Owner& owner, std::string_view text, double from, double to) {
+            Take(At<path...>(owner), text, from, to);
+          },
+          least, greatest};
+}
+
+/// The keys of an owner, by what they are stored as.
+template <class Owner>
+struct Keys {
+  template <auto... path>
+  static constexpr auto Value(std::string_view key, double least = -kMost16 - 1,
+                              double greatest = kMost16) {
+    return KeyOf<Owner, Switch::Words, path...>(key, least, greatest);
+  }
+  template <auto... path>
+  static constexpr auto MinusOne(std::string_view key) {
+    return KeyOf<Owner, Switch::MinusOne, path...>(key, 0, 0);
+  }
+  template <auto... path>
+  static constexpr auto One(std::string_view key) {
+    return KeyOf<Owner, Switch::One, path...>(key, 0, 0);
+  }
+};
+
+using Set = Keys<SettingsSet>;
+using S = SessionSettings;
+
+template <Cue cue>
+constexpr auto File(std::string_view key) {
+  return Set::Value<&S::sounds, &SoundChoices::files, static_cast<size_t>(cue)>(key);
+}
+template <size_t flag>
+constexpr auto Play(std::string_view key) {
+  return Set::MinusOne<&S::sounds, &SoundChoices::play, flag>(key);
+}
+template <size_t warning>
+constexpr auto PlayFinal(std::string_view key) {
+  return Set::MinusOne<&S::sounds, &SoundChoices::playFinalRound, warning>(key);
+}
+
+constexpr std::array kSetKeys = {
+    Set::Value<&SettingsSet::Name>("Name"),
+    Set::Value<&S::nRounds>("nRounds", 1),
+    Set::Value<&S::MinPerRound>("MinPerRound", 0, kMinutesPerDay),
+    Set::Value<&S::MinBetweenRounds>("MinBetweenRounds", 0, kLongestPhase),
+    Set::Value<&S::MinWarning>("MinWarning", 0, kLongestPhase),
+    Set::Value<&S::MinWarning1>("MinWarning1", 0, kLongestPhase),
+    Set::Value<&S::Skip>("Skip"),
+    Set::Value<&S::Arrow>("Arrow"),
+    Set::Value<&S::optBreak>("optBreak"),
+    Set::Value<&S::BreakAfterRound>("BreakAfterRound", 0),
+    Set::Value<&S::MoveAfterBreak>("MoveAfterBreak"),
+    Set::Value<&S::TimeForBreak>("TimeForBreak", 0, kLongestPhase),
+    Set::MinusOne<&S::ExtraMonitor>("ExtraMonitor"),
+    Set::Value<&S::Calculate>("Calculate", 0, 1),
+    Set::Value<&S::Header>("Header"),
+    Set::Value<&S::RequiredFinish>("RequiredFinish"),
+    File<Cue::LastWarning>("SoundWarning"),
+    File<Cue::EarlyWarning>("SoundWarning1"),
+    File<Cue::EndOfRound>("SoundEndOfRound"),
+    File<Cue::Break>("SoundBreak"),
+    File<Cue::Skip>("SoundSkip"),
+    File<Cue::Arrow>("SoundArrow"),
+    File<Cue::EndOfBreak>("SoundEndOfBreak"),
+    Play<0>("SoundPlay0"),
+    // Deliberate: the keys of flags 1 and 2 are crossed in every store there is.
+    Play<2>("SoundPlay1"),
+    Play<1>("SoundPlay2"),
+    Play<3>("SoundPlayBreak"),
+    Play<4>("SoundPlaySkip"),
+    Play<5>("SoundPlayArrow"),
+    Play<6>("SoundPlayEndOfBreak"),
+    PlayFinal<0>("SoundPlay0FR"),
+    PlayFinal<1>("SoundPlay1FR"),
+};
+
+using Option = Keys<Options>;
+using O = Options;
+
+constexpr std::array kOptionKeys = {
+    Option::One<&O::AutoShutdown>("AutoShutdown"),
+    Option::Value<&O::AutoLaunch>("AutoLaunch"),
+    Option::Value<&O::AutoUpdate>("AutoUpdate"),
+    Option::Value<&O::OnTop>("OnTop"),
+    Option::Value<&O::ShowTitle>("ShowTitle"),
+    Option::Value<&O::ShowMessage>("ShowMessage", 0, kMost32),
+    Option::Value<&O::BWSfolder>("BWSfolder"),
+    Option::Value<&O::BMSuggest>("BMSuggest"),
+    Option::Value<&O::BMUpdateSettings>("BMUpdateSettings"),
+    Option::Value<&O::BMMinPerBoard>("BMMinPerBoard", 0, kLongestPhase),
+    Option::Value<&O::BMBreak>("BMBreak", 0, kLongestPhase),
+    Option::Value<&O::BMOmitwarning1>("BMOmitwarning1"),
+    Option::Value<&O::BMOmitwarning2>("BMOmitwarning2"),
+    Option::Value<&O::BMSlowTables>("BMSlowTables"),
+    Option::Value<&O::BMAutoMove>("BMAutoMove"),
+    Option::Value<&O::BMAutoPause>("BMAutoPause"),
+    Option::Value<&O::BMPauseTables>("BMPauseTables", 0, kMostTables),
+    Option::Value<&O::BMPauseSound>("BMPauseSound"),
+    Option::Value<&O::BMPausePlay>("BMPausePlay"),
+    Option::Value<&O::TableTopUnit>("TableTopUnit"),
+    Option::MinusOne<&O::DisplayState>("DisplayState"),
+    Option::Value<&O::FormX>("FormX", -kTwips, kTwips),
+    Option::Value<&O::FormY>("FormY", -kTwips, kTwips),
+    Option::Value<&O::FormSizeX>("FormSizeX", -kTwips, kTwips),
+    Option::Value<&O::FormSizeY>("FormSizeY", -kTwips, kTwips),
+    Option::One<&O::Show, size_t{0}>("Show0"),
+    Option::One<&O::Show, size_t{1}>("Show1"),
+    Option::One<&O::Show, size_t{2}>("Show2"),
+    Option::One<&O::Show, size_t{3}>("Show3"),
+    Option::One<&O::Show, kShowTitle>("Show8"),
+    Option::One<&O::BMShowInfo>("BMShowInfo"),
+    Option::One<&O::BMShowProgress>("BMShowProgress"),
+    Option::One<&O::BMShowTables>("BMShowTables"),
+    Option::One<&O::BMControl>("BMControl"),
+    Option::MinusOne<&O::LogFile>("LogFile"),
+    Option::Value<&O::BMPauseMinutes>("BMPauseMinutes", 0, kLongestPhase),
+    Option::Value<&O::TimeAs24hour>("TimeAs24hour"),
+    Option::Value<&O::TimeChange>("TimeChange"),
+};
+
+using Style = Keys<ElementStyle>;
+using E = ElementStyle;
+
+constexpr std::array kElementKeys = {
+    Style::Value<&E::Name>("Name"),
+    Style::Value<&E::Size>("Size", 1, 2000),
+    Style::Value<&E::Bold>("Bold"),
+    Style::Value<&E::Italic>("Italic"),
+    Style::Value<&E::Strikethrough>("Strikethrough"),
+    Style::Value<&E::Underline>("Underline"),
+    Style::Value<&E::Forecolour>("Forecolour"),
+    Style::Value<&E::Backcolour>("Backcolour"),
+};
+
+template <class Owner>
+const SettingKey<Owner>* Find(std::span<const SettingKey<Owner>> keys, std::string_view name) {
+  const auto found = std::find_if(keys.begin(), keys.end(),
+                                  [&](const auto& key) { return SameName(key.key, name); });
+  return found == keys.end() ? nullptr : &*found;
+}
+
 }  // namespace
 
 std::span<const SettingKey<SettingsSet>> SetKeys() {
@@ -163,36 +276,29 @@ std::span<const SettingKey<ElementStyle>> ElementKeys() {
   return kElementKeys;
 }
 
-void ReadField(FieldRef field, std::string_view text, double least, double greatest) {
-  struct Reader {
-    std::string_view text;
-    double least;
-    double greatest;
-    void operator()(std::string* value) const { *value = text; }
-    void operator()(int16_t* value) const {
-      // Whole numbers are rounded, an exact half to the even one.
-      *value = static_cast<int16_t>(std::nearbyint(NumberIn(text, least, greatest)));
-    }
-    void operator()(int32_t* value) const {
-      *value = static_cast<int32_t>(std::nearbyint(NumberIn(text, least, greatest)));
-    }
-    void operator()(float* value) const {
-      *value = static_cast<float>(NumberIn(text, least, greatest));
-    }
-    void operator()(bool* value) const { *value = NumberIn(text) != 0; }
-  };
-  std::visit(Reader{text, least, greatest}, field);
+const SettingKey<SettingsSet>* FindSetKey(std::string_view name) {
+  return Find(SetKeys(), name);
+}
+const SettingKey<Options>* FindOptionKey(std::string_view name) {
+  return Find(OptionKeys(), name);
 }
 
-std::string FieldText(FieldRef field) {
-  struct Writer {
-    std::string operator()(const std::string* value) const { return *value; }
-    std::string operator()(const int16_t* value) const { return std::to_string(*value); }
-    std::string operator()(const int32_t* value) const { return std::to_string(*value); }
-    std::string operator()(const float* value) const { return SingleText(*value); }
-    std::string operator()(const bool* value) const { return *value ? "True" : "False"; }
-  };
-  return std::visit(Writer{}, field);
+namespace {
+
+const SettingKey<Options>& OptionKey(std::string_view name) {
+  const SettingKey<Options>* key = FindOptionKey(name);
+  if (key == nullptr) throw std::out_of_range("no setting " + std::string(name));
+  return *key;
+}
+
+}  // namespace
+
+std::string OptionText(const Options& options, std::string_view name) {
+  return OptionKey(name).text(options);
+}
+
+void ReadOption(Options& options, std::string_view name, std::string_view text) {
+  OptionKey(name).Read(options, text);
 }
 
 }  // namespace corvanel

@@ -1,37 +1,34 @@
 #pragma once
 
-#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
-#include <variant>
 
 #include "session/session.h"
 
 namespace corvanel {
 
-/// The place of a value in memory; its type says how the store's text is read and written.
-using FieldRef = std::variant<std::string*, int16_t*, int32_t*, float*, bool*>;
-
-/// One key of the store: its name, the text that stands for it when it is absent (empty for a
-/// text, or "keep what is held" for a number), where its value lives, and the least and greatest
-/// value of a number.
+/// One key of the store: the one place where a setting has its name, the form of its text and the
+/// range of its value. Its default is the one of its owner's declaration.
 template <class Owner>
 struct SettingKey {
   std::string_view key;
-  std::string_view fallback;
-  FieldRef (*field)(Owner&);
-  double least = -32768;
-  double greatest = 32767;
+  /// The text under which the value is stored.
+  std::string (*text)(const Owner&);
+  /// Takes the value over from the store's text, in any spelling. Throws RuntimeError (13 when it
+  /// does not convert, 6 when it is out of range) and leaves the owner unchanged.
+  void (*read)(Owner&, std::string_view text, double least, double greatest);
+  double least;
+  double greatest;
+
+  void Read(Owner& owner, std::string_view stored) const { read(owner, stored, least, greatest); }
 };
 
-/// Default texts that begin with this sign are files of the program folder.
-constexpr char kInProgramFolder = '\\';
+constexpr double kMostTables = 9999;  // that a pause can wait for
 
 /// One complete set of session settings, in use or a favourite.
-struct SettingsSet {
+struct SettingsSet : SessionSettings {
   std::string Name;
-  SessionSettings settings;
 
   bool operator==(const SettingsSet&) const = default;
 };
@@ -43,11 +40,13 @@ std::span<const SettingKey<Options>> OptionKeys();
 /// The keys of a "TimerFont" section.
 std::span<const SettingKey<ElementStyle>> ElementKeys();
 
-/// Reads the store's text into the field: numbers with "." or ",", booleans in any spelling.
-/// Throws RuntimeError (13 when it does not convert, 6 when it is out of range) and leaves the
-/// field unchanged.
-void ReadField(FieldRef field, std::string_view text, double least, double greatest);
-/// The text under which the field is stored.
-std::string FieldText(FieldRef field);
+/// The key of that name, without regard to case; null when there is none.
+const SettingKey<SettingsSet>* FindSetKey(std::string_view name);
+const SettingKey<Options>* FindOptionKey(std::string_view name);
+
+/// An option by the name of its key, as its text. Throw std::out_of_range when there is no such
+/// key; ReadOption as SettingKey::Read.
+std::string OptionText(const Options& options, std::string_view name);
+void ReadOption(Options& options, std::string_view name, std::string_view text);
 
 }  // namespace corvanel

@@ -9,7 +9,7 @@
 namespace corvanel {
 namespace {
 
-constexpr int16_t kFlagNotSet = 99;
+constexpr size_t kFilled = 3;          // sounds that a favourite takes over from the set in use
 constexpr int32_t kLeastWidth = 7000;  // twips
 constexpr int32_t kLeastHeight = 5000;
 
@@ -23,28 +23,17 @@ std::string SectionOfElement(int element) {
   return fmt::format("TimerFont{}", element);
 }
 
-std::string SettingsTable::Fallback(std::string_view fallback) const {
-  std::string text(fallback);
-  return text.starts_with(kInProgramFolder) ? session_.ProgramFolder + text : text;
-}
-
 template <class Owner>
 void SettingsTable::Load(const std::string& section, std::span<const SettingKey<Owner>> keys,
                          Owner& owner) {
   for (const SettingKey<Owner>& key : keys) {
-    const FieldRef field = key.field(owner);
-    const std::string fallback = Fallback(key.fallback);
-    const bool isText = std::holds_alternative<std::string*>(field);
     const auto stored = store_.GetSetting(section, key.key);
-    if (stored) {
-      try {
-        ReadField(field, *stored, key.least, key.greatest);
-        continue;
-      } catch (const RuntimeError& error) {
-        NoteBadValue(error, section, key.key, *stored);
-      }
+    if (!stored) continue;
+    try {
+      key.Read(owner, *stored);
+    } catch (const RuntimeError& error) {
+      NoteBadValue(error, section, key.key, *stored);
     }
-    if (isText || !fallback.empty()) ReadField(field, fallback, key.least, key.greatest);
   }
 }
 
@@ -61,6 +50,12 @@ void SettingsTable::GetDefaults() {
   ApplySettings(favouriteInUse_);
 
   Options& options = session_.options;
+  const auto width = options.FormSizeX;  // these two keep the value already held
+  const auto height = options.FormSizeY;
+  options = {};
+  options.FormSizeX = width;
+  options.FormSizeY = height;
+  options.BMPauseSound = session_.ProgramFolder + std::string(kDefaultPauseSound);
   Load(SectionOfSet(0), OptionKeys(), options);
   options.FormSizeX = std::max(options.FormSizeX, kLeastWidth);
   options.FormSizeY = std::max(options.FormSizeY, kLeastHeight);
@@ -71,45 +66,35 @@ void SettingsTable::GetDefaults() {
   ReportBadValues();
 }
 
+/// What stands for what an entry does not say. The first three sounds and switches are those of the
+/// set in use; all else is as the program ships.
+SettingsSet SettingsTable::Defaults(int entry) const {
+  SettingsSet set;
+  for (size_t i = 0; i < kCues; ++i) {
+    set.sounds.files[i] = session_.ProgramFolder + std::string(kDefaultSounds[i]);
+  }
+  const SoundChoices& inUse = entries_[0].sounds;
+  for (size_t i = 0; entry > 0 && i < kFilled; ++i) {
+    set.sounds.files[i] = inUse.files[i];
+    set.sounds.play[i] = inUse.play[i];
+  }
+  return set;
+}
+
 void SettingsTable::LoadSet(int entry) {
   SettingsSet& set = entries_[static_cast<size_t>(entry)];
   const std::string section = SectionOfSet(entry);
-  set = SettingsSet{};
-  if (entry > 0 && store_.GetSetting(section, "Name").value_or("").empty()) return;
+  const bool freeSlot = entry > 0 && store_.GetSetting(section, "Name").value_or("").empty();
+  const SettingsSet defaults = Defaults(entry);
+  set = freeSlot ? SettingsSet{} : defaults;
+  if (freeSlot) return;
   Load(section, SetKeys(), set);
-  CheckTimes(set, section);
-  FillInSounds(entry);
-}
-
-/// Texts that must be more than texts: the required finish is a time, kept only where it is used.
-void SettingsTable::CheckTimes(SettingsSet& set, const std::string& section) {
-  SessionSettings& s = set.settings;
-  s.MinBetweenRounds = std::max(s.MinBetweenRounds, kShortestMove);
-  if (s.Calculate == 0) s.RequiredFinish.clear();
-  if (s.RequiredFinish.empty()) return;
-  if (const auto time = ParseTime(s.RequiredFinish)) {
-    s.RequiredFinish = TimeText(*time);
-    return;
-  }
-  NoteBadValue(RuntimeError::TypeMismatch(), section, "RequiredFinish", s.RequiredFinish);
-  s.RequiredFinish = SessionSettings{}.RequiredFinish;
-}
-
-/// The first three sounds and switches, where a set does not name its own, are those of the set in
-/// use; and that one's are those that ship with the program.
-void SettingsTable::FillInSounds(int entry) {
-  constexpr size_t kFilled = 3;
-  SoundChoices& sounds = entries_[static_cast<size_t>(entry)].settings.sounds;
-  const SoundChoices& inUse = entries_[0].settings.sounds;
-  for (size_t i = 0; i < kFilled; ++i) {
-    if (sounds.files[i].empty()) {
-      sounds.files[i] = entry == 0 ? Fallback(kDefaultSounds[i]) : inUse.files[i];
-    }
-    if (sounds.play[i] == kFlagNotSet) sounds.play[i] = entry == 0 ? int16_t{-1} : inUse.play[i];
-  }
+  set.MinBetweenRounds = std::max(set.MinBetweenRounds, kShortestMove);
+  // The required finish is kept only where it is used.
+  if (set.Calculate == 0) set.RequiredFinish.reset();
   // An empty name would silence the cue without anybody having switched it off.
-  for (size_t i = kFilled; i < kCues; ++i) {
-    if (sounds.files[i].empty()) sounds.files[i] = Fallback(kDefaultSounds[i]);
+  for (size_t i = 0; i < kCues; ++i) {
+    if (set.sounds.files[i].empty()) set.sounds.files[i] = defaults.sounds.files[i];
   }
 }
 
@@ -136,27 +121,36 @@ void SettingsTable::ReportBadValues() {
 
 void SettingsTable::SaveDefaults() {
   for (int entry = 0; entry <= kFavourites; ++entry) {
-    SettingsSet& set = entries_[static_cast<size_t>(entry)];
+    const SettingsSet& set = Entry(entry);
     if (entry > 0 && set.Name.empty()) continue;
     for (const auto& key : SetKeys()) {
-      store_.SaveSetting(SectionOfSet(entry), key.key, FieldText(key.field(set)));
+      store_.SaveSetting(SectionOfSet(entry), key.key, key.text(set));
     }
   }
   SaveOptions({"ShowTitle"});
 }
 
-void SettingsTable::SaveOptions(std::initializer_list<std::string_view> keys) {
-  for (const std::string_view name : keys) {
-    for (const auto& key : OptionKeys()) {
-      if (!SameName(key.key, name)) continue;
-      store_.SaveSetting(SectionOfSet(0), name, FieldText(key.field(session_.options)));
-    }
+void SettingsTable::SaveOptions(std::vector<std::string> keys) {
+  std::stable_sort(keys.begin(), keys.end(), [](const std::string& a, const std::string& b) {
+    return FindOptionKey(a) < FindOptionKey(b);  // rows of one table
+  });
+  for (const std::string& key : keys) {
+    store_.SaveSetting(SectionOfSet(0), key, OptionText(session_.options, key));
   }
   store_.Flush();
 }
 
+void SettingsTable::TakeOptions(const KeysAndValues& texts) {
+  std::vector<std::string> keys;
+  for (const auto& [key, text] : texts) {
+    ReadOption(session_.options, key, text);
+    keys.push_back(key);
+  }
+  SaveOptions(keys);
+}
+
 void SettingsTable::CaptureSettings(int entry) {
-  entries_[static_cast<size_t>(entry)] = {currentName_, session_.settings};
+  entries_[static_cast<size_t>(entry)] = {session_.settings, currentName_};
 }
 
 void SettingsTable::UseFavourite(int slot, const std::string& name) {
@@ -178,7 +172,7 @@ void SettingsTable::DeleteFavourite(int slot) {
 }
 
 void SettingsTable::ApplySettings(int entry) {
-  session_.settings = Entry(entry).settings;
+  session_.settings = Entry(entry);
 }
 
 void SettingsTable::SaveSession() {
@@ -186,15 +180,14 @@ void SettingsTable::SaveSession() {
   SaveDefaults();
 }
 
-void SettingsTable::SaveDisplayOptions() {
+void SettingsTable::SaveDisplayOptions(const std::vector<std::string>& keys) {
   for (int element = 0; element < kElements; ++element) {
-    ElementStyle& style = session_.elements[static_cast<size_t>(element)];
+    const ElementStyle& style = session_.elements[static_cast<size_t>(element)];
     for (const auto& key : ElementKeys()) {
-      store_.SaveSetting(SectionOfElement(element), key.key, FieldText(key.field(style)));
+      store_.SaveSetting(SectionOfElement(element), key.key, key.text(style));
     }
   }
-  SaveOptions({"Show0", "Show1", "Show2", "Show3", "Show8", "BMShowInfo", "BMShowProgress",
-               "BMShowTables", "BMControl", "LogFile", "TimeAs24hour", "TimeChange"});
+  SaveOptions(keys);
 }
 
 std::vector<std::string> SettingsTable::FavouriteNames() const {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,12 +39,14 @@ class SettingsTable {
 
   /// Copies the live settings into the set in use and writes the store.
   void SaveSession();
-  /// Writes fonts and colours of all ten display elements and the options of the displays.
-  void SaveDisplayOptions();
+  /// Writes fonts and colours of all ten display elements, and these options of the displays.
+  void SaveDisplayOptions(const std::vector<std::string>& keys);
 
-  /// Writes options by their key names, in this order and spelling. Throws RuntimeError when the
-  /// store cannot be written.
-  void SaveOptions(std::initializer_list<std::string_view> keys);
+  /// Writes options by their keys, in this spelling and the order of the key table. Throws
+  /// RuntimeError when the store cannot be written, std::out_of_range when there is no such key.
+  void SaveOptions(std::vector<std::string> keys);
+  /// Takes options over from texts, and writes them. As above.
+  void TakeOptions(const KeysAndValues& texts);
 
   const SettingsSet& Entry(int entry) const { return entries_[static_cast<size_t>(entry)]; }
   /// The slot of the favourite in use, 1 to 20; 0 when there is none.
@@ -63,11 +64,9 @@ class SettingsTable {
 
  private:
   void LoadSet(int entry);
-  void FillInSounds(int entry);
-  void CheckTimes(SettingsSet& set, const std::string& section);
+  SettingsSet Defaults(int entry) const;
   template <class Owner>
   void Load(const std::string& section, std::span<const SettingKey<Owner>> keys, Owner& owner);
-  std::string Fallback(std::string_view fallback) const;
   void NoteBadValue(const RuntimeError& error, const std::string& section, std::string_view key,
                     const std::string& value);
   void ReportBadValues();

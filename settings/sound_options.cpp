@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::string_view kPlace = "frmSound";
 
-/// Meant so: restoring gives the end of the break another sound than an empty store has.
+/// Deliberate: restoring gives the end of the break another sound than an empty store has.
 constexpr std::string_view kRestoredEndOfBreak = "\\Beep.wav";
 
 std::string WarningText(float minutes) {
@@ -16,16 +16,6 @@ std::string WarningText(float minutes) {
 
 }  // namespace
 
-SoundBoxes SoundOptions::Boxes() const {
-  const SoundChoices& sounds = parts_.session.settings.sounds;
-  SoundBoxes boxes;
-  for (size_t i = 0; i < boxes.chkPlay.size(); ++i) boxes.chkPlay[i] = sounds.play[i] != 0;
-  for (size_t i = 0; i < boxes.chkPlayFinal.size(); ++i) {
-    boxes.chkPlayFinal[i] = sounds.playFinalRound[i] != 0;
-  }
-  return boxes;
-}
-
 std::string SoundOptions::SettingsText() const {
   const SessionSettings& s = parts_.session.settings;
   return "Current warnings are:\r\nEarly warning - " + WarningText(s.MinWarning1) +
@@ -33,32 +23,29 @@ std::string SoundOptions::SettingsText() const {
 }
 
 std::string SoundOptions::FileText(size_t cue) const {
-  const std::string name(FileName(files_[cue]));
-  return FileIsThere(cue) ? name : name + " (not found)";
+  return NamedFile(parts_.sounds, choices_.files[cue]);
 }
 
 void SoundOptions::cmdSound_Click(size_t cue) {
   Guarded(parts_.errors, kPlace, [&] {
     const auto file = parts_.prompts.ChooseFileToOpen("Choose a sound (wav) file",
                                                       parts_.session.ProgramFolder, "wav|*.wav");
-    if (file) files_[cue] = *file;
+    if (file) choices_.files[cue] = *file;
   });
 }
 
 void SoundOptions::cmdTest_Click(size_t cue) {
-  Guarded(parts_.errors, kPlace, [&] { parts_.sounds.Play(files_[cue]); });
+  Guarded(parts_.errors, kPlace, [&] { parts_.sounds.Play(choices_.files[cue]); });
 }
 
-bool SoundOptions::cmdRestore_Click() {
-  if (parts_.prompts.AskYesNo("Do you wish to reset to the default sounds?") != Answer::Yes) {
-    return false;
-  }
-  for (size_t i = 0; i < files_.size(); ++i) {
+void SoundOptions::cmdRestore_Click() {
+  if (parts_.prompts.AskYesNo("Do you wish to reset to the default sounds?") != Answer::Yes) return;
+  for (size_t i = 0; i < kCues; ++i) {
     const bool endOfBreak = static_cast<Cue>(i) == Cue::EndOfBreak;
-    files_[i] = parts_.session.ProgramFolder +
-                std::string(endOfBreak ? kRestoredEndOfBreak : kDefaultSounds[i]);
+    choices_.files[i] = parts_.session.ProgramFolder +
+                        std::string(endOfBreak ? kRestoredEndOfBreak : kDefaultSounds[i]);
+    choices_.play[i] = true;
   }
-  return true;
 }
 
 void SoundOptions::cmdHelp_Click() {
@@ -66,16 +53,9 @@ void SoundOptions::cmdHelp_Click() {
           [&] { parts_.open(parts_.session.ProgramFolder + "/sounds.txt"); });
 }
 
-bool SoundOptions::cmdOK_Click(const SoundBoxes& boxes) {
-  HandlerSteps step(parts_.errors, kPlace);
-  step([&] {
-    SoundChoices& sounds = parts_.session.settings.sounds;
-    sounds.files = files_;
-    for (size_t i = 0; i < boxes.chkPlay.size(); ++i) sounds.play[i] = boxes.chkPlay[i] ? -1 : 0;
-    for (size_t i = 0; i < boxes.chkPlayFinal.size(); ++i) {
-      sounds.playFinalRound[i] = boxes.chkPlayFinal[i] ? -1 : 0;
-    }
-  });
+bool SoundOptions::cmdOK_Click() {
+  HandlerSteps step(parts_.errors, "frmSound.cdmOK_Click");
+  parts_.session.settings.sounds = choices_;
   SettingsTable& table = parts_.table;
   std::string question = "Do you wish to save these settings";
   if (table.FavouriteInUse() != 0) question += "\r\nfor favourite - " + table.CurrentName();

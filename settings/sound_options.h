@@ -11,16 +11,7 @@
 
 namespace corvanel {
 
-/// What the dialog's check boxes say, by cue: the sound on or off; for the two warnings also in
-/// the final round.
-struct SoundBoxes {
-  std::array<bool, kCues> chkPlay{};
-  std::array<bool, kWarnings> chkPlayFinal{};
-
-  bool operator==(const SoundBoxes&) const = default;
-};
-
-/// The logic of the sound options. Works on its own copy of the files; the live settings change
+/// The logic of the sound options. Works on its own copy of the choices; the live settings change
 /// only on OK.
 class SoundOptions {
  public:
@@ -33,26 +24,29 @@ class SoundOptions {
     ErrorTrap& errors;
   };
   explicit SoundOptions(const Parts& parts)
-      : parts_(parts), files_(parts.session.settings.sounds.files) {}
+      : parts_(parts), choices_(parts.session.settings.sounds) {}
 
-  SoundBoxes Boxes() const;
+  /// The choices as they are now.
+  const SoundChoices& Choices() const { return choices_; }
   /// The present warning times, three lines.
   std::string SettingsText() const;
   /// The name of a cue's file without its folder, and a word when the file is not there.
   std::string FileText(size_t cue) const;
-  bool FileIsThere(size_t cue) const { return parts_.sounds.IsThere(files_[cue]); }
+  bool FileIsThere(size_t cue) const { return parts_.sounds.IsThere(choices_.files[cue]); }
 
   void cmdSound_Click(size_t cue);
   void cmdTest_Click(size_t cue);
-  /// True when the director wants the supplied sounds back: then all boxes are to be ticked.
-  bool cmdRestore_Click();
+  void chkPlay_Click(size_t cue, bool on) { choices_.play[cue] = on; }
+  void chkPlayFinal_Click(size_t warning, bool on) { choices_.playFinalRound[warning] = on; }
+  /// Asks, and gives the supplied sounds back, all switched on.
+  void cmdRestore_Click();
   void cmdHelp_Click();
-  /// Takes over files and boxes, and asks whether to save. False: the dialog stays open.
-  bool cmdOK_Click(const SoundBoxes& boxes);
+  /// Takes the choices over, and asks whether to save. False: the dialog stays open.
+  bool cmdOK_Click();
 
  private:
   Parts parts_;
-  std::array<std::string, kCues> files_;
+  SoundChoices choices_;
 };
 
 }  // namespace corvanel

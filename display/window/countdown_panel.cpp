@@ -55,7 +55,7 @@ void CountdownPanel::SetPlace(const Layout& layout) {
   TakeFont();
 }
 
-void CountdownPanel::SetStyle(const ElementStyle& style, int32_t background) {
+void CountdownPanel::SetStyle(const ElementStyle& style, Colour background) {
   if (style == style_ && background == background_) return;
   style_ = style;
   background_ = background;

@@ -17,7 +17,7 @@ class CountdownPanel : public QWidget {
   /// Places in the window; the panel covers the layout's panel.
   void SetPlace(const Layout& layout);
   /// `background`: of the window; a countdown on the same colour needs no field.
-  void SetStyle(const ElementStyle& style, int32_t background);
+  void SetStyle(const ElementStyle& style, Colour background);
   const std::string& Countdown() const { return countdown_; }
   /// Where the digits stand, in this widget.
   QRect DigitsPlace() const;
@@ -42,7 +42,7 @@ class CountdownPanel : public QWidget {
   double digitCell_ = 0;  // width of a digit's cell, and of the colon's
   double colonCell_ = 0;
   double digitHeight_ = 0;
-  int32_t background_ = 0;
+  Colour background_;
 };
 
 }  // namespace corvanel

@@ -13,10 +13,6 @@ QString Text(const std::string& text) {
   return QString::fromStdString(text);
 }
 
-int32_t Stored(const QColor& colour) {
-  return colour.blue() << 16 | colour.green() << 8 | colour.red();
-}
-
 }  // namespace
 
 DisplayOptionsDialog::DisplayOptionsDialog(DisplayOptions& logic, QWidget* parent)
@@ -29,7 +25,11 @@ DisplayOptionsDialog::DisplayOptionsDialog(DisplayOptions& logic, QWidget* paren
     ui_->cmbSecs->addItem(QString::number(seconds), seconds);
   // A stored step that is not offered leaves the list without a selection.
   ui_->cmbSecs->setCurrentIndex(ui_->cmbSecs->findData(int{options.TimeChange}));
-  ConnectBoxes();
+  rows_ = std::make_unique<OptionRows>(*this);
+  rows_->Show([&options](const std::string& key) { return OptionText(options, key); });
+  rows_->NameUnit(options.TableTopUnit);
+  rows_->OnClick(
+      [this](const std::string& key, const std::string& text) { logic_.Set(key, text); });
   connect(ui_->lstFonts, &QListWidget::currentRowChanged, this, [this] { ShowSelected(); });
   connect(ui_->cmdFont, &QPushButton::clicked, this, [this] { cmdFont_Click(); });
   connect(ui_->cmdColour, &QPushButton::clicked, this,
@@ -37,36 +37,23 @@ DisplayOptionsDialog::DisplayOptionsDialog(DisplayOptions& logic, QWidget* paren
   connect(ui_->cmdForecolour, &QPushButton::clicked, this,
           [this] { ChangeColour(&ElementStyle::Forecolour); });
   connect(ui_->optTime_0, &QRadioButton::clicked, this,
-          [this] { logic_.SetTimeForm(TimeForm::Hours24); });
+          [this] { logic_.Set("TimeAs24hour", "True"); });
   connect(ui_->optTime_1, &QRadioButton::clicked, this,
-          [this] { logic_.SetTimeForm(TimeForm::Hours12); });
+          [this] { logic_.Set("TimeAs24hour", "False"); });
   connect(ui_->cmbSecs, &QComboBox::activated, this,
-          [this] { logic_.SetTimeChange(ui_->cmbSecs->currentData().toInt()); });
+          [this] { logic_.Set("TimeChange", ui_->cmbSecs->currentText().toStdString()); });
   connect(ui_->cmdRestore, &QPushButton::clicked, this, [this] {
     logic_.cmdRestore_Click();
     ShowSelected();
   });
   connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::accept);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
-  connect(this, &QDialog::accepted, this, [this] { logic_.cmdClose_Click(); });
+  connect(this, &QDialog::accepted, this, [this] { logic_.cmdClose_Click(rows_->Keys()); });
   connect(this, &QDialog::rejected, this, [this] { logic_.cmdCancel_Click(); });
   ui_->lstFonts->setCurrentRow(0);
 }
 
 DisplayOptionsDialog::~DisplayOptionsDialog() = default;
-
-void DisplayOptionsDialog::ConnectBoxes() {
-  for (size_t box = 0; box < kShowBoxes; ++box) {
-    auto* check = findChild<QCheckBox*>(QString("chkShow_%1").arg(box));
-    check->setText(Text(logic_.ShowCaption(box)));
-    check->setChecked(logic_.Shown(box));
-    connect(check, &QCheckBox::clicked, this, [this, box](bool on) { logic_.SetShown(box, on); });
-  }
-  ui_->chkBMcontrol->setText(Text(logic_.ControlCaption()));
-  ui_->chkBMcontrol->setChecked(logic_.Live().BMControl != 0);
-  connect(ui_->chkBMcontrol, &QCheckBox::clicked, this,
-          [this](bool on) { logic_.SetOnlyOnControl(on); });
-}
 
 Element DisplayOptionsDialog::Selected() const {
   return static_cast<Element>(ui_->lstFonts->currentRow());
@@ -99,11 +86,12 @@ void DisplayOptionsDialog::cmdFont_Click() {
   ShowSelected();
 }
 
-void DisplayOptionsDialog::ChangeColour(int32_t ElementStyle::*colour) {
+void DisplayOptionsDialog::ChangeColour(Colour ElementStyle::*colour) {
   ElementStyle style = logic_.StyleOf(Selected());
   const auto chosen = ChooseColour(ColourOf(style.*colour));
   if (!chosen) return;
-  style.*colour = Stored(*chosen);
+  style.*colour = {static_cast<uint8_t>(chosen->red()), static_cast<uint8_t>(chosen->green()),
+                   static_cast<uint8_t>(chosen->blue())};
   logic_.SetStyle(Selected(), style);
   ShowSelected();
 }

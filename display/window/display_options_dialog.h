@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "display/display_options.h"
+#include "widgets/option_rows.h"
 
 namespace Ui {
 class DisplayOptionsDialog;
@@ -28,12 +29,12 @@ class DisplayOptionsDialog : public QDialog {
  private:
   Element Selected() const;
   void ShowSelected();
-  void ConnectBoxes();
   void cmdFont_Click();
-  void ChangeColour(int32_t ElementStyle::*colour);
+  void ChangeColour(Colour ElementStyle::*colour);
 
   DisplayOptions& logic_;
   std::unique_ptr<Ui::DisplayOptionsDialog> ui_;
+  std::unique_ptr<OptionRows> rows_;
 };
 
 }  // namespace corvanel

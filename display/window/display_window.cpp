@@ -52,7 +52,7 @@ DisplayWindow::DisplayWindow(const Session& session, DisplayCommands& commands,
   HideCommandBar();
 }
 
-int32_t DisplayWindow::Background() const {
+Colour DisplayWindow::Background() const {
   return session_.elements[static_cast<size_t>(Element::ScreenBackground)].Backcolour;
 }
 
@@ -64,7 +64,7 @@ LayoutInput DisplayWindow::Input() const {
   input.moving = face_.phase == Phase::Move;
   input.texts = WidestTextsOf(session_, face_.secondsLeft);
   input.show = session_.options.Show;
-  if (!tables_.info.empty() && ShowsUnits() && session_.options.BMShowInfo != 0) {
+  if (!tables_.info.empty() && ShowsUnits() && session_.options.BMShowInfo) {
     // In the widest form that it can take, so that nothing jumps while numbers grow.
     input.texts.unit = session_.options.TableTopUnit + ": 88 of 88 tables finished";
   }
@@ -73,13 +73,13 @@ LayoutInput DisplayWindow::Input() const {
 
 /// The units' information can be kept from the players: then only the twin shows it.
 bool DisplayWindow::ShowsUnits() const {
-  return session_.options.BMControl == 0 || Kind() == DisplayKind::Twin;
+  return !session_.options.BMControl || Kind() == DisplayKind::Twin;
 }
 
 void DisplayWindow::FillProgress() {
   const Options& options = session_.options;
-  fraProgress_->Show(tables_, ShowsUnits() && options.BMShowProgress != 0,
-                     ShowsUnits() && options.BMShowTables != 0,
+  fraProgress_->Show(tables_, ShowsUnits() && options.BMShowProgress,
+                     ShowsUnits() && options.BMShowTables,
                      session_.elements[static_cast<size_t>(Element::UnitInfo)]);
 }
 
@@ -139,7 +139,7 @@ void DisplayWindow::PlaceElements() {
   lblHeader_->SetPlace(layout.header, style(Element::Title), Background());
   lblNow_->SetPlace(layout.now, style(Element::CurrentTime), Background());
   lblMin_->SetPlace(layout);
-  lblMin_->setVisible(placed_.show[3] != 0);
+  lblMin_->setVisible(placed_.show[3]);
   TextRow* line = placed_.moving ? moveLine_ : lblInfo_;
   for (TextRow* row : {lblInfo_, moveLine_}) {
     row->SetPlace(row == line ? layout.caption : TextPlace{}, style(Element::RoundInformation),

@@ -71,7 +71,7 @@ class DisplayWindow : public QWidget, public DisplayForm, public SessionListener
   virtual void PlaceFoot() {}
   /// Where the move message stands: on the line of the caption, unless the window has one more.
   void SetMoveLine(TextRow* line) { moveLine_ = line; }
-  int32_t Background() const;
+  Colour Background() const;
   DisplayCommands& Commands() { return commands_; }
 
  private:

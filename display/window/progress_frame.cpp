@@ -189,7 +189,7 @@ void ProgressFrame::Show(const ProgressFace& face, bool lines, bool grid,
   lblTable_->Show(tables_ > 0 ? face.sections : std::vector<SectionCells>());
 }
 
-void ProgressFrame::SetPlace(const QRect& place, int32_t background, double windowHeight) {
+void ProgressFrame::SetPlace(const QRect& place, Colour background, double windowHeight) {
   setVisible(HeightIn(windowHeight) > 0);
   setGeometry(place);
   QPalette colours = palette();

@@ -61,7 +61,7 @@ class ProgressFrame : public QWidget {
   /// whether each is wanted at all.
   void Show(const ProgressFace& face, bool lines, bool grid, const ElementStyle& style);
   /// Takes its place in a window of this back colour and height.
-  void SetPlace(const QRect& place, int32_t background, double windowHeight);
+  void SetPlace(const QRect& place, Colour background, double windowHeight);
 
  private:
   double LinesHeight(double windowHeight) const;

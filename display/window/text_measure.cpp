@@ -17,8 +17,8 @@ QFont FontOf(const ElementStyle& style, double points) {
   return font;
 }
 
-QColor ColourOf(int32_t stored) {
-  return {stored & 0xFF, stored >> 8 & 0xFF, stored >> 16 & 0xFF};
+QColor ColourOf(Colour colour) {
+  return {colour.red, colour.green, colour.blue};
 }
 
 Extent QtTextMeasure::Line(const std::string& text, const ElementStyle& style,

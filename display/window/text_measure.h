@@ -9,8 +9,8 @@ namespace corvanel {
 
 QFont FontOf(const ElementStyle& style, double points);
 
-/// A stored colour (blue-green-red, red lowest) as the window system has it.
-QColor ColourOf(int32_t stored);
+/// A colour as the window system has it.
+QColor ColourOf(Colour colour);
 
 /// Measures with the fonts of the window system.
 class QtTextMeasure : public TextMeasure {

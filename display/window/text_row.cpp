@@ -32,7 +32,7 @@ void TextRow::SetText(const std::string& text) {
   Break();
 }
 
-void TextRow::SetPlace(const TextPlace& place, const ElementStyle& style, int32_t background) {
+void TextRow::SetPlace(const TextPlace& place, const ElementStyle& style, Colour background) {
   place_ = place;
   style_ = style;
   field_ = style.Backcolour != background;

@@ -17,7 +17,7 @@ class TextRow : public QWidget {
   const std::string& Text() const { return text_; }
   /// Takes its place, font and colours; hidden when the place has no size. `background`: of the
   /// window, on which a text of the same back colour needs no field of its own.
-  void SetPlace(const TextPlace& place, const ElementStyle& style, int32_t background);
+  void SetPlace(const TextPlace& place, const ElementStyle& style, Colour background);
   /// Whether the present text stands within the row whole.
   bool Fits() const;
 

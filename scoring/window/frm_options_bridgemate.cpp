@@ -5,15 +5,18 @@
 #include <QRegularExpressionValidator>
 #include <QTimer>
 #include <algorithm>
+#include <array>
 
 #include "ui_frm_options_bridgemate.h"
 
 namespace corvanel {
 namespace {
 
+constexpr int kWidestSound = 220;  // pixels
+
 /// What may stand in a box, so that nothing else can be pasted either.
-QString PatternOf(UnitBox box) {
-  return UnitOptions::Takes(box, '.') ? "[0-9]*\\.?[0-9]*" : "[0-9]*";
+QString PatternOf(const std::string& key) {
+  return UnitOptions::Takes(key, '.') ? "[0-9]*\\.?[0-9]*" : "[0-9]*";
 }
 
 }  // namespace
@@ -21,16 +24,23 @@ QString PatternOf(UnitBox box) {
 FrmOptionsBridgemate::FrmOptionsBridgemate(UnitOptions& logic, QWidget* parent)
     : QDialog(parent), logic_(logic), ui_(std::make_unique<Ui::FrmOptionsBridgemate>()) {
   ui_->setupUi(this);
-  boxes_ = {ui_->txtMinPerBoard, ui_->txtBreak, ui_->txtPause, ui_->txtPauseMinutes};
-  for (size_t i = 0; i < boxes_.size(); ++i) {
-    const QRegularExpression pattern(PatternOf(static_cast<UnitBox>(i)));
-    boxes_[i]->setValidator(new QRegularExpressionValidator(pattern, boxes_[i]));
-    boxes_[i]->installEventFilter(this);
-    connect(boxes_[i], &QLineEdit::inputRejected, this, [] { QApplication::beep(); });
+  rows_ = std::make_unique<OptionRows>(*this);
+  rows_->Show([this](const std::string& key) { return logic_.Text(key); });
+  for (const std::string& key : UnitOptions::NumberKeys()) {
+    auto* box = qobject_cast<QLineEdit*>(rows_->Find(key));
+    numbers_.push_back(box);
+    box->setValidator(new QRegularExpressionValidator(QRegularExpression(PatternOf(key)), box));
+    box->installEventFilter(this);
+    connect(box, &QLineEdit::inputRejected, this, [] { QApplication::beep(); });
   }
-  Fill();
-  for (QRadioButton* unit : {ui_->optDesktop_0, ui_->optDesktop_1, ui_->optDesktop_2}) {
-    connect(unit, &QRadioButton::clicked, this, &FrmOptionsBridgemate::ShowCaptions);
+  const std::array units = {ui_->optDesktop_0, ui_->optDesktop_1, ui_->optDesktop_2};
+  const UnitChoice unit = logic_.Unit();
+  units[static_cast<size_t>(unit.optDesktop)]->setChecked(true);
+  ui_->txtOther->setText(QString::fromStdString(unit.txtOther));
+  ShowCaptions();
+  ShowSound();
+  for (QRadioButton* choice : units) {
+    connect(choice, &QRadioButton::clicked, this, &FrmOptionsBridgemate::ShowCaptions);
   }
   connect(ui_->txtOther, &QLineEdit::textChanged, this, &FrmOptionsBridgemate::ShowCaptions);
   connect(ui_->cmdSound, &QPushButton::clicked, this, [this] {
@@ -44,83 +54,47 @@ FrmOptionsBridgemate::FrmOptionsBridgemate(UnitOptions& logic, QWidget* parent)
 
 FrmOptionsBridgemate::~FrmOptionsBridgemate() = default;
 
-void FrmOptionsBridgemate::Fill() {
-  const UnitValues values = logic_.Values();
-  ui_->chkSuggest->setChecked(values.chkSuggest);
-  ui_->chkUpdateSettings->setChecked(values.chkUpdateSettings);
-  ui_->chkOmitWarning1->setChecked(values.chkOmitWarning1);
-  ui_->chkOmitWarning2->setChecked(values.chkOmitWarning2);
-  ui_->chkSlowTables->setChecked(values.chkSlowTables);
-  ui_->chkAutoMove->setChecked(values.chkAutoMove);
-  ui_->chkPause->setChecked(values.chkPause);
-  ui_->chkPlay->setChecked(values.chkPlay);
-  ui_->chkLogFile->setChecked(values.chkLogFile);
-  for (size_t i = 0; i < boxes_.size(); ++i) {
-    boxes_[i]->setText(QString::fromStdString(values.numbers[i]));
-  }
-  const std::array<QRadioButton*, 3> units = {ui_->optDesktop_0, ui_->optDesktop_1,
-                                              ui_->optDesktop_2};
-  units[static_cast<size_t>(values.optDesktop)]->setChecked(true);
-  ui_->txtOther->setText(QString::fromStdString(values.txtOther));
-  ShowCaptions();
-  ShowSound();
-}
-
-UnitValues FrmOptionsBridgemate::Values() const {
-  UnitValues values;
-  values.chkSuggest = ui_->chkSuggest->isChecked();
-  values.chkUpdateSettings = ui_->chkUpdateSettings->isChecked();
-  values.chkOmitWarning1 = ui_->chkOmitWarning1->isChecked();
-  values.chkOmitWarning2 = ui_->chkOmitWarning2->isChecked();
-  values.chkSlowTables = ui_->chkSlowTables->isChecked();
-  values.chkAutoMove = ui_->chkAutoMove->isChecked();
-  values.chkPause = ui_->chkPause->isChecked();
-  values.chkPlay = ui_->chkPlay->isChecked();
-  values.chkLogFile = ui_->chkLogFile->isChecked();
-  for (size_t i = 0; i < boxes_.size(); ++i) values.numbers[i] = boxes_[i]->text().toStdString();
-  if (ui_->optDesktop_1->isChecked()) values.optDesktop = 1;
-  if (ui_->optDesktop_2->isChecked()) values.optDesktop = 2;
-  values.txtOther = ui_->txtOther->text().trimmed().toStdString();
-  return values;
+UnitChoice FrmOptionsBridgemate::Unit() const {
+  const int chosen = ui_->optDesktop_1->isChecked() ? 1 : ui_->optDesktop_2->isChecked() ? 2 : 0;
+  return {chosen, ui_->txtOther->text().trimmed().toStdString()};
 }
 
 void FrmOptionsBridgemate::ShowCaptions() {
-  const UnitValues values = Values();
-  setWindowTitle(QString::fromStdString(UnitOptions::Caption(values)));
-  ui_->chkSuggest->setText(QString::fromStdString(UnitOptions::SuggestCaption(values)));
+  setWindowTitle(QString::fromStdString(UnitOptions::Caption(Unit())));
+  rows_->NameUnit(Unit().Name());
 }
 
 void FrmOptionsBridgemate::ShowSound() {
-  constexpr int kWidest = 220;  // pixels
   const QString text = QString::fromStdString(logic_.SoundText());
-  ui_->lblSound->setText(ui_->lblSound->fontMetrics().elidedText(text, Qt::ElideMiddle, kWidest));
+  ui_->lblSound->setText(
+      ui_->lblSound->fontMetrics().elidedText(text, Qt::ElideMiddle, kWidestSound));
   ui_->lblSound->setToolTip(text);
 }
 
-int FrmOptionsBridgemate::BoxOf(const QObject* widget) const {
-  const auto found = std::find(boxes_.begin(), boxes_.end(), widget);
-  return found == boxes_.end() ? -1 : static_cast<int>(found - boxes_.begin());
+bool FrmOptionsBridgemate::Leave(QLineEdit* box) const {
+  const auto number = std::find(numbers_.begin(), numbers_.end(), box) - numbers_.begin();
+  return logic_.Leave(UnitOptions::NumberKeys()[static_cast<size_t>(number)],
+                      box->text().toStdString());
 }
 
 /// Enter leads to the next number box; a wrong number keeps the focus.
 bool FrmOptionsBridgemate::eventFilter(QObject* watched, QEvent* event) {
-  const int box = BoxOf(watched);
-  if (box < 0) return QDialog::eventFilter(watched, event);
+  const auto found = std::find(numbers_.begin(), numbers_.end(), watched);
+  if (found == numbers_.end()) return QDialog::eventFilter(watched, event);
   if (event->type() == QEvent::KeyPress) {
     const int key = static_cast<QKeyEvent*>(event)->key();
     if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-      boxes_[static_cast<size_t>(box + 1) % boxes_.size()]->setFocus(Qt::TabFocusReason);
+      (found + 1 == numbers_.end() ? numbers_.front() : found[1])->setFocus(Qt::TabFocusReason);
       return true;
     }
   }
   if (event->type() == QEvent::FocusOut && isVisible() && focusWidget() != ui_->cmdCancel) {
     const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
-    auto* left = boxes_[static_cast<size_t>(box)];
     // OK checks every box itself; other windows and the escape key are no leaving.
     const bool moved = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
                        reason == Qt::MouseFocusReason || reason == Qt::ShortcutFocusReason;
-    if (moved && focusWidget() != ui_->cmdOK &&
-        !logic_.Leave(static_cast<UnitBox>(box), left->text().toStdString())) {
+    QLineEdit* left = *found;
+    if (moved && focusWidget() != ui_->cmdOK && !Leave(left)) {
       QTimer::singleShot(0, left, [left] { left->setFocus(Qt::OtherFocusReason); });
     }
   }
@@ -128,11 +102,11 @@ bool FrmOptionsBridgemate::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void FrmOptionsBridgemate::cmdOK_Click() {
-  const auto [box, close] = logic_.cmdOK_Click(Values());
-  if (close) {
-    accept();
+  const auto wrong = logic_.cmdOK_Click(rows_->Texts(), Unit());
+  if (wrong) {
+    rows_->Find(*wrong)->setFocus(Qt::OtherFocusReason);
   } else {
-    boxes_[static_cast<size_t>(box)]->setFocus(Qt::OtherFocusReason);
+    accept();
   }
 }
 

@@ -1,10 +1,11 @@
 #pragma once
 
 #include <QDialog>
-#include <array>
 #include <memory>
+#include <vector>
 
 #include "scoring/unit_options.h"
+#include "widgets/option_rows.h"
 
 class QLineEdit;
 
@@ -25,16 +26,16 @@ class FrmOptionsBridgemate : public QDialog {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  void Fill();
-  UnitValues Values() const;
+  UnitChoice Unit() const;
   void ShowCaptions();
   void ShowSound();
   void cmdOK_Click();
-  int BoxOf(const QObject* widget) const;
+  bool Leave(QLineEdit* box) const;
 
   UnitOptions& logic_;
   std::unique_ptr<Ui::FrmOptionsBridgemate> ui_;
-  std::array<QLineEdit*, kUnitBoxes> boxes_{};
+  std::unique_ptr<OptionRows> rows_;
+  std::vector<QLineEdit*> numbers_;  // the number boxes, in their order
 };
 
 }  // namespace corvanel

@@ -4,30 +4,26 @@
 
 namespace corvanel {
 
-FrmOptions::FrmOptions(GeneralOptions& logic, QWidget* parent)
-    : QDialog(parent), logic_(logic), ui_(std::make_unique<Ui::FrmOptions>()) {
+FrmOptions::FrmOptions(const Parts& parts, QWidget* parent)
+    : QDialog(parent), parts_(parts), ui_(std::make_unique<Ui::FrmOptions>()) {
   ui_->setupUi(this);
-  const GeneralBoxes boxes = logic_.Boxes();
-  ui_->chkAutoStart->setChecked(boxes.chkAutoStart != 0);
-  ui_->chkAutoShutdown->setChecked(boxes.chkAutoShutdown != 0);
-  ui_->chkAutoUpdate->setChecked(boxes.chkAutoUpdate != 0);
-  ui_->chkOnTop->setChecked(boxes.chkOnTop != 0);
-  ui_->cmdBridgemate->setText(QString::fromStdString(logic_.UnitCaption()));
+  rows_ = std::make_unique<OptionRows>(*this);
+  rows_->Show([this](const std::string& key) { return OptionText(parts_.options, key); });
+  ui_->cmdBridgemate->setText(QString::fromStdString(parts.options.TableTopUnit + " Options"));
   connect(ui_->cmdDisplay, &QPushButton::clicked, this, &FrmOptions::DisplayOptionsWanted);
   connect(ui_->cmdSound, &QPushButton::clicked, this, &FrmOptions::SoundOptionsWanted);
   connect(ui_->cmdBridgemate, &QPushButton::clicked, this, &FrmOptions::UnitOptionsWanted);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
-  connect(ui_->cmdOK, &QPushButton::clicked, this, [this] {
-    logic_.cmdOK_Click(Boxes());
-    accept();
-  });
+  connect(ui_->cmdOK, &QPushButton::clicked, this, &FrmOptions::cmdOK_Click);
 }
 
 FrmOptions::~FrmOptions() = default;
 
-GeneralBoxes FrmOptions::Boxes() const {
-  return {ui_->chkAutoStart->isChecked() ? 1 : 0, ui_->chkAutoShutdown->isChecked() ? 1 : 0,
-          ui_->chkAutoUpdate->isChecked() ? 1 : 0, ui_->chkOnTop->isChecked() ? 1 : 0};
+void FrmOptions::cmdOK_Click() {
+  HandlerSteps step(parts_.errors, "frmOptions.cmdOK_Click");
+  step([&] { parts_.table.TakeOptions(rows_->Texts()); });
+  step(parts_.applyOnTop);
+  accept();
 }
 
 }  // namespace corvanel

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QDialog>
+#include <functional>
 #include <memory>
 
-#include "settings/general_options.h"
+#include "settings/settings_table.h"
+#include "widgets/option_rows.h"
 
 namespace Ui {
 class FrmOptions;
@@ -16,7 +18,13 @@ class FrmOptions : public QDialog {
   Q_OBJECT
 
  public:
-  FrmOptions(GeneralOptions& logic, QWidget* parent);
+  struct Parts {
+    const Options& options;
+    SettingsTable& table;
+    ErrorTrap& errors;
+    std::function<void()> applyOnTop;  // brings the windows to or from the top, as the options are
+  };
+  FrmOptions(const Parts& parts, QWidget* parent);
   ~FrmOptions() override;
 
  signals:
@@ -25,10 +33,11 @@ class FrmOptions : public QDialog {
   void UnitOptionsWanted();
 
  private:
-  GeneralBoxes Boxes() const;
+  void cmdOK_Click();
 
-  GeneralOptions& logic_;
+  Parts parts_;
   std::unique_ptr<Ui::FrmOptions> ui_;
+  std::unique_ptr<OptionRows> rows_;
 };
 
 }  // namespace corvanel

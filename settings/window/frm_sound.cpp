@@ -23,16 +23,16 @@ FrmSound::FrmSound(SoundOptions& logic, QWidget* parent)
     testAll_.start();
   });
   connect(ui_->cmdRestore, &QPushButton::clicked, this, [this] {
-    if (!logic_.cmdRestore_Click()) return;
+    logic_.cmdRestore_Click();
     for (size_t cue = 0; cue < kCues; ++cue) {
-      PlayBox(cue)->setChecked(true);
+      PlayBox(cue)->setChecked(logic_.Choices().play[cue]);
       ShowFile(cue);
     }
   });
   connect(ui_->cmdHelp, &QPushButton::clicked, this, [this] { logic_.cmdHelp_Click(); });
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   connect(ui_->cmdOK, &QPushButton::clicked, this, [this] {
-    if (logic_.cmdOK_Click(Boxes())) accept();
+    if (logic_.cmdOK_Click()) accept();
   });
 }
 
@@ -47,12 +47,16 @@ QCheckBox* FrmSound::FinalBox(size_t warning) const {
 }
 
 void FrmSound::ConnectSlot(size_t cue) {
-  const SoundBoxes boxes = logic_.Boxes();
-  PlayBox(cue)->setChecked(boxes.chkPlay[cue]);
+  const SoundChoices& choices = logic_.Choices();
+  PlayBox(cue)->setChecked(choices.play[cue]);
+  connect(PlayBox(cue), &QCheckBox::toggled, this,
+          [this, cue](bool on) { logic_.chkPlay_Click(cue, on); });
   if (cue < kWarnings) {
-    FinalBox(cue)->setChecked(boxes.chkPlayFinal[cue]);
-    FinalBox(cue)->setEnabled(boxes.chkPlay[cue]);
+    FinalBox(cue)->setChecked(choices.playFinalRound[cue]);
+    FinalBox(cue)->setEnabled(choices.play[cue]);
     connect(PlayBox(cue), &QCheckBox::toggled, FinalBox(cue), &QCheckBox::setEnabled);
+    connect(FinalBox(cue), &QCheckBox::toggled, this,
+            [this, cue](bool on) { logic_.chkPlayFinal_Click(cue, on); });
   }
   ShowFile(cue);
   connect(findChild<QPushButton*>(QString("cmdSound_%1").arg(cue)), &QPushButton::clicked, this,
@@ -78,13 +82,6 @@ void FrmSound::TestNext() {
     return;
   }
   logic_.cmdTest_Click(nextTest_++);
-}
-
-SoundBoxes FrmSound::Boxes() const {
-  SoundBoxes boxes;
-  for (size_t cue = 0; cue < kCues; ++cue) boxes.chkPlay[cue] = PlayBox(cue)->isChecked();
-  for (size_t i = 0; i < kWarnings; ++i) boxes.chkPlayFinal[i] = FinalBox(i)->isChecked();
-  return boxes;
 }
 
 }  // namespace corvanel

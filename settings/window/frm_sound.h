@@ -30,7 +30,6 @@ class FrmSound : public QDialog {
   QCheckBox* FinalBox(size_t warning) const;
   void ConnectSlot(size_t cue);
   void ShowFile(size_t cue);
-  SoundBoxes Boxes() const;
 
   SoundOptions& logic_;
   std::unique_ptr<Ui::FrmSound> ui_;

@@ -45,11 +45,11 @@ TEST(Numbers, ExactHalvesGoToTheEvenDigit) {
 }
 
 TEST(Numbers, RoundListsHoldWholeRounds) {
-  EXPECT_TRUE(InRoundList("3,7", 3));
-  EXPECT_TRUE(InRoundList("3,7", 7));
-  EXPECT_FALSE(InRoundList("3,7", 30));
-  EXPECT_FALSE(InRoundList("13,37", 3));
-  EXPECT_FALSE(InRoundList("", 1));
+  EXPECT_TRUE(RoundList("3,7").Lists(3));
+  EXPECT_TRUE(RoundList("3,7").Lists(7));
+  EXPECT_FALSE(RoundList("3,7").Lists(30));
+  EXPECT_FALSE(RoundList("13,37").Lists(3));
+  EXPECT_FALSE(RoundList("").Lists(1));
 }
 
 TEST(Numbers, FileNamesOfBothSystems) {

@@ -150,12 +150,12 @@ TEST(RoundClockTest, WarningsFollowTheirSwitches) {
   };
   const Row rows[] = {
       {"first without a sound",
-       [](SessionSettings& s) { s.sounds.play[0] = 0; },
+       [](SessionSettings& s) { s.sounds.play[0] = false; },
        {"warning1"},
        Element::LastWarning},
       {"second off: neither sound nor colour",
        [](SessionSettings& s) {
-         s.sounds.play[1] = 0;
+         s.sounds.play[1] = false;
          s.MinWarning = 0;
        },
        {},
@@ -190,7 +190,7 @@ TEST(RoundClockTest, WarningsFollowTheirSwitches) {
 TEST(RoundClockTest, TheFinalRoundIsSilentUnlessItsSwitchIsOn) {
   ClockBench bench;
   SetShape(bench, 1, 10, 1);
-  bench.session.settings.sounds.playFinalRound = {-1, 0};
+  bench.session.settings.sounds.playFinalRound = {true, false};
   bench.clock.Start(1);
   bench.RunToEnd();
   EXPECT_THAT(bench.played, ElementsAre("warning0"));

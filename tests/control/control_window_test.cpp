@@ -150,7 +150,7 @@ TEST_F(ControlWindowTest, EnterWalksTheChain) {
 TEST_F(ControlWindowTest, TheRequiredFinishSetsTheMinutes) {
   Enter(Box::StartTime, "19:30");
   s.optBreak = false;
-  s.RequiredFinish.clear();
+  s.RequiredFinish.reset();
   window.optCalc_Click(1);
   EXPECT_EQ(Value(Box::FinishTime), "22:30");
   EXPECT_EQ(view.labels[Label::lblFinish], "Required Finish Time");
@@ -158,7 +158,7 @@ TEST_F(ControlWindowTest, TheRequiredFinishSetsTheMinutes) {
   EXPECT_EQ(view.labels[Label::lblMinPerRound], "21.62");
   EXPECT_EQ(view.labels[Label::lblFinishTime], "22:30");
   Enter(Box::FinishTime, "9:30pm");
-  EXPECT_EQ(s.RequiredFinish, "21:30");
+  EXPECT_EQ(s.RequiredFinish, ClockTime::At(21, 30));
   EXPECT_EQ(Value(Box::FinishTime), "21:30");
   window.optCalc_Click(0);
   EXPECT_EQ(view.labels[Label::lblFinish], "Estimated Finish Time");
@@ -167,17 +167,17 @@ TEST_F(ControlWindowTest, TheRequiredFinishSetsTheMinutes) {
 TEST_F(ControlWindowTest, TheTitleBoxFollowsTheTitleWhileTitlesAreShown) {
   Enter(Box::Header, "Friday");
   EXPECT_TRUE(view.ticks[Tick::chkHeader]);
-  EXPECT_EQ(session.options.Show[kShowTitle], 1);
+  EXPECT_TRUE(session.options.Show[kShowTitle]);
   Enter(Box::Header, "");
   EXPECT_FALSE(view.ticks[Tick::chkHeader]);
-  EXPECT_EQ(session.options.Show[kShowTitle], 0);
+  EXPECT_FALSE(session.options.Show[kShowTitle]);
   Enter(Box::Header, "Friday");
   window.chkHeader_Click(false);
   window.cmdStart_Click();
   EXPECT_FALSE(session.options.ShowTitle);
   EXPECT_EQ(store.GetSetting("Timer", "ShowTitle"), "False");
   Enter(Box::Header, "Saturday");
-  EXPECT_EQ(session.options.Show[kShowTitle], 0);
+  EXPECT_FALSE(session.options.Show[kShowTitle]);
 }
 
 TEST_F(ControlWindowTest, StartSavesStartsAndShowsTheDisplays) {
@@ -296,7 +296,7 @@ TEST_F(ControlWindowTest, ResumeShowsTheDisplaysAndLeavesAPauseAlone) {
 TEST_F(ControlWindowTest, StopAsksOnlyTheShutdownQuestion) {
   window.cmdStop_Click();
   EXPECT_EQ(view.done, "end ");
-  session.options.AutoShutdown = 1;
+  session.options.AutoShutdown = true;
   window.cmdStart_Click();
   prompts.answers = {Answer::Cancel, Answer::Yes};
   view.done.clear();
@@ -374,7 +374,6 @@ TEST_F(ControlWindowTest, NoEntryHarmsTheSession) {
     ASSERT_TRUE(s.MinBetweenRounds >= kShortestMove && s.MinBetweenRounds <= kLongestPhase);
     ASSERT_TRUE(s.TimeForBreak >= 0 && s.TimeForBreak <= kLongestPhase);
     ASSERT_GE(s.BreakAfterRound, 0);
-    ASSERT_TRUE(s.RequiredFinish.empty() || ParseTime(s.RequiredFinish));
   }
 }
 

@@ -46,15 +46,15 @@ TEST(StartChecksTest, NamesWhatTheSessionWouldMissAndNothingElse) {
   EXPECT_THAT(check(), ElementsAre("Sound file not found: end.wav"));  // nobody skips
   s.Skip = "3";
   EXPECT_THAT(check(), ElementsAre("Sound files not found: end.wav, skip.wav"));
-  s.sounds.play[static_cast<size_t>(Cue::EndOfRound)] = 0;
-  s.sounds.play[static_cast<size_t>(Cue::Skip)] = 0;
+  s.sounds.play[static_cast<size_t>(Cue::EndOfRound)] = false;
+  s.sounds.play[static_cast<size_t>(Cue::Skip)] = false;
   EXPECT_THAT(check(), IsEmpty());
   around.soundDevice = false;
   around.scoringProblem = "the file x.bws cannot be read";  // but none is open
   around.secondScreen = false;                              // but none is wanted
   EXPECT_THAT(check(), ElementsAre("No sound will be heard: no audio output is connected"));
   around.scoringOpen = true;
-  s.ExtraMonitor = -1;
+  s.ExtraMonitor = true;
   s.sounds.play = {};  // a silent session needs no loudspeaker
   EXPECT_THAT(check(), ElementsAre("BridgeTab: the file x.bws cannot be read",
                                    "There is no second screen: both displays will share this one"));

@@ -74,12 +74,12 @@ TEST_F(DisplayCommandsTest, FullScreenRemembersTheNormalPlaceAndTogglesThePair) 
   form.place.left = 0;
   commands.CaptureGeometry(form);
   EXPECT_EQ(bench.session.options.FormX, 100);
-  EXPECT_EQ(bench.session.options.DisplayState, 0);
+  EXPECT_FALSE(bench.session.options.DisplayState);
   Press('F', form);
   EXPECT_TRUE(form.place.normal);
   commands.CaptureGeometry(form);
   EXPECT_EQ(bench.session.options.FormX, 0);
-  EXPECT_EQ(bench.session.options.DisplayState, -1);
+  EXPECT_TRUE(bench.session.options.DisplayState);
   EXPECT_EQ(desk.done, "full normal ");
 }
 
@@ -90,7 +90,7 @@ TEST_F(DisplayCommandsTest, AlwaysOnTopRefusesFullScreen) {
             "You can't use full screen when you have set\r\n"
             "the option for Corvanel to be always on top.\r\n"
             "You can change the setting from the options menu");
-  bench.session.settings.ExtraMonitor = -1;
+  bench.session.settings.ExtraMonitor = true;
   for (const double left : {-5000.0, 0.0, 1920 * 15.0 + 100}) {
     form.place.left = left;
     commands.cmdFullScreen_Click(0, form);
@@ -121,7 +121,7 @@ TEST_F(DisplayCommandsTest, TheTwinHidesAndMaximisesTheRoomDisplay) {
 
 TEST_F(DisplayCommandsTest, AlwaysOnTopLetsOnlyAnotherScreenBeMaximised) {
   bench.session.options.OnTop = true;
-  bench.session.settings.ExtraMonitor = -1;
+  bench.session.settings.ExtraMonitor = true;
   const std::pair<double, bool> rows[] = {
       {0, false}, {1920 * 15 - 500, false}, {1920 * 15 + 100, true}, {-200, false}, {-201, true}};
   for (const auto& [left, allowed] : rows) {
@@ -135,7 +135,7 @@ TEST_F(DisplayCommandsTest, AlwaysOnTopLetsOnlyAnotherScreenBeMaximised) {
 }
 
 TEST_F(DisplayCommandsTest, TheTwinMakesWayForTheExitQuestion) {
-  bench.session.settings.ExtraMonitor = -1;
+  bench.session.settings.ExtraMonitor = true;
   Press('E', form);
   EXPECT_TRUE(twin.Visible());
   desk.ends = true;
@@ -163,8 +163,8 @@ TEST(DefaultColours, AreReadAcrossTheRoom) {
   for (const ElementStyle& style : styles) {
     EXPECT_GE(ContrastRatio(style.Forecolour, style.Backcolour), 7);
   }
-  EXPECT_NEAR(ContrastRatio(0x000000, 0xFFFFFF), 21, 1e-9);
-  EXPECT_NEAR(ContrastRatio(0x0000FF, 0xFFFFFF), 4.0, 0.01);  // pure red on white
+  EXPECT_NEAR(ContrastRatio({}, {255, 255, 255}), 21, 1e-9);
+  EXPECT_NEAR(ContrastRatio({255, 0, 0}, {255, 255, 255}), 4.0, 0.01);
 }
 
 }  // namespace

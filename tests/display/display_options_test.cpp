@@ -19,7 +19,7 @@ class DisplayOptionsTest : public testing::Test {
   FakeErrors errors;
   SettingsTable table{store, session, errors};
   DisplayOptions options{{.session = session,
-                          .save = [this] { table.SaveDisplayOptions(); },
+                          .save = [this](const auto& keys) { table.SaveDisplayOptions(keys); },
                           .rearrange = [this] { ++rearranged; },
                           .rewriteTimes = [this] { ++rewritten; },
                           .errors = errors}};
@@ -29,9 +29,6 @@ TEST_F(DisplayOptionsTest, ListsTheElementsWithTheirSamplesAndNotes) {
   session.options.TableTopUnit = "BridgeTab";
   EXPECT_EQ(options.Names()[0], "Current time");
   EXPECT_EQ(options.Names()[9], "BridgeTab info");
-  EXPECT_EQ(options.ShowCaption(4), "Show title");
-  EXPECT_EQ(options.ShowCaption(7), "Show BridgeTab table nos");
-  EXPECT_EQ(options.ControlCaption(), "Show BridgeTab information only on control screen");
   session.elements[4].Size = 12;
   EXPECT_EQ(DisplayOptions::Sample(Element::LastWarning), "12:34");
   EXPECT_EQ(options.SampleStyle(Element::LastWarning).Size, 48);
@@ -46,22 +43,22 @@ TEST_F(DisplayOptionsTest, ListsTheElementsWithTheirSamplesAndNotes) {
 TEST_F(DisplayOptionsTest, ChangesShowAtOnceAndCancelTakesThemBack) {
   const ElementStyles styles = session.elements;
   ElementStyle red = options.StyleOf(Element::TimeUp);
-  red.Backcolour = 0x0000FF;
+  red.Backcolour = {255, 0, 0};
   options.SetStyle(Element::TimeUp, red);
-  options.SetShown(4, false);
-  options.SetShown(7, false);
-  options.SetOnlyOnControl(true);
-  options.SetTimeForm(TimeForm::Hours12);
-  options.SetTimeChange(30);
+  options.Set("Show8", "False");
+  options.Set("BMShowTables", "False");
+  options.Set("BMControl", "True");
+  options.Set("TimeAs24hour", "False");
+  options.Set("TimeChange", "30");
   session.options.FormX = 77;  // moved meanwhile: none of the dialog's business
   EXPECT_EQ(rearranged, 4);
   EXPECT_EQ(rewritten, 2);
-  EXPECT_EQ(session.options.Show[kShowTitle], 0);
+  EXPECT_FALSE(session.options.Show[kShowTitle]);
   options.cmdCancel_Click();
   EXPECT_EQ(session.elements, styles);
-  EXPECT_EQ(session.options.Show[kShowTitle], 1);
-  EXPECT_EQ(session.options.BMShowTables, 1);
-  EXPECT_EQ(session.options.BMControl, 0);
+  EXPECT_TRUE(session.options.Show[kShowTitle]);
+  EXPECT_TRUE(session.options.BMShowTables);
+  EXPECT_FALSE(session.options.BMControl);
   EXPECT_TRUE(session.options.TimeAs24hour);
   EXPECT_EQ(session.options.TimeChange, 1);
   EXPECT_EQ(session.options.FormX, 77);
@@ -72,8 +69,8 @@ TEST_F(DisplayOptionsTest, CloseWritesAllElementsAndKeys) {
   ElementStyle large = options.StyleOf(Element::Title);
   large.Size = 60.5F;
   options.SetStyle(Element::Title, large);
-  options.SetTimeChange(15);
-  options.cmdClose_Click();
+  options.Set("TimeChange", "15");
+  options.cmdClose_Click({"Show0", "BMControl"});
   for (int element = 0; element < kElements; ++element) {
     EXPECT_EQ(store.GetAllSettings(SectionOfElement(element)).size(), 8U);
   }
@@ -90,8 +87,8 @@ TEST_F(DisplayOptionsTest, CloseWritesAllElementsAndKeys) {
 
 TEST_F(DisplayOptionsTest, PoorContrastIsPointedOut) {
   ElementStyle style;
-  style.Forecolour = 0x00FFFF;  // yellow on white
-  style.Backcolour = 0xFFFFFF;
+  style.Forecolour = {255, 255, 0};  // on white
+  style.Backcolour = {255, 255, 255};
   options.SetStyle(Element::Title, style);
   EXPECT_EQ(options.ContrastNote(Element::Title),
             "These colours are hard to tell apart across a room");
@@ -102,7 +99,7 @@ TEST_F(DisplayOptionsTest, PoorContrastIsPointedOut) {
 
 TEST_F(DisplayOptionsTest, AStoreThatCannotBeWrittenIsReported) {
   store.full = true;
-  options.cmdClose_Click();
+  options.cmdClose_Click({"Show0", "BMControl"});
   EXPECT_EQ(errors.reports, std::vector<std::string>{"61 frmFont 1"});
 }
 
@@ -114,7 +111,8 @@ TEST(ContrastTest, WeighsThePairsAsTheyFallInTheText) {
       {0x00FFFF, kBlack},                                          // "FFFF": 28 and 151 x 255
       {0xFF0000, kWhite}, {0x00FF00, kWhite},                      // "FF00": 28 x 255
       {0x7FFF00, kBlack}, {0x0F0F0F, kBlack}};
-  for (const auto& [back, text] : rows) EXPECT_EQ(Contrast(back), text) << back;
+  for (const auto& [back, text] : rows)
+    EXPECT_EQ(Contrast(Colour::FromStored(back)).Stored(), text) << back;
 }
 
 TEST(ScreenPlanTest, TheRoomDisplayTakesTheOtherScreen) {

@@ -189,10 +189,10 @@ TEST(ContinueSessionTest, ADamagedRecordIsToldInALineAndAnOlderOneServes) {
       with("\"format\": 2", "\"format\": 3"),
       with("\"phase\": \"round\"", "\"phase\": \"dance\""),
       with("\"round\": 1", "\"round\": 0"),
-      with("\"nRounds\": 4", "\"nRounds\": 0"),
-      with("\"nRounds\": 4", "\"nRounds\": null"),
-      with("\"MinPerRound\": 10.0", "\"MinPerRound\": -3"),
-      with("\"MinPerRound\": 10.0", "\"MinPerRound\": \"ten\""),
+      with("\"nRounds\": \"4\"", "\"nRounds\": \"0\""),
+      with("\"nRounds\": \"4\"", "\"nRounds\": null"),
+      with("\"MinPerRound\": \"10\"", "\"MinPerRound\": \"-3\""),
+      with("\"MinPerRound\": \"10\"", "\"MinPerRound\": \"ten\""),
       with("\"roundEnd\": ", "\"roundEnd\": 1e30"),
   };
   for (const std::string& text : damaged) {

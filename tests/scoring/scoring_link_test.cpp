@@ -87,6 +87,7 @@ TEST_F(ScoringLinkTest, TakesTheSessionsShapeOver) {
   EXPECT_EQ(session.settings.Header, "Test pairs");
   EXPECT_EQ(session.settings.MinPerRound, 21);
   EXPECT_EQ(session.settings.BreakAfterRound, 4);
+  EXPECT_EQ(session.settings.TimeForBreak, 12);
   EXPECT_EQ(TimeText(bench.base.control.Planned().time), "19:30");
   EXPECT_EQ(bench.base.view.texts[Box::MinPerRound], "21");
   EXPECT_TRUE(bench.base.view.favouriteOffered);
@@ -164,10 +165,10 @@ TEST_F(ScoringLinkTest, ASessionUnderWayKeepsItsShape) {
 TEST_F(ScoringLinkTest, TheLogTellsWhatWasSeen) {
   ScoringPicture picture = Mitchell(8, 7, 3);
   picture.received = {ResultOf(1, 1, 1), ResultOf(1, 1, 2)};
-  session.options.LogFile = 0;
+  session.options.LogFile = false;
   bench.Open(picture);
   EXPECT_THAT(bench.log, IsEmpty());
-  session.options.LogFile = -1;
+  session.options.LogFile = true;
   bench.link.BWSOpenFile(ScoringBench::kFile);
   EXPECT_THAT(bench.log,
               ElementsAre("open 2026-11-20.log", "19:40:00 START - version 1.2.03",

@@ -11,11 +11,6 @@ namespace {
 class UnitOptionsTest : public testing::Test {
  protected:
   UnitOptions Dialog() { return UnitOptions({session, table, bench, prompts, bench.errors}); }
-  static UnitValues With(UnitValues values, UnitBox box, const std::string& text) {
-    values.numbers[static_cast<size_t>(box)] = text;
-    return values;
-  }
-
   ClockBench bench;
   Session& session = bench.session;
   FakePrompts prompts;
@@ -34,71 +29,65 @@ TEST_F(UnitOptionsTest, TheUnitsNameRunsThroughTheCaptions) {
                       {2, "Abacus", "Abacus"},
                       {2, "", "DesktopUnit"}};
   for (const Row& row : rows) {
-    UnitValues values;
-    values.optDesktop = row.unit;
-    values.txtOther = row.other;
-    EXPECT_EQ(UnitOptions::UnitName(values), row.name);
-    EXPECT_EQ(UnitOptions::Caption(values), std::string(row.name) + " Options");
-    EXPECT_EQ(UnitOptions::SuggestCaption(values),
-              "Suggest latest " + std::string(row.name) + " file");
+    const UnitChoice unit{row.unit, row.other};
+    EXPECT_EQ(unit.Name(), row.name);
+    EXPECT_EQ(UnitOptions::Caption(unit), std::string(row.name) + " Options");
   }
   session.options.TableTopUnit = "Abacus";
-  EXPECT_EQ(Dialog().Values().optDesktop, 2);
-  EXPECT_EQ(Dialog().Values().txtOther, "Abacus");
+  EXPECT_EQ(Dialog().Unit().optDesktop, 2);
+  EXPECT_EQ(Dialog().Unit().txtOther, "Abacus");
   session.options.TableTopUnit = "BridgeTab";
-  EXPECT_EQ(Dialog().Values().optDesktop, 1);
+  EXPECT_EQ(Dialog().Unit().optDesktop, 1);
 }
 
 TEST_F(UnitOptionsTest, WrongNumbersKeepTheDialogAndTheOptions) {
   UnitOptions dialog = Dialog();
-  const UnitValues good = dialog.Values();
   struct Row {
-    UnitBox box;
+    const char* key;
     const char* text;
     const char* message;
   };
   const Row rows[] = {
-      {UnitBox::MinPerBoard, "0", "The minutes per board must be greater than 0"},
-      {UnitBox::MinPerBoard, "", "The minutes per board must be greater than 0"},
-      {UnitBox::MinPerBoard, ".", "The minutes per board must be greater than 0"},
-      {UnitBox::MinPerBoard, "601", "The minutes must be 600 or less"},
-      {UnitBox::Break, "99999999999999999999", "The minutes must be 600 or less"},
-      {UnitBox::Pause, "10000", "The number of tables must be 9999 or less"},
-      {UnitBox::PauseMinutes, "600.5", "The minutes must be 600 or less"},
+      {"BMMinPerBoard", "0", "The minutes per board must be greater than 0"},
+      {"BMMinPerBoard", "", "The minutes per board must be greater than 0"},
+      {"BMMinPerBoard", ".", "The minutes per board must be greater than 0"},
+      {"BMMinPerBoard", "601", "The minutes must be 600 or less"},
+      {"BMBreak", "99999999999999999999", "The minutes must be 600 or less"},
+      {"BMPauseTables", "10000", "The number of tables must be 9999 or less"},
+      {"BMPauseMinutes", "600.5", "The minutes must be 600 or less"},
   };
   for (const Row& row : rows) {
-    const auto [box, close] = dialog.cmdOK_Click(With(good, row.box, row.text));
-    EXPECT_FALSE(close) << row.text;
-    EXPECT_EQ(box, row.box);
+    EXPECT_EQ(dialog.cmdOK_Click({{"BMSuggest", "False"}, {row.key, row.text}}, {}), row.key);
     EXPECT_EQ(prompts.texts.back(), row.message);
   }
-  EXPECT_EQ(Dialog().Values(), good);
+  EXPECT_TRUE(session.options.BMSuggest);
   EXPECT_EQ(store.flushes, 0);
-  EXPECT_TRUE(dialog.Leave(UnitBox::MinPerBoard, "0.5"));
+  EXPECT_TRUE(dialog.Leave("BMMinPerBoard", "0.5"));
 }
 
 TEST_F(UnitOptionsTest, BoxesTakeTheirOwnCharacters) {
-  for (const char c : {'0', '9'}) EXPECT_TRUE(UnitOptions::Takes(UnitBox::Break, c));
-  for (const char c : {'.', '-', 'x', ' '}) EXPECT_FALSE(UnitOptions::Takes(UnitBox::Pause, c));
-  EXPECT_TRUE(UnitOptions::Takes(UnitBox::MinPerBoard, '.'));
-  EXPECT_FALSE(UnitOptions::Takes(UnitBox::MinPerBoard, ','));
+  for (const char c : {'0', '9'}) EXPECT_TRUE(UnitOptions::Takes("BMBreak", c));
+  for (const char c : {'.', '-', 'x', ' '}) EXPECT_FALSE(UnitOptions::Takes("BMPauseTables", c));
+  EXPECT_TRUE(UnitOptions::Takes("BMMinPerBoard", '.'));
+  EXPECT_FALSE(UnitOptions::Takes("BMMinPerBoard", ','));
 }
 
 TEST_F(UnitOptionsTest, OkStoresEverythingInItsOrder) {
   UnitOptions dialog = Dialog();
-  UnitValues values = dialog.Values();
-  values.chkSuggest = false;
-  values.chkPause = false;
-  values.chkLogFile = false;
-  values.optDesktop = 2;
-  values.numbers = {"7.5", "20", "3", "1.5"};
   prompts.file = "/music/gong.wav";
   dialog.cmdSound_Click();
   dialog.cmdTest_Click();
   EXPECT_EQ(bench.played.back(), "/music/gong.wav");
   EXPECT_EQ(dialog.SoundText(), "gong.wav");
   EXPECT_EQ(session.options.BMPauseSound, "");  // nothing changes before OK
-  EXPECT_TRUE(dialog.cmdOK_Click(values).second);
+  // As the dialog's controls happen to lie in it.
+  const KeysAndValues texts = {
+      {"LogFile", "False"},       {"BMSuggest", "False"},     {"BMUpdateSettings", "True"},
+      {"BMPauseMinutes", "1.5"},  {"BMMinPerBoard", "7.5."},  {"BMBreak", "20"},
+      {"BMOmitwarning1", "True"}, {"BMOmitwarning2", "True"}, {"BMSlowTables", "True"},
+      {"BMAutoMove", "True"},     {"BMAutoPause", "False"},   {"BMPauseTables", "3"},
+      {"BMPausePlay", "True"}};
+  EXPECT_FALSE(dialog.cmdOK_Click(texts, {2, ""}));
   EXPECT_EQ(store.GetAllSettings("Timer"), (KeysAndValues{{"BMSuggest", "False"},
                                                           {"BMUpdateSettings", "True"},
                                                           {"BMMinPerBoard", "7.5"},

@@ -70,7 +70,7 @@ TEST(CalcRoundTimeTest, ARequiredFinishIsShownAsRequired) {
     SessionSettings s = EightRounds();
     s.Calculate = 1;
     s.optBreak = seconds % 2 == 0;
-    s.RequiredFinish = "22:30";
+    s.RequiredFinish = ClockTime::At(22, 30);
     const ClockTime start = kStart.PlusSeconds(seconds);
     const int round = 1 + seconds % 7;
     s.MinPerRound = CalcRoundTime(s, round, start, TimeForm::Hours24);
@@ -107,7 +107,7 @@ TEST(CalcRoundTimeTest, MeetsTheRequiredFinish) {
   };
   for (const Row& row : rows) {
     SessionSettings s = EightRounds();
-    s.RequiredFinish = row.required;
+    s.RequiredFinish = ParseTime(row.required);
     s.optBreak = row.optBreak;
     s.MoveAfterBreak = row.moveAfterBreak;
     s.BreakAfterRound = row.breakAfter;
@@ -118,7 +118,7 @@ TEST(CalcRoundTimeTest, MeetsTheRequiredFinish) {
 
 TEST(CalcRoundTimeLiveTest, SpreadsTheTimeOverTheRoundsReallyLeft) {
   SessionSettings s = EightRounds();
-  s.RequiredFinish = "22:30";
+  s.RequiredFinish = ClockTime::At(22, 30);
   const auto live = [&](const Standing& standing, ClockTime now) {
     return CalcRoundTimeLive(s, standing, now, TimeForm::Hours24);
   };
@@ -131,7 +131,7 @@ TEST(CalcRoundTimeLiveTest, SpreadsTheTimeOverTheRoundsReallyLeft) {
   // Just missed, with rounds enough to fill a whole day: it is not the one of tomorrow.
   EXPECT_FALSE(live({Phase::Round, 3, 600}, ClockTime::At(22, 31)));
   EXPECT_FALSE(live({Phase::Round, 8, 600}, ClockTime::At(21, 30)));
-  s.RequiredFinish = "08:45";  // 11 hours for one round
+  s.RequiredFinish = ClockTime::At(8, 45);  // 11 hours for one round
   EXPECT_FALSE(live({Phase::Round, 7, 60}, ClockTime::At(21, 0)));
 }
 

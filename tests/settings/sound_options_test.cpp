@@ -48,17 +48,16 @@ TEST_F(SoundOptionsTest, OnlyOkChangesTheLiveSettings) {
   options.cmdTest_Click(0);
   EXPECT_EQ(bench.played.back(), "/music/gong.wav");
   EXPECT_EQ(session.settings.sounds, before);
-  SoundBoxes boxes = options.Boxes();
-  boxes.chkPlay[1] = false;
-  boxes.chkPlayFinal[0] = true;
+  options.chkPlay_Click(1, false);
+  options.chkPlayFinal_Click(0, true);
   prompts.answers = {Answer::Cancel, Answer::No, Answer::Yes};
-  EXPECT_FALSE(options.cmdOK_Click(boxes));
+  EXPECT_FALSE(options.cmdOK_Click());
   EXPECT_EQ(session.settings.sounds.files[0], "/music/gong.wav");
-  EXPECT_EQ(session.settings.sounds.play[1], 0);
-  EXPECT_EQ(session.settings.sounds.playFinalRound[0], -1);
-  EXPECT_TRUE(options.cmdOK_Click(boxes));
+  EXPECT_FALSE(session.settings.sounds.play[1]);
+  EXPECT_TRUE(session.settings.sounds.playFinalRound[0]);
+  EXPECT_TRUE(options.cmdOK_Click());
   EXPECT_EQ(store.flushes, 0);
-  EXPECT_TRUE(options.cmdOK_Click(boxes));
+  EXPECT_TRUE(options.cmdOK_Click());
   EXPECT_EQ(prompts.texts.back(), "Do you wish to save these settings");
   EXPECT_EQ(store.GetSetting("Timer", "SoundWarning"), "/music/gong.wav");
   EXPECT_EQ(store.GetSetting("Timer", "SoundPlay2"), "0");
@@ -70,7 +69,7 @@ TEST_F(SoundOptionsTest, SavesIntoTheFavouriteInUse) {
   prompts.answers = {Answer::Yes};
   prompts.file = "gong.wav";
   options.cmdSound_Click(6);
-  EXPECT_TRUE(options.cmdOK_Click(options.Boxes()));
+  EXPECT_TRUE(options.cmdOK_Click());
   EXPECT_EQ(prompts.texts.back(), "Do you wish to save these settings\r\nfor favourite - Friday");
   EXPECT_EQ(store.GetSetting("Timer04", "SoundEndOfBreak"), "gong.wav");
   EXPECT_EQ(store.GetSetting("Timer", "Name"), "Friday");
@@ -78,8 +77,11 @@ TEST_F(SoundOptionsTest, SavesIntoTheFavouriteInUse) {
 
 TEST_F(SoundOptionsTest, RestoringGivesTheSuppliedSounds) {
   prompts.answers = {Answer::No, Answer::Yes};
-  EXPECT_FALSE(options.cmdRestore_Click());
-  EXPECT_TRUE(options.cmdRestore_Click());
+  options.chkPlay_Click(3, false);
+  options.cmdRestore_Click();
+  EXPECT_FALSE(options.Choices().play[3]);
+  options.cmdRestore_Click();
+  EXPECT_TRUE(options.Choices().play[3]);
   EXPECT_EQ(prompts.texts.back(), "Do you wish to reset to the default sounds?");
   EXPECT_EQ(options.FileText(6), "Beep.wav");
   EXPECT_EQ(options.FileText(0), "Fx2 DontStart.wav");

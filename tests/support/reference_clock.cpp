@@ -55,7 +55,7 @@ void ReferenceClock::Happen(double late, double heardFrom) {
     state_.warned[warning] = true;
     if (state_.phase == Phase::Break) {
       Play(Cue::EndOfBreak, late, heardFrom);
-    } else if (!final || s.sounds.playFinalRound[warning] != 0) {
+    } else if (!final || s.sounds.playFinalRound[warning]) {
       Play(warning == 0 ? Cue::LastWarning : Cue::EarlyWarning, late, heardFrom);
     }
   }
@@ -80,8 +80,8 @@ void ReferenceClock::BeginMove(double late, double heardFrom) {
   const SessionSettings& s = settings_;
   state_.phase = Phase::Move;
   state_.left = s.MinBetweenRounds * 60.0;
-  const bool skip = InRoundList(s.Skip, state_.round);
-  const bool arrow = InRoundList(s.Arrow, state_.round);
+  const bool skip = s.Skip.Lists(state_.round);
+  const bool arrow = s.Arrow.Lists(state_.round);
   if (skip) Play(Cue::Skip, late, heardFrom);
   if (arrow) Play(Cue::Arrow, late, heardFrom);
   if (!skip && !arrow) Play(Cue::EndOfRound, late, heardFrom);

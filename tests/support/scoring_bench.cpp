@@ -63,7 +63,7 @@ ScoringBench::ScoringBench(ClockTime start, DateTime day, const std::string& boo
     : base(start, day, boot) {
   clocks.broadcast.Add(monitor);
   clocks.broadcast.Add(*this);
-  session.options.LogFile = -1;
+  session.options.LogFile = true;
 }
 
 void ScoringBench::Open(const ScoringPicture& picture) {

@@ -37,7 +37,7 @@ class FrmFontTest : public testing::Test {
   FakeErrors errors;
   SettingsTable table{store, session, errors};
   DisplayOptions logic{{.session = session,
-                        .save = [this] { table.SaveDisplayOptions(); },
+                        .save = [this](const auto& keys) { table.SaveDisplayOptions(keys); },
                         .rearrange = [this] { ++rearranged; },
                         .rewriteTimes = [] {},
                         .errors = errors}};
@@ -46,6 +46,10 @@ class FrmFontTest : public testing::Test {
 TEST_F(FrmFontTest, ShowsAndChangesTheChosenElement) {
   AnsweringFont dialog(logic, nullptr);
   dialog.show();
+  EXPECT_EQ(Find<QCheckBox>(dialog, "chkShow_4")->text(), "Show title");
+  EXPECT_EQ(Find<QCheckBox>(dialog, "chkShow_7")->text(), "Show Bridgemate table nos");
+  EXPECT_EQ(Find<QCheckBox>(dialog, "chkBMcontrol")->text(),
+            "Show Bridgemate information only on control screen");
   auto* list = Find<QListWidget>(dialog, "lstFonts");
   EXPECT_EQ(list->count(), 10);
   list->setCurrentRow(4);
@@ -56,11 +60,11 @@ TEST_F(FrmFontTest, ShowsAndChangesTheChosenElement) {
   EXPECT_EQ(session.elements, DefaultElementStyles());
   dialog.colour = QColor(0x11, 0x22, 0x33);
   QTest::mouseClick(Find<QPushButton>(dialog, "cmdColour"), Qt::LeftButton);
-  EXPECT_EQ(session.elements[4].Backcolour, 0x332211);
+  EXPECT_EQ(session.elements[4].Backcolour, (Colour{0x11, 0x22, 0x33}));
   EXPECT_EQ(sample->palette().color(QPalette::Window), QColor(0x11, 0x22, 0x33));
   EXPECT_FALSE(Find<QLabel>(dialog, "lblContrast")->text().isEmpty());
   QTest::mouseClick(Find<QPushButton>(dialog, "cmdForecolour"), Qt::LeftButton);
-  EXPECT_EQ(session.elements[4].Forecolour, 0x332211);
+  EXPECT_EQ(session.elements[4].Forecolour, (Colour{0x11, 0x22, 0x33}));
   dialog.font = QFont("Liberation Serif", 33);
   QTest::mouseClick(Find<QPushButton>(dialog, "cmdFont"), Qt::LeftButton);
   EXPECT_EQ(session.elements[4].Name, "Liberation Serif");
@@ -76,10 +80,10 @@ TEST_F(FrmFontTest, SwitchesTimesAndStepsAreTakenAndEscTakesThemBack) {
   QTest::mouseClick(Find<QCheckBox>(dialog, "chkShow_1"), Qt::LeftButton, Qt::NoModifier, {8, 8});
   QTest::mouseClick(Find<QRadioButton>(dialog, "optTime_1"), Qt::LeftButton, Qt::NoModifier,
                     {8, 8});
-  EXPECT_EQ(session.options.Show[1], 0);
+  EXPECT_FALSE(session.options.Show[1]);
   EXPECT_FALSE(session.options.TimeAs24hour);
   QTest::keyClick(&dialog, Qt::Key_Escape);
-  EXPECT_EQ(session.options.Show[1], 1);
+  EXPECT_TRUE(session.options.Show[1]);
   EXPECT_TRUE(session.options.TimeAs24hour);
   EXPECT_EQ(store.flushes, 0);
 }

@@ -206,7 +206,7 @@ TEST_F(FrmDisplayTest, NothingIsClippedAtAnySizeInAnyState) {
   session.settings.Arrow = "2";
   session.settings.BreakAfterRound = 1;
   session.settings.optBreak = true;
-  session.settings.ExtraMonitor = -1;
+  session.settings.ExtraMonitor = true;
   const std::pair<int, int> sizes[] = {{267, 267},   {640, 480},   {1024, 768}, {1280, 720},
                                        {1920, 1080}, {3840, 2160}, {1080, 1920}};
   twin.show();
@@ -345,7 +345,7 @@ TEST(TextMeasureTest, DigitsTakeCellsOfOneWidth) {
   const ElementStyle style;
   const double one = measure.Digits("11:11", style, 100).width;
   EXPECT_DOUBLE_EQ(one, measure.Digits("28:40", style, 100).width);
-  EXPECT_EQ(ColourOf(0x0000FF), QColor(255, 0, 0));
+  EXPECT_EQ(ColourOf({255, 0, 0}), QColor(255, 0, 0));
 }
 
 TEST(QtTickTimerTest, HeldTicksComeAfterwards) {

@@ -88,9 +88,8 @@ TEST_F(SettingsDialogsTest, TestAllRunsThroughTheSeven) {
 
 TEST_F(SettingsDialogsTest, GeneralOptionsAreStoredByEnterAndLeftByEscape) {
   int applied = 0;
-  GeneralOptions options(session, table, bench.errors, [&] { ++applied; });
   for (const Qt::Key end : {Qt::Key_Escape, Qt::Key_Return}) {
-    FrmOptions dialog(options, nullptr);
+    FrmOptions dialog({session.options, table, bench.errors, [&] { ++applied; }}, nullptr);
     QSignalSpy display(&dialog, &FrmOptions::DisplayOptionsWanted);
     QSignalSpy sounds(&dialog, &FrmOptions::SoundOptionsWanted);
     dialog.show();
@@ -107,7 +106,16 @@ TEST_F(SettingsDialogsTest, GeneralOptionsAreStoredByEnterAndLeftByEscape) {
     EXPECT_EQ(store.GetSetting("Timer", "OnTop").has_value(), end == Qt::Key_Return);
   }
   EXPECT_EQ(applied, 1);
-  EXPECT_EQ(options.Boxes(), (GeneralBoxes{1, 1, 0, 1}));
+  EXPECT_EQ(store.GetAllSettings("Timer"), (KeysAndValues{{"AutoShutdown", "1"},
+                                                          {"AutoLaunch", "True"},
+                                                          {"AutoUpdate", "False"},
+                                                          {"OnTop", "True"}}));
+  store.full = true;
+  FrmOptions dialog({session.options, table, bench.errors, [&] { ++applied; }}, nullptr);
+  EXPECT_TRUE(Find<QCheckBox>(dialog, "chkAutoShutdown")->isChecked());
+  Click(dialog, "cmdOK");
+  EXPECT_EQ(bench.errors.reports, std::vector<std::string>{"61 frmOptions.cmdOK_Click 1"});
+  EXPECT_EQ(applied, 2);
 }
 
 }  // namespace
