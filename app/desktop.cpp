@@ -40,20 +40,20 @@ std::vector<std::filesystem::path> LogFolders() {
 }  // namespace
 
 Desktop::Desktop(const std::filesystem::path& store)
-    : store_(store),
+    : store_(store, writer_),
       errors_(
           prompts_, [this](bool held) { held ? ticks_.Hold() : ticks_.Release(); },
           [] { std::_Exit(EXIT_FAILURE); }),
       sounds_(ProgramFolderPath()),
       frmDisplay_(session_, commands_, LetterOfKey),
       frmDisplay2_(session_, commands_, LetterOfKey),
-      logFile_(LogFolders()),
+      logFile_(LogFolders(), writer_),
       scoring_({.link = LinkParts(),
                 .clock = clock_,
                 .sounds = sounds_,
                 .timerBWS = polls_,
                 .secondsToTick = [this] { return ticks_.SecondsToTick(); }}),
-      records_(store) {
+      records_(store, writer_) {
   for (SessionListener* listener :
        std::initializer_list<SessionListener*>{&scoring_, &frmDisplay_, &frmDisplay2_, &frmMain_,
                                                &control_, &recorder_, &watch_, &awake_}) {
@@ -72,6 +72,13 @@ Desktop::Desktop(const std::filesystem::path& store)
     clock_.TimerCurrentTime_Timer();
     ArmTimeOfDay();
   });
+}
+
+/// Something could not be written. That the session's record could not, it tells itself.
+void Desktop::ReportWriting() {
+  if (const auto failure = store_.Failure()) {
+    errors_.ReportError("frmMain.SaveDefaults", *failure, 0);
+  }
 }
 
 ScoringLink::Parts Desktop::LinkParts() {

@@ -76,6 +76,7 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
   /// Answers a signal; what goes wrong in it is reported under `place`.
   template <class Sender, class Signal, class Answer>
   void On(const Sender* sender, Signal signal, const char* place, Answer answer);
+  void ReportWriting();
   void ConnectMenus();
   void ConnectDisplays();
   void ConnectWatch();
@@ -99,6 +100,10 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
 
   SystemTime time_;
   Session session_;
+  DiskWriter writer_{[this] {
+    QMetaObject::invokeMethod(
+        this, [this] { ReportWriting(); }, Qt::QueuedConnection);
+  }};
   JsonStore store_;
   const bool firstStart_ = store_.GetAllSettings("Timer").empty() && store_.Damage().empty();
   QtTickTimer ticks_{[this] { clock_.Tick(); }, [this] { clock_.WasHeld(); }};

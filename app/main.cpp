@@ -74,6 +74,9 @@ int main(int argc, char** argv) {
   }
   if (parser.isSet(gallery)) file = "/nonexistent/settings.json";
   if (parser.isSet(store)) file = parser.value(store).toStdString();
+  // A link is followed once, so that store, lock and records lie beside one and the same file.
+  std::error_code error;
+  if (const auto real = std::filesystem::weakly_canonical(file, error); !error) file = real;
   corvanel::Desktop desktop(file);
   app.errors = &desktop.Errors();
   if (parser.isSet(demonstration)) {

@@ -47,7 +47,8 @@ class FullStore : public benchmark::Fixture {
  public:
   void SetUp(benchmark::State& /*state*/) override {
     file = std::filesystem::temp_directory_path() / "corvanel-bench.json";
-    JsonStore store(file);
+    DiskWriter writer;
+    JsonStore store(file, writer);
     Session session;
     FakeErrors errors;
     SettingsTable table(store, session, errors);
@@ -65,6 +66,7 @@ class FullStore : public benchmark::Fixture {
       }
     }
     store.Flush();
+    writer.Wait(std::chrono::seconds(20));
   }
   void TearDown(benchmark::State& /*state*/) override { std::filesystem::remove(file); }
   std::filesystem::path file;
@@ -72,7 +74,8 @@ class FullStore : public benchmark::Fixture {
 
 BENCHMARK_F(FullStore, Load)(benchmark::State& state) {
   while (state.KeepRunning()) {
-    JsonStore store(file);
+    DiskWriter writer;
+    JsonStore store(file, writer);
     Session session;
     FakeErrors errors;
     SettingsTable table(store, session, errors);
@@ -83,12 +86,16 @@ BENCHMARK_F(FullStore, Load)(benchmark::State& state) {
 
 /// Writing lasts until the disk has it.
 BENCHMARK_F(FullStore, Save)(benchmark::State& state) {
-  JsonStore store(file);
+  DiskWriter writer;
+  JsonStore store(file, writer);
   Session session;
   FakeErrors errors;
   SettingsTable table(store, session, errors);
   table.GetDefaults();
-  while (state.KeepRunning()) table.SaveDefaults();
+  while (state.KeepRunning()) {
+    table.SaveDefaults();
+    writer.Wait(std::chrono::seconds(20));
+  }
 }
 
 }  // namespace

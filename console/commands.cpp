@@ -67,8 +67,10 @@ struct Plan {
 
 Plan LoadPlan(const ConsoleArguments& arguments) {
   EndOnError errors;
-  JsonStore store(arguments.store.empty() ? DefaultStoreFile()
-                                          : std::filesystem::path(arguments.store));
+  DiskWriter writer;  // which nothing is written with
+  JsonStore store(
+      arguments.store.empty() ? DefaultStoreFile() : std::filesystem::path(arguments.store),
+      writer);
   if (!store.Damage().empty()) throw UsageError(store.Damage());
   Session session;
   session.ProgramFolder = ProgramFolderPath();

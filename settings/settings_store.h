@@ -26,8 +26,9 @@ class SettingsStore {
                            std::string_view value) = 0;
   virtual void DeleteSection(std::string_view section) = 0;
 
-  /// Makes every change durable: after it the store holds all of them, or after a failure or a
-  /// power cut the state of the last Flush. Throws RuntimeError when it cannot write.
+  /// Has every change made durable: after it the store holds all of them, or after a failure or a
+  /// power cut the state of the last Flush. May throw RuntimeError when it cannot write, or tell of
+  /// it later.
   virtual void Flush() = 0;
 
   /// The store held values that cannot be used: the next Flush keeps it as it was, beside the new

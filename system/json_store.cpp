@@ -2,14 +2,15 @@
 
 #include <fmt/chrono.h>
 #include <fmt/format.h>
-#include <sys/stat.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstring>
 #include <ctime>
 #include <fstream>
 #include <iterator>
+#include <mutex>
 #include <nlohmann/json.hpp>
 
 #include "basics/numbers.h"
@@ -103,35 +104,121 @@ class StoreReader : public nlohmann::json_sax<nlohmann::json> {
   std::string fault_;
 };
 
-/// A link is followed: what it leads to is replaced, not the link.
-JsonStore::JsonStore(fs::path file) {
+/// The file itself, as the writer works on it.
+class JsonStore::File {
+ public:
+  explicit File(fs::path path) : path_(std::move(path)) {}
+
+  /// What stands there now is what this program knows of.
+  void Stamp() { stamp_ = PresentStamp(); }
+  /// The next Write keeps the file as it is, beside the new one.
+  void KeepAsDamaged() {
+    std::error_code error;
+    damaged_ = fs::is_regular_file(path_, error);
+  }
+  std::string OutsideChange() const {
+    const std::lock_guard lock(mutex_);
+    return outsideChange_;
+  }
+  void Write(const std::string& text);
+  /// A name beside the file that is not taken. Several within a second get a number each; names
+  /// sort by age.
+  fs::path FreeName(const char* mark) const;
+
+ private:
+  std::string PresentStamp() const;
+  void KeepOutsideChange();
+  void KeepDamagedFile();
+
+  const fs::path path_;
+  std::atomic<bool> damaged_ = false;
+  std::string stamp_;  // as it was last read or written here
+  mutable std::mutex mutex_;
+  std::string outsideChange_;  // under the mutex
+};
+
+std::string JsonStore::File::PresentStamp() const {
   std::error_code error;
-  file_ = fs::weakly_canonical(file, error);
-  if (error) file_ = std::move(file);
+  const auto changed = fs::last_write_time(path_, error);
+  if (error) return {};
+  return fmt::format("{} {}", changed.time_since_epoch().count(), fs::file_size(path_, error));
+}
+
+/// Somebody else wrote the file since it was last read or written here: what stands there now will
+/// be replaced, and is kept.
+void JsonStore::File::KeepOutsideChange() {
+  const std::string stamp = PresentStamp();
+  if (stamp.empty() || stamp == stamp_ || damaged_ || !fs::is_regular_file(path_)) return;
+  const fs::path kept = FreeName(kOutsideMark);
+  std::error_code error;
+  fs::copy_file(path_, kept, error);
+  if (error) throw WriteError(kept, error.value());
+  const std::lock_guard lock(mutex_);
+  outsideChange_ = kept.string();
+}
+
+void JsonStore::File::KeepDamagedFile() {
+  if (!damaged_) return;
+  fs::path kept;
+  int number = 0;
+  do {
+    kept = path_;
+    kept += fmt::format(".damaged{}", ++number);
+  } while (fs::exists(kept));
+  std::error_code error;
+  fs::rename(path_, kept, error);
+  if (error) throw WriteError(kept, error.value());
+  damaged_ = false;
+}
+
+void JsonStore::File::Write(const std::string& text) {
+  std::error_code error;
+  fs::create_directories(fs::absolute(path_, error).parent_path(), error);
+  fs::path temporary = path_;
+  temporary += ".new";
+  WriteDurably(temporary, text);
+  KeepOutsideChange();
+  KeepDamagedFile();
+  RenameDurably(temporary, path_);
+  Stamp();
+}
+
+fs::path JsonStore::File::FreeName(const char* mark) const {
+  const std::time_t now = std::time(nullptr);
+  fs::path name;
+  int number = 0;
+  do {
+    name = path_;
+    name += fmt::format("{}{:%Y-%m-%d-%H%M%S}-{:02}", mark, fmt::localtime(now), number++);
+  } while (fs::exists(name));
+  return name;
+}
+
+JsonStore::JsonStore(const fs::path& file, DiskWriter& writer)
+    : path_(file), writer_(writer), file_(std::make_shared<File>(file)) {
   Read();
 }
 
 void JsonStore::Read() {
   std::error_code error;
-  const fs::file_status status = fs::status(file_, error);
+  const fs::file_status status = fs::status(path_, error);
   if (status.type() == fs::file_type::not_found) return;
+  file_->Stamp();
   if (!fs::is_regular_file(status)) {
-    damage_ = fmt::format("The settings file {} is not a file", file_.string());
+    damage_ = fmt::format("The settings file {} is not a file", path_.string());
     return;
   }
-  std::ifstream stream(file_, std::ios::binary);
+  std::ifstream stream(path_, std::ios::binary);
   if (!stream) {
-    damage_ = fmt::format("The settings file {} cannot be read: {}", file_.string(),
+    damage_ = fmt::format("The settings file {} cannot be read: {}", path_.string(),
                           std::strerror(errno));
-    damagedFileInPlace_ = true;
+    file_->KeepAsDamaged();
     return;
   }
   StoreReader reader(*this);
-  const bool tooLarge = fs::file_size(file_, error) > kLargestStore;
-  stamp_ = Stamp();
   std::string fault = "it is far too large";
   try {
-    if (!tooLarge) {
+    if (fs::file_size(path_, error) <= kLargestStore) {
       nlohmann::json::sax_parse(stream, &reader);
       fault = reader.Fault();
     }
@@ -139,8 +226,12 @@ void JsonStore::Read() {
     fault = failure.what();  // the disk cannot read its own sectors
   }
   if (fault.empty()) return;
-  damage_ = fmt::format("The settings file {} cannot be read whole: {}", file_.string(), fault);
-  damagedFileInPlace_ = true;
+  damage_ = fmt::format("The settings file {} cannot be read whole: {}", path_.string(), fault);
+  file_->KeepAsDamaged();
+}
+
+std::string JsonStore::OutsideChange() const {
+  return file_->OutsideChange();
 }
 
 const JsonStore::Section* JsonStore::Find(std::string_view section) const {
@@ -192,99 +283,41 @@ std::string JsonStore::Text() const {
   return all.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) + '\n';
 }
 
-std::string JsonStore::Stamp() const {
-  struct stat status {};
-  if (::stat(file_.c_str(), &status) != 0) return {};
-  return fmt::format("{}.{} {} {}", status.st_mtim.tv_sec, status.st_mtim.tv_nsec, status.st_size,
-                     status.st_ino);
-}
-
-/// Somebody else wrote the file since it was last read or written here: what stands there now will
-/// be replaced, and is kept.
-void JsonStore::KeepOutsideChange() {
-  const std::string stamp = Stamp();
-  if (stamp.empty() || stamp == stamp_ || damagedFileInPlace_ || !fs::is_regular_file(file_))
-    return;
-  const fs::path kept = FreeName(kOutsideMark);
-  std::error_code error;
-  fs::copy_file(file_, kept, error);
-  if (error) throw WriteError(kept, error.value());
-  outsideChange_ = kept.string();
-}
-
 void JsonStore::Flush() {
-  std::error_code error;
-  const fs::path folder = fs::absolute(file_, error).parent_path();
-  fs::create_directories(folder, error);
-  fs::path temporary = file_;
-  temporary += ".new";
-  WriteDurably(temporary, Text());
-  KeepOutsideChange();
-  KeepDamagedFile();
-  RenameDurably(temporary, file_);
-  stamp_ = Stamp();
+  writer_.Do(kName, [file = file_, text = Text()] { file->Write(text); });
 }
 
 void JsonStore::KeepAsDamaged() {
-  std::error_code error;
-  damagedFileInPlace_ = fs::is_regular_file(file_, error);
-}
-
-/// A name beside the file that is not taken. Several within a second get a number each; names sort
-/// by age.
-fs::path JsonStore::FreeName(const char* mark) const {
-  const std::time_t now = std::time(nullptr);
-  std::tm local{};
-  localtime_r(&now, &local);
-  fs::path name;
-  int number = 0;
-  do {
-    name = file_;
-    name += fmt::format("{}{:%Y-%m-%d-%H%M%S}-{:02}", mark, local, number++);
-  } while (fs::exists(name));
-  return name;
+  file_->KeepAsDamaged();
 }
 
 std::string JsonStore::KeepCopy() {
-  const fs::path copy = FreeName(kCopyMark);
-  std::error_code error;
-  fs::create_directories(fs::absolute(file_, error).parent_path(), error);
-  WriteDurably(copy, Text());
-  return copy.string();
-}
-
-fs::path JsonStore::NewestCopy() const {
-  std::error_code error;
-  const std::string mark = file_.filename().string() + kCopyMark;
-  fs::path newest;
-  for (const auto& entry :
-       fs::directory_iterator(fs::absolute(file_, error).parent_path(), error)) {
-    const fs::path& path = entry.path();
-    if (path.filename().string().starts_with(mark) && path.filename() > newest.filename())
-      newest = path;
-  }
-  return newest;
+  std::string copy;
+  writer_.DoNow([file = file_, text = Text(), &copy, folder = path_.parent_path()] {
+    std::error_code error;
+    fs::create_directories(folder, error);
+    const fs::path name = file->FreeName(kCopyMark);
+    WriteDurably(name, text);
+    copy = name.string();
+  });
+  return copy;
 }
 
 bool JsonStore::RestoreCopy() {
-  const fs::path copy = NewestCopy();
-  if (copy.empty()) return false;
-  JsonStore kept(copy);
-  sections_ = kept.sections_;
+  std::error_code error;
+  const std::string mark = path_.filename().string() + kCopyMark;
+  fs::path newest;
+  for (const auto& entry :
+       fs::directory_iterator(fs::absolute(path_, error).parent_path(), error)) {
+    const fs::path& path = entry.path();
+    if (path.filename().string().starts_with(mark) && path.filename() > newest.filename()) {
+      newest = path;
+    }
+  }
+  if (newest.empty()) return false;
+  sections_ = JsonStore(newest, writer_).sections_;
   Flush();
   return true;
-}
-
-void JsonStore::KeepDamagedFile() {
-  if (!damagedFileInPlace_) return;
-  fs::path kept;
-  int number = 0;
-  do {
-    kept = file_;
-    kept += fmt::format(".damaged{}", ++number);
-  } while (fs::exists(kept));
-  if (::rename(file_.c_str(), kept.c_str()) != 0) throw WriteError(kept, errno);
-  damagedFileInPlace_ = false;
 }
 
 }  // namespace corvanel

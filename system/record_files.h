@@ -1,26 +1,21 @@
 #pragma once
 
 #include <filesystem>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "recovery/session_recorder.h"
+#include "system/disk_writer.h"
 
 namespace corvanel {
 
 /// Records of the session in files beside the settings file: the latest two before the newest are
-/// kept too. A thread of their own writes them, since a disk can take its time and the clock
-/// cannot.
+/// kept too.
 class RecordFiles : public RecordKeeper {
  public:
   /// For the settings file `store`: "settings.json.session" and so on.
-  explicit RecordFiles(const std::filesystem::path& store);
-  /// Waits until what was handed over is written; not for ever, where the disk does not answer.
-  ~RecordFiles() override;
-  RecordFiles(const RecordFiles&) = delete;
-  RecordFiles& operator=(const RecordFiles&) = delete;
+  RecordFiles(const std::filesystem::path& store, DiskWriter& writer);
 
   void Keep(const std::string& text) override;
   void KeepAlive(const Moment& moment) override;
@@ -30,10 +25,9 @@ class RecordFiles : public RecordKeeper {
   void Forget() override;
 
  private:
-  class Writer;
-
-  // Shared with the thread, which outlives this when the disk does not answer.
-  std::shared_ptr<Writer> writer_;
+  const std::filesystem::path file_;
+  const std::filesystem::path alive_;
+  DiskWriter& writer_;
 };
 
 }  // namespace corvanel

@@ -47,6 +47,13 @@ void WriteDurably(const std::filesystem::path& file, std::string_view text) {
   }
 }
 
+void WriteInPlace(const std::filesystem::path& file, std::string_view text) {
+  const int handle = ::open(file.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
+  if (handle < 0) return;
+  [[maybe_unused]] const ssize_t written = ::pwrite(handle, text.data(), text.size(), 0);
+  ::close(handle);
+}
+
 void RenameDurably(const std::filesystem::path& from, const std::filesystem::path& to) {
   if (std::rename(from.c_str(), to.c_str()) != 0) {
     const int failure = errno;

@@ -1,16 +1,7 @@
-#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cstdlib>
-#include <filesystem>
-#include <thread>
 
 #include "recovery/continue_session.h"
-#include "system/record_files.h"
-#include "system/store_lock.h"
 #include "tests/support/program_run.h"
 
 namespace corvanel {
@@ -264,70 +255,6 @@ TEST(SessionRecorderTest, AFailureIsShownTriedAgainAndMended) {
   keeper.broken.clear();
   run.Pass(6);
   EXPECT_THAT(run.view.notices, IsEmpty());
-}
-
-TEST(RecordFilesTest, KeepsTheLatestAndSurvivesWhatLiesInItsWay) {
-  char name[] = "/tmp/corvanel-record-XXXXXX";
-  const std::filesystem::path folder = mkdtemp(name);
-  const std::filesystem::path store = folder / "settings.json";
-  for (const char* text : {"1", "2", "3", "4", "5"}) RecordFiles(store).Keep(text);
-  EXPECT_THAT(RecordFiles(store).Kept(), ElementsAre("5", "4", "3"));
-  RecordFiles(store).KeepAlive({"boot", 12.5, 1e9});
-  EXPECT_EQ(RecordFiles(store).LastAlive()->utc, 1e9);
-  std::filesystem::remove(folder / "settings.json.session");
-  EXPECT_THAT(RecordFiles(store).Kept(), ElementsAre("4", "3"));
-  // A folder in the place of a record counts as a damaged one.
-  std::filesystem::create_directory(folder / "settings.json.session");
-  EXPECT_THAT(RecordFiles(store).Kept(), ElementsAre("", "4", "3"));
-  std::filesystem::remove(folder / "settings.json.session");
-  // A folder where the file should be written: an error, not a crash.
-  std::filesystem::create_directory(folder / "settings.json.session.new");
-  RecordFiles files(store);
-  files.Keep("6");
-  while (files.Failure().empty()) std::this_thread::yield();
-  EXPECT_THAT(files.Kept(), ElementsAre("4", "3"));
-  std::filesystem::remove(folder / "settings.json.session.new");
-  files.Keep("7");
-  while (!files.Failure().empty()) std::this_thread::yield();
-  files.Forget();
-  EXPECT_THAT(files.Kept(), IsEmpty());
-  EXPECT_FALSE(files.LastAlive());
-  EXPECT_TRUE(std::filesystem::is_empty(folder));
-  std::filesystem::remove_all(folder);
-}
-
-TEST(RecordFilesTest, ADiskThatDoesNotAnswerIsToldAndKeepsNobody) {
-  char name[] = "/tmp/corvanel-record-XXXXXX";
-  const std::filesystem::path folder = mkdtemp(name);
-  const std::filesystem::path pipe = folder / "settings.json.session.new";
-  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);  // opening it waits for a reader that never comes
-  {
-    RecordFiles files(folder / "settings.json");
-    files.Keep("1");
-    while (files.Failure().empty()) std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    EXPECT_EQ(files.Failure(), "the disk does not answer");
-  }
-  // Lets the writer go, so that it is not left over.
-  const int reader = ::open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
-  std::this_thread::sleep_for(std::chrono::milliseconds(300));
-  ::close(reader);
-  std::filesystem::remove_all(folder);
-}
-
-TEST(StoreLockTest, GoesWithItsHolderAndLeavesNothingInTheWay) {
-  char name[] = "/tmp/corvanel-lock-XXXXXX";
-  const std::filesystem::path folder = mkdtemp(name);
-  const std::filesystem::path store = folder / "settings.json";
-  {
-    StoreLock first(store);
-    StoreLock second(store);
-    EXPECT_TRUE(first.Take());
-    EXPECT_FALSE(second.Take());
-  }
-  StoreLock third(store);
-  EXPECT_TRUE(third.Take());
-  EXPECT_TRUE(StoreLock("/nonexistent/settings.json").Take());
-  std::filesystem::remove_all(folder);
 }
 
 }  // namespace

@@ -23,6 +23,11 @@ class JsonStoreTest : public testing::Test {
     file = folder / "settings.json";
   }
   ~JsonStoreTest() override { fs::remove_all(folder); }
+  /// To the disk, and nothing else on its way there.
+  void Flush(JsonStore& store) {
+    store.Flush();
+    ASSERT_TRUE(writer.Wait(std::chrono::seconds(20)));
+  }
   void Write(const std::string& text) const { std::ofstream(file) << text; }
   static std::string Read(const fs::path& path) {
     std::ifstream stream(path);
@@ -31,20 +36,21 @@ class JsonStoreTest : public testing::Test {
 
   fs::path folder;
   fs::path file;
+  DiskWriter writer;
 };
 
 TEST_F(JsonStoreTest, KeepsValuesOrderAndCase) {
   {
-    JsonStore store(file);
+    JsonStore store(file, writer);
     EXPECT_TRUE(store.Damage().empty());
     store.SaveSetting("Timer", "Header", "Café \"Friday\"\n\\");
     store.SaveSetting("Timer", "nRounds", "12");
     store.SaveSetting("timer", "NROUNDS", "9");
     store.SaveSetting("Timer01", "Name", "x");
     store.DeleteSection("TIMER01");
-    store.Flush();
+    Flush(store);
   }
-  JsonStore store(file);
+  JsonStore store(file, writer);
   EXPECT_EQ(store.GetSetting("TIMER", "header"), "Café \"Friday\"\n\\");
   EXPECT_EQ(store.GetAllSettings("Timer"),
             (KeysAndValues{{"Header", "Café \"Friday\"\n\\"}, {"nRounds", "9"}}));
@@ -59,19 +65,19 @@ TEST_F(JsonStoreTest, ADamagedFileIsReadAsFarAsItGoesAndKept) {
         std::string(R"({"Olvendra": {"Timer": {"nRounds": {"x": 1}}}})")}) {
     for (const auto& entry : fs::directory_iterator(folder)) fs::remove(entry);
     Write(damaged);
-    JsonStore store(file);
+    JsonStore store(file, writer);
     EXPECT_FALSE(store.Damage().empty()) << damaged;
     EXPECT_EQ(store.GetSetting("Timer", "nRounds").has_value(), damaged.size() == 45) << damaged;
     store.SaveSetting("Timer", "nRounds", "7");
-    store.Flush();
+    Flush(store);
     EXPECT_EQ(Read(file.string() + ".damaged1"), damaged);
-    EXPECT_EQ(JsonStore(file).GetSetting("Timer", "nRounds"), "7");
+    EXPECT_EQ(JsonStore(file, writer).GetSetting("Timer", "nRounds"), "7");
   }
 }
 
 TEST_F(JsonStoreTest, NumbersAndSwitchesWrittenByHandAreTexts) {
   Write(R"({"olvendra": {"Timer": {"nRounds": 9, "MinPerRound": 7.5, "optBreak": true}}})");
-  JsonStore store(file);
+  JsonStore store(file, writer);
   EXPECT_EQ(store.Damage(), "");
   EXPECT_EQ(store.GetSetting("Timer", "nRounds"), "9");
   EXPECT_EQ(store.GetSetting("Timer", "MinPerRound"), "7.5");
@@ -84,60 +90,63 @@ TEST_F(JsonStoreTest, WhatANewerVersionWroteIsPassedOverAndKept) {
       R"( "Timer": {"Colours": ["red", {"deep": null}], "nRounds": "9", "Nothing": null,)"
       R"( "Later": {"x": {"y": "1"}}, "Header": "Friday"}, "Sound": {"Volume": 0.5}}})";
   Write(newer);
-  JsonStore store(file);
+  JsonStore store(file, writer);
   EXPECT_NE(store.Damage().find("does not know"), std::string::npos) << store.Damage();
   EXPECT_EQ(store.GetAllSettings("Timer"), (KeysAndValues{{"nRounds", "9"}, {"Header", "Friday"}}));
   EXPECT_EQ(store.GetSetting("Sound", "Volume"), "0.5");
-  store.Flush();
+  Flush(store);
   EXPECT_EQ(Read(file.string() + ".damaged1"), newer);
 }
 
 TEST_F(JsonStoreTest, WhatSomebodyElseWroteMeanwhileIsKept) {
   Write(R"({"Olvendra": {"Timer": {"nRounds": "9"}}})");
-  JsonStore store(file);
-  store.Flush();
-  store.Flush();
+  JsonStore store(file, writer);
+  Flush(store);
+  Flush(store);
   EXPECT_EQ(store.OutsideChange(), "");
   const std::string outside = R"({"Olvendra": {"Timer": {"nRounds": "13"}}})";
   Write(outside);
-  store.Flush();
+  Flush(store);
   EXPECT_EQ(Read(store.OutsideChange()), outside);
-  EXPECT_EQ(JsonStore(file).GetSetting("Timer", "nRounds"), "9");
+  EXPECT_EQ(JsonStore(file, writer).GetSetting("Timer", "nRounds"), "9");
   fs::remove(file);  // somebody tidied up
-  store.Flush();
-  EXPECT_EQ(JsonStore(file).GetSetting("Timer", "nRounds"), "9");
+  Flush(store);
+  EXPECT_EQ(JsonStore(file, writer).GetSetting("Timer", "nRounds"), "9");
 }
 
-TEST_F(JsonStoreTest, AStoreThatCannotBeWrittenThrowsAndLeavesTheOldOne) {
+TEST_F(JsonStoreTest, AStoreThatCannotBeWrittenTellsAndLeavesTheOldOne) {
   Write(R"({"Olvendra": {}})");
-  JsonStore elsewhere(folder / "settings.json" / "below-a-file.json");
-  EXPECT_THROW(elsewhere.Flush(), RuntimeError);
+  JsonStore elsewhere(folder / "settings.json" / "below-a-file.json", writer);
+  Flush(elsewhere);
+  EXPECT_TRUE(elsewhere.Failure());
   fs::create_directory(folder / "taken");
-  JsonStore taken(folder / "taken");
+  JsonStore taken(folder / "taken", writer);
   EXPECT_FALSE(taken.Damage().empty());
-  EXPECT_THROW(taken.Flush(), RuntimeError);
+  Flush(taken);
+  EXPECT_TRUE(taken.Failure());
   EXPECT_TRUE(fs::is_directory(folder / "taken"));
   EXPECT_EQ(Read(file), R"({"Olvendra": {}})");
 }
 
 TEST_F(JsonStoreTest, TheNewestCopyComesBack) {
-  JsonStore store(file);
+  JsonStore store(file, writer);
   EXPECT_FALSE(store.RestoreCopy());
   for (const char* rounds : {"5", "6"}) {
     store.SaveSetting("Timer", "nRounds", rounds);
     EXPECT_TRUE(fs::exists(store.KeepCopy()));
   }
   store.SaveSetting("Timer", "nRounds", "9");
-  store.Flush();
+  Flush(store);
   EXPECT_TRUE(store.RestoreCopy());
+  writer.Wait(std::chrono::seconds(20));
   EXPECT_EQ(store.GetSetting("Timer", "nRounds"), "6");
-  EXPECT_EQ(JsonStore(file).GetSetting("Timer", "nRounds"), "6");
+  EXPECT_EQ(JsonStore(file, writer).GetSetting("Timer", "nRounds"), "6");
 }
 
 TEST_F(JsonStoreTest, MissingFoldersAreMade) {
-  JsonStore store(folder / "new" / "deep" / "settings.json");
+  JsonStore store(folder / "new" / "deep" / "settings.json", writer);
   store.SaveSetting("Timer", "nRounds", "7");
-  store.Flush();
+  Flush(store);
   EXPECT_TRUE(fs::exists(folder / "new" / "deep" / "settings.json"));
 }
 
