@@ -17,6 +17,7 @@
 #include "settings/sound_options.h"
 #include "settings/window/frm_options.h"
 #include "settings/window/frm_sound.h"
+#include "startup/standard_settings.h"
 #include "startup/start_up.h"
 #include "startup/version.h"
 #include "system/folders.h"
@@ -24,7 +25,6 @@
 #include "system/qt/qt_installer_file.h"
 #include "system/qt/qt_update_server.h"
 #include "system/shut_down.h"
-#include "system/standard_settings_file.h"
 
 namespace corvanel {
 namespace {
@@ -166,8 +166,8 @@ void Desktop::ConnectWatch() {
 }
 
 bool Desktop::Load() {
-  StandardSettingsFile waiting(session_.ProgramFolder);
-  if (!ImportStandardSettings(waiting, store_, prompts_, errors_)) return false;
+  if (!ImportStandardSettings(session_.ProgramFolder, disk_, store_, prompts_, errors_))
+    return false;
   favourites_.Reload();
   ApplyOptions();
   return true;
@@ -178,7 +178,7 @@ void Desktop::StartUp() {
   QtUpdateServer server(UpdateUrl());
   QtInstallerFile installer;
   UpdateCheck update(
-      {*splash_, server, installer, prompts_, ThisVersion(),
+      {*splash_, server, installer, prompts_, time_, ThisVersion(),
        [this](const std::string& bytes) { WriteOutput(disk_, "version.txt", bytes); }});
   corvanel::StartUp start({store_, *splash_, update, prompts_, errors_, ThisVersion()});
   On(splash_.get(), &DlgSplash::AutoLaunchTicked, "dlgSplash.chkAutoLaunch_Click",

@@ -25,13 +25,15 @@ ExportOutcome ExportSettings(const SettingsStore& store);
 /// Nothing is flushed.
 bool ImportSettings(std::string bytes, SettingsStore& store);
 
-/// Reads and writes whole files.
+/// Whole files.
 class FileAccess {
  public:
   virtual ~FileAccess() = default;
   virtual Result<std::string> ReadFile(const std::string& path) = 0;
   /// The error when the file could not be written; what was written of it stays.
   virtual Status WriteFile(const std::string& path, const std::string& bytes) = 0;
+  virtual Status Rename(const std::string& from, const std::string& to) = 0;
+  virtual Status Remove(const std::string& path) = 0;
 };
 
 }  // namespace corvanel

@@ -23,6 +23,20 @@ std::string SectionOfElement(int element) {
   return fmt::format("TimerFont{}", element);
 }
 
+Options StoredOptions(const SettingsStore& store) {
+  Options options;
+  for (const auto& key : OptionKeys()) {
+    try {
+      if (const auto stored = store.GetSetting(SectionOfSet(0), key.key))
+        key.Read(options, *stored);
+    } catch (const RuntimeError&) {
+      // Told when the store is loaded.
+      continue;
+    }
+  }
+  return options;
+}
+
 template <class Owner>
 void SettingsTable::Load(const std::string& section, std::span<const SettingKey<Owner>> keys,
                          Owner& owner) {

@@ -19,6 +19,9 @@ std::string SectionOfSet(int entry);
 /// The store's section of a display element, by its number 0 to 9.
 std::string SectionOfElement(int element);
 
+/// The options as a store has them; what it does not hold, or holds wrongly, is as it ships.
+Options StoredOptions(const SettingsStore& store);
+
 /// The table of 21 settings sets (entry 0 the set in use, 1 to 20 the favourites; a favourite
 /// without a name is a free slot), and the way between store, table and live session.
 class SettingsTable {

@@ -2,24 +2,28 @@
 
 namespace corvanel {
 
-bool ImportStandardSettings(StandardSettings& waiting, SettingsStore& store, Prompts& prompts,
-                            ErrorTrap& errors) {
-  HandlerSteps step(errors, "frmMain");
-  std::optional<std::string> bytes;
-  step([&] { bytes = waiting.Take(); });
-  if (!bytes) return true;
+bool ImportStandardSettings(const std::string& programFolder, FileAccess& files,
+                            SettingsStore& store, Prompts& prompts, ErrorTrap& errors) {
+  const std::string file = programFolder + "/EBUsettings.txt";
+  const std::string taken = file + ".taken";
+  // Whoever may give it another name may delete it too.
+  if (!files.Rename(file, taken)) return true;
+  const auto bytes = files.ReadFile(taken);
   bool imported = false;
-  step([&] {
-    store.KeepCopy();
-    imported = ImportSettings(*bytes, store);
-    if (imported) store.Flush();
-  });
+  if (bytes) {
+    Guarded(errors, "frmMain.Form_Load", [&] {
+      store.KeepCopy();
+      imported = ImportSettings(bytes.Value(), store);
+      if (imported) store.Flush();
+    });
+  }
   if (!imported) {
-    waiting.PutBack();
+    [[maybe_unused]] const Status back = files.Rename(taken, file);
+    if (!bytes) return true;
     prompts.Message("EBU settings could not be imported");
     return false;
   }
-  waiting.Delete();
+  [[maybe_unused]] const Status gone = files.Remove(taken);
   prompts.Message("EBU standard settings have been loaded");
   return true;
 }

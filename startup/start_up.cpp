@@ -1,12 +1,12 @@
 #include "startup/start_up.h"
 
-#include "basics/numbers.h"
+#include "settings/settings_table.h"
 
 namespace corvanel {
 namespace {
 
 constexpr std::string_view kPlace = "modStartUp";
-constexpr const char* kSection = "Timer";
+const std::string kSection = SectionOfSet(0);
 constexpr const char* kWhatsNew =
     "Click Help > Manual to see details of the latest changes (on page 2)\r\n"
     "Corvanel can now link to table-top unit (Bridgemate etc.) files\r\n\r\n"
@@ -25,20 +25,13 @@ void SaveAutoLaunch(SettingsStore& store, ErrorTrap& errors, bool ticked) {
   Save(store, errors, "AutoLaunch", ticked ? "True" : "False");
 }
 
-/// Read from the store itself: the session's options are loaded after start-up.
-bool StartUp::Flag(const char* key, bool fallback) const {
-  const auto value = parts_.store.GetSetting(kSection, key);
-  if (!value) return fallback;
-  return SameName(*value, "True") || Val(*value) != 0;
-}
-
 bool StartUp::AutoLaunch() const {
-  return Flag("AutoLaunch", false);
+  return StoredOptions(parts_.store).AutoLaunch;
 }
 
 StartUp::End StartUp::Run() {
   HandlerSteps step(parts_.errors, kPlace);
-  if (Flag("AutoUpdate", true)) {
+  if (StoredOptions(parts_.store).AutoUpdate) {
     bool ends = false;
     step([&] { ends = parts_.update.Run(); });
     if (ends) return End::EndProgram;
@@ -52,17 +45,17 @@ StartUp::End StartUp::Run() {
 
 void StartUp::TellWhatsNew() {
   const int version = parts_.version.Number();
-  const auto shown = parts_.store.GetSetting(kSection, "ShowMessage");
-  const bool due = Val(shown.value_or("0")) < version;
+  const bool due = StoredOptions(parts_.store).ShowMessage < version;
   if (!due || parts_.prompts.AskYesNo(kWhatsNew) == Answer::No) {
     Save(parts_.store, parts_.errors, "ShowMessage", std::to_string(version));
   }
   if (due) AskForUnit();
 }
 
-/// Meant so: without the key nothing is asked, though the option itself is on by default.
+/// Deliberate: only where the link was once stored as wanted, though it is on by default.
 void StartUp::AskForUnit() {
-  if (!Flag("BMSuggest", false)) return;
+  if (!parts_.store.GetSetting(kSection, "BMSuggest")) return;
+  if (!StoredOptions(parts_.store).BMSuggest) return;
   if (!parts_.store.GetSetting(kSection, "TableTopUnit").value_or("").empty()) return;
   parts_.prompts.Message("Set the type of tabletop unit in options");
   Save(parts_.store, parts_.errors, "TableTopUnit", "Bridgemate");

@@ -29,7 +29,6 @@ class StartUp {
   End Run();
 
  private:
-  bool Flag(const char* key, bool fallback) const;
   void TellWhatsNew();
   void AskForUnit();
 

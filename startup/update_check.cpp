@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <string_view>
 
@@ -35,10 +34,6 @@ std::optional<int> VersionPart(std::string_view text) {
   const bool digits = !text.empty() && text.find_first_not_of("0123456789") == text.npos;
   if (!digits || Val(text) > kHighestPart * 100) return std::nullopt;
   return static_cast<int>(Val(text));
-}
-
-double Seconds(std::chrono::steady_clock::duration time) {
-  return std::chrono::duration<double>(time).count();
 }
 
 }  // namespace
@@ -111,11 +106,11 @@ std::optional<Release> UpdateCheck::NewerRelease() {
 bool UpdateCheck::FetchAndStart() {
   parts_.splash.ShowDownload(true);
   Status done = Error{0, "Connection to the internet has been lost"};
-  if (const auto download = parts_.server.Begin(kInstaller)) done = Receive(*download);
+  if (const auto promised = parts_.server.Begin(kInstaller)) done = Receive(promised.Value());
   if (done) done = Verify();
   parts_.splash.ShowDownload(false);
   if (!done) {
-    // Meant so: a download that the director stopped stays as far as it came.
+    // Deliberate: a download that the director stopped stays as far as it came.
     if (done.Failure().number != kStopped) parts_.installer.Remove();
     parts_.prompts.Message(done.Failure().description);
     parts_.splash.Log("Download failed");
@@ -132,18 +127,18 @@ bool UpdateCheck::FetchAndStart() {
   return true;
 }
 
-Status UpdateCheck::Receive(Download& download) {
+Status UpdateCheck::Receive(int64_t promised) {
   const auto failed = [](const std::string& details) {
     return Error{0, "Error trying to download - " + details};
   };
   InstallerFile& file = parts_.installer;
   if (!file.Create()) return failed("the file could not be created");
-  const auto total = static_cast<double>(download.Total());
-  const auto start = std::chrono::steady_clock::now();
+  const auto total = static_cast<double>(promised);
+  const double start = parts_.time.Uptime();
   double received = 0;
   for (;;) {
     if (parts_.splash.StopWanted()) return Error{kStopped, "Download was stopped"};
-    const auto chunk = download.Next();
+    const auto chunk = parts_.server.Next();
     // Nothing before the promised length is a lost connection too.
     if (!chunk || (chunk.Value().empty() && received < total)) {
       return Error{0, "Connection to the internet has been lost"};
@@ -152,7 +147,7 @@ Status UpdateCheck::Receive(Download& download) {
     if (!file.Write(chunk.Value())) return failed("the disk is full");
     received += static_cast<double>(chunk.Value().size());
     if (total >= 0 && received > total) return failed("it is larger than announced");
-    const double perByte = Seconds(std::chrono::steady_clock::now() - start) / received;
+    const double perByte = (parts_.time.Uptime() - start) / received;
     const double remaining = std::max(total - received, 0.0) * perByte;
     parts_.splash.ShowDownloadProgress(
         SizeText(received) + " of " + SizeText(std::max(total, received)),

@@ -2,12 +2,12 @@
 
 #include <cstdint>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 
 #include "basics/result.h"
 #include "session/prompts.h"
+#include "session/time_source.h"
 #include "startup/version.h"
 
 namespace corvanel {
@@ -25,17 +25,6 @@ std::optional<Release> ParseVersionFile(const std::string& bytes);
 /// A number of bytes as people read it: "900 kb", "1.5 mb".
 std::string SizeText(double bytes);
 
-/// A download under way.
-class Download {
- public:
-  virtual ~Download() = default;
-  /// The length that the server has promised; negative when it did not say.
-  virtual int64_t Total() const = 0;
-  /// Waits for the next bytes, at most 20480. Empty when there are no more; an error when the
-  /// connection is lost.
-  virtual Result<std::string> Next() = 0;
-};
-
 /// The way to the update server. Everything waits a few seconds at most, while windows stay alive.
 class UpdateServer {
  public:
@@ -45,8 +34,12 @@ class UpdateServer {
   virtual std::string DateOf(const std::string& name) = 0;
   /// A small file of the server. The error's number is the result code.
   virtual Result<std::string> Fetch(const std::string& name) = 0;
-  /// Null when the server does not give the file.
-  virtual std::unique_ptr<Download> Begin(const std::string& name) = 0;
+  /// Begins a download, in the place of one that is under way. The length that the server promises;
+  /// negative when it does not say. An error when it does not give the file.
+  virtual Result<int64_t> Begin(const std::string& name) = 0;
+  /// Waits for the next bytes of the download, at most 20480. Empty when there are no more; an
+  /// error when the connection is lost.
+  virtual Result<std::string> Next() = 0;
 };
 
 /// The installer's file on this computer, under a fresh name that nobody else can write.
@@ -92,6 +85,7 @@ class UpdateCheck {
     UpdateServer& server;
     InstallerFile& installer;
     Prompts& prompts;
+    const TimeSource& time;
     Version version;                                          // of this program
     std::function<void(const std::string&)> keepVersionFile;  // a copy of what the server said
   };
@@ -104,7 +98,7 @@ class UpdateCheck {
  private:
   std::optional<Release> NewerRelease();
   bool FetchAndStart();
-  Status Receive(Download& download);
+  Status Receive(int64_t promised);
   Status Verify();
 
   Parts parts_;

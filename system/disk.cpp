@@ -45,6 +45,20 @@ Status Disk::WriteFile(const std::string& path, const std::string& bytes) {
   return {};
 }
 
+Status Disk::Rename(const std::string& from, const std::string& to) {
+  std::error_code error;
+  std::filesystem::rename(from, to, error);
+  if (error) return Error{75, from + ": " + error.message()};
+  return {};
+}
+
+Status Disk::Remove(const std::string& path) {
+  std::error_code error;
+  std::filesystem::remove(path, error);
+  if (error) return Error{75, path + ": " + error.message()};
+  return {};
+}
+
 std::string WriteOutput(FileAccess& files, const std::string& name, const std::string& bytes) {
   for (const std::filesystem::path& folder : OutputFolders()) {
     std::error_code error;

@@ -9,6 +9,8 @@ class Disk : public FileAccess {
  public:
   Result<std::string> ReadFile(const std::string& path) override;
   Status WriteFile(const std::string& path, const std::string& bytes) override;
+  Status Rename(const std::string& from, const std::string& to) override;
+  Status Remove(const std::string& path) override;
 };
 
 /// Writes a file of the program's own to the first of the output folders that takes it. Returns

@@ -115,8 +115,14 @@ Result<PicturePointer> QtScoringFiles::ReadNow(const std::string& path) {
 template <class Found, class Work>
 Found QtScoringFiles::InTime(Work work, Found otherwise) {
   const auto found = std::make_shared<std::optional<Found>>();
-  std::thread([found, work, way = way_] {
-    way->Post([found, result = work()] { *found = result; });
+  std::thread([found, work, otherwise, way = way_] {
+    Found result = otherwise;
+    try {
+      result = work();
+    } catch (const std::exception&) {
+      // Then it is as if there were nothing.
+    }
+    way->Post([found, result] { *found = result; });
   }).detach();
   WaitFor([&] { return found->has_value(); }, kFolderPatience);
   return found->value_or(otherwise);

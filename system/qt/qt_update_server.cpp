@@ -39,38 +39,6 @@ bool WaitFor(QNetworkReply& reply, int patience, const std::function<bool()>& do
   return done();
 }
 
-class QtDownload : public Download {
- public:
-  QtDownload(std::unique_ptr<QNetworkReply> reply, int patience)
-      : reply_(std::move(reply)), patience_(patience) {
-    const QVariant length = reply_->header(QNetworkRequest::ContentLengthHeader);
-    if (length.isValid()) total_ = length.toLongLong();
-    // What nobody has taken yet stays with the server.
-    reply_->setReadBufferSize(4 * kChunk);
-  }
-  ~QtDownload() override { reply_->abort(); }
-  QtDownload(const QtDownload&) = delete;
-  QtDownload& operator=(const QtDownload&) = delete;
-
-  int64_t Total() const override { return total_; }
-  Result<std::string> Next() override {
-    const bool heard = WaitFor(*reply_, patience_, [this] {
-      return reply_->bytesAvailable() > 0 || reply_->isFinished();
-    });
-    if (!heard) return Error{12007, "The server keeps silent"};
-    const QByteArray chunk = reply_->read(kChunk);
-    if (chunk.isEmpty() && reply_->error() != QNetworkReply::NoError) {
-      return Error{reply_->error(), reply_->errorString().toStdString()};
-    }
-    return chunk.toStdString();
-  }
-
- private:
-  std::unique_ptr<QNetworkReply> reply_;
-  int patience_;
-  int64_t total_ = -1;
-};
-
 }  // namespace
 
 QUrl UpdateUrl() {
@@ -143,11 +111,26 @@ Result<std::string> QtUpdateServer::Fetch(const std::string& name) {
   return reply->readAll().toStdString();
 }
 
-std::unique_ptr<Download> QtUpdateServer::Begin(const std::string& name) {
-  if (!Allowed()) return nullptr;
-  auto reply = Get(name);
-  if (!WaitForHead(*reply)) return nullptr;
-  return std::make_unique<QtDownload>(std::move(reply), patience_);
+Result<int64_t> QtUpdateServer::Begin(const std::string& name) {
+  if (!Allowed()) return Error{12005, "The address is not safe"};
+  download_ = Get(name);
+  if (!WaitForHead(*download_)) return Error{12007, "The server does not give the file"};
+  // What nobody has taken yet stays with the server.
+  download_->setReadBufferSize(4 * kChunk);
+  const QVariant length = download_->header(QNetworkRequest::ContentLengthHeader);
+  return length.isValid() ? int64_t{length.toLongLong()} : int64_t{-1};
+}
+
+Result<std::string> QtUpdateServer::Next() {
+  const bool heard = WaitFor(*download_, patience_, [this] {
+    return download_->bytesAvailable() > 0 || download_->isFinished();
+  });
+  if (!heard) return Error{12007, "The server keeps silent"};
+  const QByteArray chunk = download_->read(kChunk);
+  if (chunk.isEmpty() && download_->error() != QNetworkReply::NoError) {
+    return Error{download_->error(), download_->errorString().toStdString()};
+  }
+  return chunk.toStdString();
 }
 
 }  // namespace corvanel

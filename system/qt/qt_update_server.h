@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QNetworkAccessManager>
+#include <QNetworkReply>
 #include <QString>
 #include <QUrl>
+#include <memory>
 
 #include "startup/update_check.h"
 
@@ -19,7 +21,8 @@ class QtUpdateServer : public UpdateServer {
   bool Connected() override;
   std::string DateOf(const std::string& name) override;
   Result<std::string> Fetch(const std::string& name) override;
-  std::unique_ptr<Download> Begin(const std::string& name) override;
+  Result<int64_t> Begin(const std::string& name) override;
+  Result<std::string> Next() override;
 
  private:
   bool Allowed() const;
@@ -29,6 +32,7 @@ class QtUpdateServer : public UpdateServer {
   QUrl base_;
   int patience_;
   QNetworkAccessManager network_;
+  std::unique_ptr<QNetworkReply> download_;
 };
 
 /// Where the releases are: the address of the build, or that of the environment variable

@@ -22,6 +22,9 @@ class SettingsMenuTest : public testing::Test, protected FavouritesBench, public
     return {};
   }
 
+  Status Rename(const std::string& /*from*/, const std::string& /*to*/) override { return {}; }
+  Status Remove(const std::string& /*path*/) override { return {}; }
+
   std::map<std::string, std::string> files;
   SettingsMenu menu{{store, session, *this, favourites, prompts, bench.errors}};
 };

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <map>
+
 #include "startup/standard_settings.h"
 #include "tests/support/fakes.h"
 
@@ -19,23 +21,6 @@ class StartUpTest : public testing::Test,
                     public InstallerFile,
                     public SplashView {
  protected:
-  class Chunks : public Download {
-   public:
-    Chunks(std::deque<Result<std::string>> chunks, int64_t total)
-        : chunks_(std::move(chunks)), total_(total) {}
-    int64_t Total() const override { return total_; }
-    Result<std::string> Next() override {
-      if (chunks_.empty()) return std::string();
-      auto chunk = chunks_.front();
-      chunks_.pop_front();
-      return chunk;
-    }
-
-   private:
-    std::deque<Result<std::string>> chunks_;
-    int64_t total_;
-  };
-
   bool Connected() override { return connected; }
   std::string DateOf(const std::string& name) override {
     return files.contains(name) ? "20 Nov 2026 10:00:00" : "";
@@ -44,8 +29,15 @@ class StartUpTest : public testing::Test,
     if (failure != 0) return Error{failure, "failed"};
     return files.at(name);
   }
-  std::unique_ptr<Download> Begin(const std::string& /*name*/) override {
-    return refused ? nullptr : std::make_unique<Chunks>(chunks, total);
+  Result<int64_t> Begin(const std::string& /*name*/) override {
+    if (refused) return Error{12007, "refused"};
+    return total;
+  }
+  Result<std::string> Next() override {
+    if (chunks.empty()) return std::string();
+    auto chunk = chunks.front();
+    chunks.pop_front();
+    return chunk;
   }
   bool Create() override { return true; }
   bool Write(const std::string& bytes) override {
@@ -84,9 +76,10 @@ class StartUpTest : public testing::Test,
   FakePrompts prompts;
   FakeStore store;
   FakeErrors errors;
+  VirtualTime time{ClockTime::At(19, 0)};
   Version version{1, 4, 2};
-  UpdateCheck update{
-      {*this, *this, *this, prompts, version, [this](const std::string& bytes) { kept = bytes; }}};
+  UpdateCheck update{{*this, *this, *this, prompts, time, version,
+                      [this](const std::string& bytes) { kept = bytes; }}};
 
   StartUp start{{store, *this, update, prompts, errors, version}};
 };
@@ -181,6 +174,7 @@ TEST_F(StartUpTest, OnlyAWholeInstallerIsStarted) {
   }
   files["corvanelsetup.exe.sha256"] = std::string(64, 'A') + "  corvanelsetup.exe\n";
   runs = false;
+  chunks = {std::string(1000, 'x'), std::string(500, 'y')};
   done.clear();
   prompts.answers = {Answer::Yes};
   EXPECT_FALSE(update.Run());
@@ -229,35 +223,57 @@ TEST_F(StartUpTest, WithoutUpdatesTheNoteIsSkippedToo) {
   EXPECT_THAT(prompts.texts, IsEmpty());
 }
 
-class Waiting : public StandardSettings {
+class Folder : public FileAccess {
  public:
-  std::optional<std::string> Take() override { return std::exchange(bytes, std::nullopt); }
-  void PutBack() override { end = "put back"; }
-  void Delete() override { end = "deleted"; }
-  std::optional<std::string> bytes;
-  std::string end;
+  Result<std::string> ReadFile(const std::string& path) override {
+    if (!files.contains(path)) return Error{53, "not found"};
+    return files[path];
+  }
+  Status WriteFile(const std::string& /*path*/, const std::string& /*bytes*/) override {
+    return Error{75, "read only"};
+  }
+  Status Rename(const std::string& from, const std::string& to) override {
+    if (readOnly || !files.contains(from)) return Error{75, "no"};
+    files[to] = files[from];
+    files.erase(from);
+    return {};
+  }
+  Status Remove(const std::string& path) override {
+    files.erase(path);
+    return {};
+  }
+  std::map<std::string, std::string> files;
+  bool readOnly = false;
 };
 
 TEST(StandardSettingsTest, AreImportedOnceAndDeleted) {
   FakeStore store;
   FakePrompts prompts;
   FakeErrors errors;
-  Waiting waiting;
+  Folder folder;
+  std::string& waiting = folder.files["/prog/EBUsettings.txt"];
+  const auto import = [&] {
+    return ImportStandardSettings("/prog", folder, store, prompts, errors);
+  };
   store.SaveSetting("Timer01", "Name", "Friday");
-  EXPECT_TRUE(ImportStandardSettings(waiting, store, prompts, errors));
+  waiting = "\"[Timer]\",0\r\n\"nRounds\",\"9\"\r\n";
+  folder.readOnly = true;  // it could not be deleted, and would come again and again
+  EXPECT_TRUE(import());
   EXPECT_THAT(prompts.texts, IsEmpty());
-  waiting.bytes = "\"[Timer]\",0\r\n\"nRounds\",\"9\"\r\n";
-  EXPECT_TRUE(ImportStandardSettings(waiting, store, prompts, errors));
+  folder.readOnly = false;
+  EXPECT_TRUE(import());
   EXPECT_EQ(prompts.texts.back(), "EBU standard settings have been loaded");
-  EXPECT_EQ(waiting.end, "deleted");
+  EXPECT_THAT(folder.files, IsEmpty());
   EXPECT_EQ(store.GetSetting("Timer", "nRounds"), "9");
   EXPECT_TRUE(store.RestoreCopy());  // the club's favourites are in the copy
   EXPECT_EQ(store.GetSetting("Timer01", "Name"), "Friday");
-  waiting.bytes = "\"nRounds\",\"9\"\r\n";
+  EXPECT_TRUE(import());  // nothing is waiting any more
+  EXPECT_EQ(prompts.texts.size(), 1U);
+  folder.files["/prog/EBUsettings.txt"] = "\"nRounds\",\"9\"\r\n";
   const int flushes = store.flushes;
-  EXPECT_FALSE(ImportStandardSettings(waiting, store, prompts, errors));
+  EXPECT_FALSE(import());
   EXPECT_EQ(prompts.texts.back(), "EBU settings could not be imported");
-  EXPECT_EQ(waiting.end, "put back");
+  EXPECT_TRUE(folder.files.contains("/prog/EBUsettings.txt"));
   EXPECT_EQ(store.flushes, flushes);  // the file of the store is as it was
 }
 
