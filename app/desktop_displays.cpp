@@ -1,4 +1,4 @@
-// The desktop program's displays: where they stand, what they are told, and the screens they
+// The desktop program's displays: where they stand, and the screens they
 // stand on.
 
 #include <QApplication>

@@ -10,7 +10,7 @@ namespace corvanel {
 namespace {
 
 constexpr double kEverySecond = 1;
-constexpr double kToldFor = 300;  // seconds for which a gap that stays in is told of
+constexpr double kToldFor = 300;  // seconds for which a gap that stays in is reported
 constexpr double kAway = 30;      // seconds; a shorter gap is not worth the director's while
 
 /// Seconds until a count-down next stands at a whole second. Ticking there, rather than once a

@@ -18,9 +18,8 @@ class UsageError : public std::runtime_error {
 
 /// What the command line of the console program asks for.
 struct ConsoleArguments {
-  std::string command;  // "plan", "run", "scoring", or empty when only help is wanted
-  std::string file;     // that "scoring" looks at
-  bool help = false;
+  std::string command;                                        // "plan", "run" or "scoring"
+  std::string file;                                           // that "scoring" looks at
   std::string store;                                          // empty: the user's own
   std::vector<std::pair<std::string, std::string>> settings;  // key and value, in their order
   std::optional<ClockTime> start;
@@ -31,10 +30,8 @@ struct ConsoleArguments {
   std::optional<ClockTime> until;
 };
 
-/// Reads the arguments after the program's name. Throws UsageError.
-ConsoleArguments ReadArguments(const std::vector<std::string>& arguments);
-
-/// The help text of a command, or of the program when `command` is empty.
-std::string HelpText(const std::string& command);
+/// Reads the arguments as main() has them. Nothing when they only asked for help, which is printed.
+/// Throws UsageError.
+std::optional<ConsoleArguments> ReadArguments(int argc, const char* const* argv);
 
 }  // namespace corvanel

@@ -3,7 +3,6 @@
 #include <cstdio>
 #include <exception>
 #include <string>
-#include <vector>
 
 #include "console/arguments.h"
 #include "console/commands.h"
@@ -11,13 +10,7 @@
 int main(int argc, char** argv) {
   using namespace corvanel;
   try {
-    const ConsoleArguments arguments =
-        ReadArguments(std::vector<std::string>(argv + 1, argv + argc));
-    if (arguments.help) {
-      fmt::print("{}", HelpText(arguments.command));
-    } else {
-      RunCommand(arguments);
-    }
+    if (const auto arguments = ReadArguments(argc, argv)) RunCommand(*arguments);
     return std::fflush(stdout) == 0 ? 0 : 2;
   } catch (const std::exception& error) {
     std::string line = error.what();

@@ -21,7 +21,7 @@ struct PlannedStart {
 
 /// The logic of the control window: what each box, switch and button does to the session. Owns the
 /// planned start, which follows a session under way.
-/// Entries are stored when they are finished; a wrong one is told in one message and the old value
+/// Entries are stored when they are finished; a wrong one gets one message and the old value
 /// stays. Every handler reports unexpected errors under its name.
 class ControlWindow : public SessionListener {
  public:

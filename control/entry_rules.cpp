@@ -23,7 +23,7 @@ constexpr std::array<EntryRule, kBoxes> kRules = {{
     {Box::FinishTime, "txtFinishTime", kTime, Always(Box::MinWarning1)},
     {Box::MinWarning1, "txtMinWarning_1", kNumber, Always(Box::MinWarning0)},
     {Box::MinWarning0, "txtMinWarning_0", kNumber, Always(Box::Skip)},
-    // Meant so: one skip round is typed, while arrow switches are a list.
+    // Deliberate: one skip round is typed, while arrow switches are a list.
     {Box::Skip, "txtSkip", kDigits, Always(Box::Arrow)},
     {Box::Arrow, "txtArrow", kRoundList, Always(Box::BreakRound)},
     {Box::BreakRound, "txtBreakRound", kAny, Always(Box::BreakLength)},

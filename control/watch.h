@@ -23,7 +23,7 @@ class Watch : public SessionListener {
   };
   explicit Watch(const Parts& parts) : parts_(parts) {}
 
-  /// To be called every few seconds: before a session starts, what would go wrong in it is told
+  /// To be called every few seconds: before a session starts, names what would go wrong in it
   /// while it can be mended.
   void Check();
   /// A cue was heard, or was not; `why` is for people.

@@ -5,7 +5,7 @@
 namespace corvanel {
 namespace {
 
-const std::string kUnlessOnSecondMonitor =
+constexpr const char* kUnlessOnSecondMonitor =
     "You can't use full screen when you have set\r\n"
     "the option for Corvanel to be always on top\r\n"
     "unless Corvanel is on the second monitor.\r\n"

@@ -14,7 +14,6 @@ namespace corvanel {
 namespace {
 
 constexpr double kMarginTwips = 1000;       // of width and of height, both sides together
-constexpr double kReferenceHeight = 768;    // pixels; chosen sizes hold for it
 constexpr double kProbePoints = 100;        // sizes are measured at, and scaled from
 constexpr double kMoveMessageShare = 0.34;  // of the height, for the big message
 constexpr double kTagPoints = 22;           // at the reference height
@@ -223,7 +222,8 @@ class Composer {
     }
     const double tagPoints =
         std::max(kTagPoints * scale * input_.height / kReferenceHeight, kLeastTextPoints);
-    rows.tag = FitRow("EARLY WARNING", Element::TimeUp, tagPoints, area_.height);
+    rows.tag = FitRow(StateWord(Phase::Round, false, Element::EarlyWarning), Element::TimeUp,
+                      tagPoints, area_.height);
     double used = 0;
     for (const Fitted* row : {&rows.header, &rows.now, &rows.caption, &rows.finish, &rows.unit}) {
       if (row->points > 0) used += row->height + rows.gap;
@@ -341,8 +341,7 @@ WidestTexts WidestTextsOf(const Session& session, double secondsLeft) {
   // All digits take the same room, so only their number counts.
   texts.countdown =
       std::string(std::to_string(std::lround(std::floor(shown / 60))).size(), '8') + ":00";
-  const std::string digits(std::max<size_t>(std::to_string(s.nRounds).size(), 2), '2');
-  texts.caption = fmt::format("Time remaining for Round {0} of {0}", digits);
+  texts.caption = s.nRounds < 100 ? RoundCaption(22, 28) : RoundCaption(222, 228);
   for (int round = 1; round < std::min<int>(s.nRounds, 100); ++round) {
     const std::string message = MoveMessage(s, round);
     if (message.size() > texts.message.size()) texts.message = message;

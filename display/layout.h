@@ -27,6 +27,7 @@ struct Place {
 };
 
 constexpr double kTwipsPerPixel = 15;
+constexpr double kReferenceHeight = 768;                // pixels; chosen sizes hold for it
 constexpr double kLeastWindow = 4000 / kTwipsPerPixel;  // pixels, each way
 constexpr double kLeastTextPoints = 10;
 constexpr double kLeastCountdownPoints = 40;

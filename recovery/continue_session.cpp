@@ -28,7 +28,7 @@ std::string TextOfPhase(const SessionRecord& record) {
 
 }  // namespace
 
-/// The newest record that can be read. One that is damaged is told of, and stands back for an older
+/// The newest record that can be read. One that is damaged is reported, and gives way to an older
 /// one.
 std::optional<SessionRecord> ContinueSession::Latest() {
   const auto tell = [&](const std::string& text) {

@@ -23,7 +23,7 @@ class ContinueSession {
 
   /// Looks for such a session and asks the director about it. Returns its record when it is to be
   /// gone on with. Nothing is asked when there is none or its evening is long over; nor when its
-  /// record is damaged, which is told in a line.
+  /// record is damaged, which a line reports.
   std::optional<SessionRecord> Ask();
 
   /// Puts settings and clock where the director wanted the session of the record to go on.

@@ -107,7 +107,7 @@ void ProgressMonitor::LetGo() {
 bool ProgressMonitor::MayEndRound(const RoundProgress& progress) const {
   const ClockState& state = parts_.clock.State();
   return progress.AllFinished() && !waitForPlaying_ && session_.options.BMAutoMove &&
-         progress.highestRound >= state.round && state.phase == Phase::Round && !state.paused;
+         state.phase == Phase::Round && !state.paused;
 }
 
 /// The file may have been caught half-way: a second look must agree. On a share too slow for that

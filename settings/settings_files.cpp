@@ -1,10 +1,11 @@
 #include "settings/settings_files.h"
 
 #include <fmt/format.h>
-#include <iconv.h>
 #include <utf8proc.h>
 
 #include <algorithm>
+#include <array>
+#include <functional>
 #include <optional>
 
 #include "session/display_elements.h"
@@ -17,36 +18,53 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 /// A settings file has some tens of thousands of bytes; more is a file of another kind.
 constexpr size_t kLargestFile = 8U << 20U;
 
-/// The text in another encoding; nothing when it has characters that the other does not know.
-std::optional<std::string> Converted(std::string text, const char* from, const char* to) {
-  iconv_t converter = iconv_open(to, from);
-  // NOLINTNEXTLINE(performance-no-int-to-ptr): the library's own sign of failure
-  if (converter == reinterpret_cast<iconv_t>(-1)) {
-    return std::nullopt;
+/// What code page 1252 has in the places 80 to 9F; the five that are free stand for themselves.
+constexpr std::array<char16_t, 32> kUpperControls = {
+    0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
+
+std::string Utf8Of1252(const std::string& text) {
+  std::string utf8;
+  for (const char byte : text) {
+    const auto code = static_cast<unsigned char>(byte);
+    const bool control = code >= 0x80 && code < 0xA0;
+    std::array<utf8proc_uint8_t, 4> bytes{};
+    const auto length =
+        utf8proc_encode_char(control ? kUpperControls[code - 0x80U] : code, bytes.data());
+    utf8.append(bytes.begin(), bytes.begin() + length);
   }
-  std::string result(text.size() * 4 + 4, '\0');
-  char* in = text.data();
-  char* out = result.data();
-  size_t inLeft = text.size();
-  size_t outLeft = result.size();
-  const bool done = iconv(converter, &in, &inLeft, &out, &outLeft) != static_cast<size_t>(-1);
-  iconv_close(converter);
-  if (!done) return std::nullopt;
-  result.resize(result.size() - outLeft);
-  return result;
+  return utf8;
 }
 
-bool IsUtf8(const std::string& text) {
+/// Calls `take` with each character of a text; false when the text is no UTF-8, or `take` says so.
+bool EachCharacter(const std::string& text, const std::function<bool(int32_t)>& take) {
   const auto* at = reinterpret_cast<const utf8proc_uint8_t*>(text.data());
   auto left = static_cast<utf8proc_ssize_t>(text.size());
   while (left > 0) {
     utf8proc_int32_t character = 0;
     const utf8proc_ssize_t length = utf8proc_iterate(at, left, &character);
-    if (length <= 0) return false;
+    if (length <= 0 || !take(character)) return false;
     at += length;
     left -= length;
   }
   return true;
+}
+
+/// Nothing when the text has characters that the code page does not know.
+std::optional<std::string> In1252(const std::string& text) {
+  std::string bytes;
+  const bool whole = EachCharacter(text, [&](int32_t character) {
+    const auto* place = std::find(kUpperControls.begin(), kUpperControls.end(), character);
+    if (place != kUpperControls.end()) {
+      bytes += static_cast<char>(0x80 + (place - kUpperControls.begin()));
+    } else {
+      bytes += static_cast<char>(character);
+    }
+    return place != kUpperControls.end() || character < 0x80 ||
+           (character >= 0xA0 && character <= 0xFF);
+  });
+  return whole ? std::optional(bytes) : std::nullopt;
 }
 
 /// The sections in the order in which they are written.
@@ -130,21 +148,16 @@ ExportOutcome ExportSettings(const SettingsStore& store) {
   ExportOutcome outcome;
   std::string text;
   for (const std::string& section : Sections()) text += ExportReg(store, section, outcome);
-  outcome.bytes =
-      Converted(text, "UTF-8", "WINDOWS-1252").value_or(std::string(kByteOrderMark) + text);
+  outcome.bytes = In1252(text).value_or(std::string(kByteOrderMark) + text);
   return outcome;
 }
 
 bool ImportSettings(std::string bytes, SettingsStore& store) {
-  // Meant so: cleared before the first record is looked at.
+  // Deliberate: an import replaces, so the store is cleared before the first record is looked at.
   for (const std::string& section : Sections()) store.DeleteSection(section);
   if (bytes.size() > kLargestFile) return false;
   if (bytes.starts_with(kByteOrderMark)) bytes.erase(0, kByteOrderMark.size());
-  if (!IsUtf8(bytes)) {
-    const auto converted = Converted(bytes, "WINDOWS-1252", "UTF-8");
-    if (!converted) return false;
-    bytes = *converted;
-  }
+  if (!EachCharacter(bytes, [](int32_t) { return true; })) bytes = Utf8Of1252(bytes);
   Fields fields(bytes);
   std::optional<std::string> section;
   while (!fields.AtEnd()) {
@@ -152,7 +165,7 @@ bool ImportSettings(std::string bytes, SettingsStore& store) {
     const auto second = fields.Next();
     if (!first || !second) return false;
     if (first->starts_with('[')) {
-      // Meant so: the last character goes as the bracket that it should be.
+      // Deliberate: files are read by position; the last character goes, bracket or not.
       section = first->size() > 2 ? first->substr(1, first->size() - 2) : std::string();
     } else if (!section) {
       return false;

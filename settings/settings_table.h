@@ -30,7 +30,7 @@ class SettingsTable {
       : store_(store), session_(session), errors_(errors) {}
 
   /// Loads sets, options and display fonts and applies the set in use to the live session. A value
-  /// that does not convert takes its default; all such values are told in one report.
+  /// that does not convert takes its default; one report names all such values.
   void GetDefaults();
   /// Writes entry 0 and every favourite, then ShowTitle. Throws RuntimeError when the store
   /// cannot be written; the table is unchanged.

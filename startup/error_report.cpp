@@ -8,7 +8,7 @@ void ErrorReport::ReportError(std::string_view place, const RuntimeError& error,
   try {
     Ask(place, error.what(), error.Number(), line);
   } catch (const std::exception& own) {
-    // An error of the report itself is told the same way, once, and then skipped.
+    // An error of the report itself is reported the same way, once, and then skipped.
     try {
       Ask("modError", own.what(), 51, 0);
     } catch (const std::exception&) {

@@ -6,7 +6,6 @@ namespace corvanel {
 namespace {
 
 constexpr std::string_view kPlace = "modStartUp";
-const std::string kSection = SectionOfSet(0);
 constexpr const char* kWhatsNew =
     "Click Help > Manual to see details of the latest changes (on page 2)\r\n"
     "Corvanel can now link to table-top unit (Bridgemate etc.) files\r\n\r\n"
@@ -14,7 +13,7 @@ constexpr const char* kWhatsNew =
 
 void Save(SettingsStore& store, ErrorTrap& errors, const char* key, const std::string& value) {
   Guarded(errors, kPlace, [&] {
-    store.SaveSetting(kSection, key, value);
+    store.SaveSetting(SectionOfSet(0), key, value);
     store.Flush();
   });
 }
@@ -54,9 +53,9 @@ void StartUp::TellWhatsNew() {
 
 /// Deliberate: only where the link was once stored as wanted, though it is on by default.
 void StartUp::AskForUnit() {
-  if (!parts_.store.GetSetting(kSection, "BMSuggest")) return;
+  if (!parts_.store.GetSetting(SectionOfSet(0), "BMSuggest")) return;
   if (!StoredOptions(parts_.store).BMSuggest) return;
-  if (!parts_.store.GetSetting(kSection, "TableTopUnit").value_or("").empty()) return;
+  if (!parts_.store.GetSetting(SectionOfSet(0), "TableTopUnit").value_or("").empty()) return;
   parts_.prompts.Message("Set the type of tabletop unit in options");
   Save(parts_.store, parts_.errors, "TableTopUnit", "Bridgemate");
 }

@@ -24,6 +24,7 @@ namespace {
 
 constexpr const char* kCopyMark = ".copy-";
 constexpr const char* kOutsideMark = ".outside-";
+/// The name under which the program has always kept its settings, whatever it is called itself.
 constexpr const char* kApplication = "Olvendra";
 constexpr std::uintmax_t kLargestStore = 64U << 20U;  // bytes; real ones have a few thousand
 

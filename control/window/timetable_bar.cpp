@@ -10,8 +10,8 @@ namespace {
 constexpr int kHeight = 44;  // bar and times below it
 constexpr int kBarHeight = 22;
 constexpr size_t kMostLines = 400;  // beyond, fields would be thinner than a pixel
-const QColor kRound(0x5B, 0x8D, 0xE8);
-const QColor kBreak(0xF2, 0xA9, 0x00);
+constexpr QColor kRound(0x5B, 0x8D, 0xE8);
+constexpr QColor kBreak(0xF2, 0xA9, 0x00);
 
 }  // namespace
 

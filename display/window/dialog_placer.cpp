@@ -3,6 +3,7 @@
 #include <QDialog>
 #include <QEvent>
 #include <QScreen>
+#include <algorithm>
 
 #include "display/screen_plan.h"
 #include "display/window/display_window.h"
@@ -22,11 +23,19 @@ bool DialogPlacer::eventFilter(QObject* watched, QEvent* event) {
   if (event->spontaneous()) return false;
   if (event->type() == QEvent::Show) {
     if (auto* dialog = qobject_cast<QDialog*>(watched)) PlaceBeside(*dialog);
-  } else if (event->type() == QEvent::Hide && watched == madeRoomFor_) {
-    madeRoomFor_ = nullptr;
-    for (DisplayWindow* display : displays_) display->MakeRoom(0);
+  } else if (event->type() == QEvent::Hide) {
+    GiveBack(watched);
   }
   return false;
+}
+
+void DialogPlacer::GiveBack(const QObject* dialog) {
+  if (std::erase_if(rooms_, [&](const Room& room) { return room.dialog == dialog; }) == 0) return;
+  for (DisplayWindow* display : displays_) {
+    const auto last = std::find_if(rooms_.rbegin(), rooms_.rend(),
+                                   [&](const Room& room) { return room.display == display; });
+    display->MakeRoom(last == rooms_.rend() ? 0 : last->width);
+  }
 }
 
 void DialogPlacer::PlaceBeside(QDialog& dialog) {
@@ -47,7 +56,7 @@ void DialogPlacer::PlaceBeside(QDialog& dialog) {
     }
     dialog.move(display->geometry().right() - place.width(), place.y());
     display->MakeRoom(place.width());
-    madeRoomFor_ = &dialog;
+    rooms_.push_back({&dialog, display, place.width()});
   }
 }
 

@@ -22,9 +22,16 @@ class DialogPlacer : public QObject {
 
  private:
   void PlaceBeside(QDialog& dialog);
+  void GiveBack(const QObject* dialog);
 
   std::vector<DisplayWindow*> displays_;
-  const QObject* madeRoomFor_ = nullptr;  // the dialog beside which a display is narrower
+  /// A display that is narrower by `width` pixels while a dialog is open.
+  struct Room {
+    const QObject* dialog;
+    DisplayWindow* display;
+    int width;
+  };
+  std::vector<Room> rooms_;  // the last one of a display holds; a dialog may open another
 };
 
 }  // namespace corvanel

@@ -7,18 +7,13 @@
 #include "ui_display_options_dialog.h"
 
 namespace corvanel {
-namespace {
-
-QString Text(const std::string& text) {
-  return QString::fromStdString(text);
-}
-
-}  // namespace
+namespace {}  // namespace
 
 DisplayOptionsDialog::DisplayOptionsDialog(DisplayOptions& logic, QWidget* parent)
     : QDialog(parent), logic_(logic), ui_(std::make_unique<Ui::DisplayOptionsDialog>()) {
   ui_->setupUi(this);
-  for (const std::string& name : logic_.Names()) ui_->lstFonts->addItem(Text(name));
+  for (const std::string& name : logic_.Names())
+    ui_->lstFonts->addItem(QString::fromStdString(name));
   const Options& options = logic_.Live();
   (options.TimeAs24hour ? ui_->optTime_0 : ui_->optTime_1)->setChecked(true);
   for (const int seconds : kCountdownSteps)
@@ -62,14 +57,14 @@ Element DisplayOptionsDialog::Selected() const {
 void DisplayOptionsDialog::ShowSelected() {
   const Element element = Selected();
   const ElementStyle style = logic_.SampleStyle(element);
-  ui_->lblSample->setText(Text(DisplayOptions::Sample(element)));
+  ui_->lblSample->setText(QString::fromStdString(DisplayOptions::Sample(element)));
   ui_->lblSample->setFont(FontOf(style, style.Size));
   QPalette colours = ui_->lblSample->palette();
   colours.setColor(QPalette::Window, ColourOf(style.Backcolour));
   colours.setColor(QPalette::WindowText, ColourOf(style.Forecolour));
   ui_->lblSample->setPalette(colours);
-  ui_->lblFonts->setText(Text(DisplayOptions::SizeNote(element)));
-  ui_->lblContrast->setText(Text(logic_.ContrastNote(element)));
+  ui_->lblFonts->setText(QString::fromStdString(DisplayOptions::SizeNote(element)));
+  ui_->lblContrast->setText(QString::fromStdString(logic_.ContrastNote(element)));
 }
 
 void DisplayOptionsDialog::cmdFont_Click() {

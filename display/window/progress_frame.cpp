@@ -12,15 +12,14 @@
 namespace corvanel {
 namespace {
 
-constexpr double kReferenceHeight = 768;  // pixels; chosen sizes hold for it
-constexpr double kLineHeight = 1.75;      // pixels for each point of the text
+constexpr double kLineHeight = 1.75;  // pixels for each point of the text
 constexpr int kLines = 2;
 constexpr double kCellGap = 0.05;  // of a cell's height
 constexpr double kLeastCellText = 5;
 
-const QColor kNotPlaying(128, 128, 128);
-const QColor kFinished(0x2E, 0x7D, 0x32);
-const QColor kSlow(0xFF, 0xB3, 0x00);
+constexpr QColor kNotPlaying(128, 128, 128);
+constexpr QColor kFinished(0x2E, 0x7D, 0x32);
+constexpr QColor kSlow(0xFF, 0xB3, 0x00);
 
 }  // namespace
 

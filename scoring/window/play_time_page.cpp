@@ -17,14 +17,10 @@ constexpr double kPairsWidth = 380;
 constexpr size_t kPairs = 16;  // ranked
 constexpr int kPictureScale = 2;
 
-const QColor kInk(0x1C, 0x25, 0x33);
-const QColor kQuiet(0x6B, 0x76, 0x86);
-const QColor kPaper(Qt::white);
-const QColor kBar(0x3F, 0x6F, 0xB5);
-
-QString Text(const std::string& text) {
-  return QString::fromStdString(text);
-}
+constexpr QColor kInk(0x1C, 0x25, 0x33);
+constexpr QColor kQuiet(0x6B, 0x76, 0x86);
+constexpr QColor kPaper(255, 255, 255);
+constexpr QColor kBar(0x3F, 0x6F, 0xB5);
 
 QString Minutes(double minutes) {
   return QString::number(minutes, 'f', minutes < 99.95 ? 1 : 0);
@@ -104,11 +100,11 @@ void PlayTimePage::PaintSection(QPainter& painter, const SectionTimes& section) 
   painter.setPen(kInk);
   SetFont(painter, 26, QFont::DemiBold);
   painter.drawText(QRectF(kMargin, kMargin, kPageWidth - 2 * kMargin, 34), Qt::AlignLeft,
-                   tr("Play times, section %1").arg(Text(section.letter)));
+                   tr("Play times, section %1").arg(QString::fromStdString(section.letter)));
   painter.setPen(kQuiet);
   SetFont(painter, 16);
   painter.drawText(QRectF(kMargin, kMargin + 38, kPageWidth - 2 * kMargin, 24), Qt::AlignLeft,
-                   Text(title_));
+                   QString::fromStdString(title_));
   const double top = kMargin + 84;
   const double height = kPageHeight - top - kMargin;
   if (section.times.empty()) {
@@ -182,7 +178,7 @@ void PlayTimePage::PaintPairs(QPainter& painter, const SectionTimes& section,
     painter.setPen(kInk);
     SetFont(painter, 15, QFont::DemiBold);
     painter.drawText(QRectF(place.x(), y, label - 10, row), Qt::AlignVCenter | Qt::AlignRight,
-                     Text(pair.label));
+                     QString::fromStdString(pair.label));
     const double most = place.width() - label - 54;
     const double width = most * pair.PerBoard() / longest;
     const QRectF bar(place.x() + label, y + row * 0.08, width, row * 0.42);
@@ -194,8 +190,9 @@ void PlayTimePage::PaintPairs(QPainter& painter, const SectionTimes& section,
                      Minutes(pair.PerBoard()));
     painter.setPen(kQuiet);
     SetFont(painter, 12);
-    const QString names = painter.fontMetrics().elidedText(Text(pair.names), Qt::ElideRight,
-                                                           static_cast<int>(place.width() - label));
+    const QString names =
+        painter.fontMetrics().elidedText(QString::fromStdString(pair.names), Qt::ElideRight,
+                                         static_cast<int>(place.width() - label));
     painter.drawText(QRectF(bar.x(), bar.bottom(), place.width() - label, row * 0.42),
                      Qt::AlignVCenter, names);
   }

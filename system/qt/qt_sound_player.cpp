@@ -19,7 +19,7 @@ QString Why(int result) {
     case SoundResult::NoFile:
       return QtSoundPlayer::tr("the file is not there");
     case SoundResult::NoDevice:
-      return QtSoundPlayer::tr("this computer has no loudspeaker now");
+      return QtSoundPlayer::tr("no audio output is connected");
     case SoundResult::NoSound:
       return QtSoundPlayer::tr("the file is not a sound that can be played");
     default:
@@ -90,13 +90,8 @@ class Loudspeaker : public QObject {
 
 }  // namespace
 
-QtSoundPlayer::QtSoundPlayer(std::string programFolder) : programFolder_(std::move(programFolder)) {
-  auto* loudspeaker = new Loudspeaker(*this);
-  loudspeaker->moveToThread(&thread_);
-  connect(this, &QtSoundPlayer::Wanted, loudspeaker, &Loudspeaker::Play);
-  connect(this, &QtSoundPlayer::DeviceWanted, loudspeaker, &Loudspeaker::LookForDevice);
-  connect(&thread_, &QThread::finished, loudspeaker, &QObject::deleteLater);
-}
+QtSoundPlayer::QtSoundPlayer(std::string programFolder)
+    : programFolder_(std::move(programFolder)) {}
 
 QtSoundPlayer::~QtSoundPlayer() {
   thread_.quit();
@@ -108,7 +103,13 @@ bool QtSoundPlayer::IsThere(const std::string& file) const {
 }
 
 void QtSoundPlayer::EnsureThread() {
-  if (!thread_.isRunning()) thread_.start();
+  if (thread_.isRunning()) return;
+  auto* loudspeaker = new Loudspeaker(*this);
+  loudspeaker->moveToThread(&thread_);
+  connect(this, &QtSoundPlayer::Wanted, loudspeaker, &Loudspeaker::Play);
+  connect(this, &QtSoundPlayer::DeviceWanted, loudspeaker, &Loudspeaker::LookForDevice);
+  connect(&thread_, &QThread::finished, loudspeaker, &QObject::deleteLater);
+  thread_.start();
 }
 
 void QtSoundPlayer::Play(const std::string& file) {

@@ -73,11 +73,18 @@ TEST(ConsoleTest, WrongArgumentsGetOneLineAndCodeTwo) {
   }
 }
 
-TEST(ConsoleTest, EveryCommandHasHelp) {
-  for (const char* arguments : {"--help", "plan --help", "run --help"}) {
-    const Output help = Console(arguments);
+TEST(ConsoleTest, HelpNamesWhatEachCommandTakes) {
+  const std::vector<std::pair<std::string, std::vector<std::string>>> rows = {
+      {"", {"plan", "run", "scoring"}},
+      {"plan", {"--store", "--set", "--start", "--round"}},
+      {"run", {"--store", "--set", "--start", "--round", "--speed", "--until", "--replay"}},
+      {"scoring", {"FILE", "--round", "--json"}}};
+  for (const auto& [command, words] : rows) {
+    const Output help = Console(command + " --help");
     EXPECT_EQ(help.code, 0);
-    EXPECT_GT(help.text.size(), 100U);
+    for (const std::string& word : words) {
+      EXPECT_NE(help.text.find(word), std::string::npos) << command << ' ' << word;
+    }
   }
 }
 

@@ -74,6 +74,14 @@ TEST(ImportSettingsTest, ReadsAllThreeEncodings) {
   }
 }
 
+TEST(ImportSettingsTest, ReadsAndWritesTheUpperCharactersOfTheCodePage) {
+  FakeStore store;
+  ASSERT_TRUE(
+      ImportSettings("\"[Timer]\",0\r\n\"Header\",\"\x80\x85\x8E\x96\x9F\xFF\"\r\n", store));
+  EXPECT_EQ(store.GetSetting("Timer", "Header"), "€…Ž–Ÿÿ");
+  EXPECT_NE(ExportSettings(store).bytes.find("\"\x80\x85\x8E\x96\x9F\xFF\""), std::string::npos);
+}
+
 TEST(ImportSettingsTest, AFullStoreMakesTheRoundTrip) {
   FakeStore store;
   std::mt19937 random(11);

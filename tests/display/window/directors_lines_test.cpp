@@ -114,7 +114,7 @@ TEST_F(DirectorsLinesTest, NoButtonComesToWhereAnotherOneWas) {
   };
   bench.clock.Do(SessionCommand::Pause);
   same(" paused");
-  room.ShowNotices({{NoticeKind::Away, "The computer was away", "Take that time out"}});
+  room.ShowNotices({{NoticeKind::Away, "The computer was asleep", "Don't count that time"}});
   same(" with a line");
   bench.clock.Do(SessionCommand::Resume);
   same(" resumed");
@@ -123,8 +123,8 @@ TEST_F(DirectorsLinesTest, NoButtonComesToWhereAnotherOneWas) {
 TEST_F(DirectorsLinesTest, LinesForTheDirectorStandOnHisScreenAndNotOnTheRooms) {
   const std::vector<Notice> notices = {
       {NoticeKind::Sound, "The sound Bell.wav was not heard: the file is not there", ""},
-      {NoticeKind::Away, "The computer was away for 2 min 5 s; the clock has run on meanwhile.",
-       "Take that time out"}};
+      {NoticeKind::Away, "The computer was asleep for 2 min 5 s. The clock kept running.",
+       "Don't count that time"}};
   std::vector<NoticeKind> actions;
   std::vector<NoticeKind> dismissed;
   for (DisplayWindow* display : displays) {
