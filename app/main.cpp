@@ -6,9 +6,7 @@
 #include <QMessageBox>
 #include <cstdio>
 
-#include "app/demonstration.h"
 #include "app/desktop.h"
-#include "app/gallery.h"
 #include "system/folders.h"
 #include "system/qt/single_instance.h"
 
@@ -51,14 +49,7 @@ int main(int argc, char** argv) {
       QApplication::tr("The round clock for a duplicate bridge session."));
   parser.addHelpOption();
   const QCommandLineOption store("store", QApplication::tr("Use this settings file."), "file");
-  const QCommandLineOption demonstration(
-      "demonstration",
-      QApplication::tr("Play a short session and save a picture of each phase in a folder."),
-      "folder");
-  const QCommandLineOption gallery(
-      "gallery", QApplication::tr("Save a picture of both displays in every state in a folder."),
-      "folder");
-  parser.addOptions({store, demonstration, gallery});
+  parser.addOption(store);
   if (!parser.parse(QApplication::arguments()) || !parser.positionalArguments().isEmpty()) {
     const QString problem = parser.errorText().isEmpty() ? QApplication::tr("Unexpected argument.")
                                                          : parser.errorText();
@@ -68,26 +59,12 @@ int main(int argc, char** argv) {
   if (parser.isSet("help")) parser.showHelp();
 
   std::filesystem::path file = corvanel::DefaultStoreFile();
-  // The demonstration saves its own session; it must not end up in the user's settings.
-  if (parser.isSet(demonstration)) {
-    file = (parser.value(demonstration) + "/settings.json").toStdString();
-  }
-  if (parser.isSet(gallery)) file = "/nonexistent/settings.json";
   if (parser.isSet(store)) file = parser.value(store).toStdString();
   // A link is followed once, so that store, lock and records lie beside one and the same file.
   std::error_code error;
   if (const auto real = std::filesystem::weakly_canonical(file, error); !error) file = real;
   corvanel::Desktop desktop(file);
   app.errors = &desktop.Errors();
-  if (parser.isSet(demonstration)) {
-    if (!desktop.Load()) return 2;
-    corvanel::Demonstration show(desktop, parser.value(demonstration));
-    return QApplication::exec();
-  }
-  if (parser.isSet(gallery)) {
-    if (!desktop.Load()) return 2;
-    return corvanel::RenderGallery(desktop, parser.value(gallery)) ? 0 : 2;
-  }
   QDir().mkpath(QFileInfo(QString::fromStdString(file.string())).path());
   corvanel::SingleInstance instance(QString::fromStdString(file.string()));
   switch (instance.Take()) {

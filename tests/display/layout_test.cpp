@@ -145,7 +145,7 @@ TEST(LayoutTest, TheWidestTextsComeFromTheSession) {
   WidestTexts texts = WidestTextsOf(session, 0);
   EXPECT_EQ(texts.countdown, "88:00");
   EXPECT_EQ(texts.message, "ARROW - MOVE FOR ROUND 3");
-  EXPECT_EQ(texts.caption, "Time remaining for Round 22 of 22");
+  EXPECT_EQ(texts.caption, "Time remaining for Round 22 of 28");
   EXPECT_EQ(WidestTextsOf(session, 100 * 60).countdown, "888:00");
   session.settings.optBreak = false;
   session.settings.MinPerRound = 9.5F;

@@ -1,4 +1,4 @@
-#include "app/demonstration.h"
+#include "tools/pictures/demonstration.h"
 
 #include <QApplication>
 #include <QDir>

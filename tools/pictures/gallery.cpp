@@ -1,4 +1,4 @@
-#include "app/gallery.h"
+#include "tools/pictures/gallery.h"
 
 #include <QDir>
 #include <QImage>
