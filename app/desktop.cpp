@@ -6,6 +6,8 @@
 #include <QUrl>
 #include <cmath>
 #include <cstdlib>
+#include <functional>
+#include <map>
 
 #include "control/window/dlg_welcome.h"
 #include "display/window/display_options_dialog.h"
@@ -102,36 +104,32 @@ ScoringLink::Parts Desktop::LinkParts() {
 
 void Desktop::ConnectMenus() {
   using Main = FrmMain;
-  const auto menu = [this](void (Main::*wanted)(), const char* entry, auto answer) {
-    On(&frmMain_, wanted, entry, answer);
+  const std::map<QString, std::function<void()>> answers = {
+      {"mnuSettingsExport", [this] { settingsMenu_.mnuSettingsExport_Click(); }},
+      {"mnuSettingsImport",
+       [this] {
+         settingsMenu_.mnuSettingsImport_Click();
+         ApplyOptions();
+       }},
+      {"mnuSettingsUndoImport",
+       [this] {
+         settingsMenu_.mnuSettingsUndoImport_Click();
+         ApplyOptions();
+       }},
+      {"mnuOptionsGeneral", [this] { ShowGeneralOptions(); }},
+      {"mnuOptionsDisplay", [this] { ShowDisplayOptions(); }},
+      {"mnuOptionsSounds", [this] { ShowSoundOptions(); }},
+      {"mnuOptionsBridgemate", [this] { ShowUnitOptions(); }},
+      {"mnuOpenFile", [this] { scoring_.mnuOpenFile_Click(); }},
+      {"mnuCloseFile", [this] { scoring_.mnuCloseFile_Click(); }},
+      {"mnuPlayTime", [this] { ShowPlayTimes(); }},
+      {"mnuManual", [this] { OpenProgramFile("Timer Manual.pdf"); }},
+      {"mnuShortcuts", [this] { ShowHelp(); }},
+      {"mnuSound", [this] { OpenProgramFile("sounds.txt"); }},
   };
-  menu(&Main::ShortcutsWanted, "frmMain.mnuShortcuts_Click", [this] { ShowHelp(); });
-  menu(&Main::ManualWanted, "frmMain.mnuManual_Click",
-       [this] { OpenProgramFile("Timer Manual.pdf"); });
-  menu(&Main::SoundsFileWanted, "frmMain.mnuSound_Click",
-       [this] { OpenProgramFile("sounds.txt"); });
-  menu(&Main::ExportWanted, "frmMain.mnuSettingsExport_Click",
-       [this] { settingsMenu_.mnuSettingsExport_Click(); });
-  menu(&Main::ImportWanted, "frmMain.mnuSettingsImport_Click", [this] {
-    settingsMenu_.mnuSettingsImport_Click();
-    ApplyOptions();
+  connect(&frmMain_, &Main::MenuChosen, this, [this, answers](const QString& entry) {
+    Guarded(errors_, "frmMain." + entry.toStdString() + "_Click", answers.at(entry));
   });
-  menu(&Main::UndoImportWanted, "frmMain.mnuSettingsUndoImport_Click", [this] {
-    settingsMenu_.mnuSettingsUndoImport_Click();
-    ApplyOptions();
-  });
-  menu(&Main::GeneralOptionsWanted, "frmMain.mnuOptionsGeneral_Click",
-       [this] { ShowGeneralOptions(); });
-  menu(&Main::DisplayOptionsWanted, "frmMain.mnuOptionsDisplay_Click",
-       [this] { ShowDisplayOptions(); });
-  menu(&Main::SoundOptionsWanted, "frmMain.mnuOptionsSounds_Click", [this] { ShowSoundOptions(); });
-  menu(&Main::UnitOptionsWanted, "frmMain.mnuOptionsBridgemate_Click",
-       [this] { ShowUnitOptions(); });
-  menu(&Main::OpenFileWanted, "frmMain.mnuOpenFile_Click",
-       [this] { scoring_.mnuOpenFile_Click(); });
-  menu(&Main::CloseFileWanted, "frmMain.mnuCloseFile_Click",
-       [this] { scoring_.mnuCloseFile_Click(); });
-  menu(&Main::PlayTimeWanted, "frmMain.mnuPlayTime_Click", [this] { ShowPlayTimes(); });
   On(&frmMain_, &Main::SaveAsNew, "frmMain.cmdSaveDefault_Click",
      [this](const std::string& name) { favourites_.cmdSaveDefault_Click(name); });
   On(&frmMain_, &Main::FavouriteChosen, "frmMain.cboFavs_Click",

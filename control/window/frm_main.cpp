@@ -1,6 +1,7 @@
 #include "control/window/frm_main.h"
 
 #include <QCloseEvent>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QShortcut>
 #include <QTimer>
@@ -117,19 +118,10 @@ void FrmMain::SetLogic(ControlWindow& logic) {
           [this, listed] { emit FavouriteSaveWanted(listed()); });
   connect(ui_->cmdFavDelete, &QPushButton::clicked, this,
           [this, listed] { emit FavouriteDeleteWanted(listed()); });
-  connect(ui_->mnuShortcuts, &QAction::triggered, this, &FrmMain::ShortcutsWanted);
-  connect(ui_->mnuSettingsExport, &QAction::triggered, this, &FrmMain::ExportWanted);
-  connect(ui_->mnuSettingsImport, &QAction::triggered, this, &FrmMain::ImportWanted);
-  connect(ui_->mnuSettingsUndoImport, &QAction::triggered, this, &FrmMain::UndoImportWanted);
-  connect(ui_->mnuOptionsGeneral, &QAction::triggered, this, &FrmMain::GeneralOptionsWanted);
-  connect(ui_->mnuOptionsSounds, &QAction::triggered, this, &FrmMain::SoundOptionsWanted);
-  connect(ui_->mnuManual, &QAction::triggered, this, &FrmMain::ManualWanted);
-  connect(ui_->mnuSound, &QAction::triggered, this, &FrmMain::SoundsFileWanted);
-  connect(ui_->mnuOptionsDisplay, &QAction::triggered, this, &FrmMain::DisplayOptionsWanted);
-  connect(ui_->mnuOptionsBridgemate, &QAction::triggered, this, &FrmMain::UnitOptionsWanted);
-  connect(ui_->mnuOpenFile, &QAction::triggered, this, &FrmMain::OpenFileWanted);
-  connect(ui_->mnuPlayTime, &QAction::triggered, this, &FrmMain::PlayTimeWanted);
-  connect(ui_->mnuCloseFile, &QAction::triggered, this, &FrmMain::CloseFileWanted);
+  for (QAction* entry : findChildren<QAction*>(QRegularExpression("^mnu"))) {
+    connect(entry, &QAction::triggered, this,
+            [this, entry] { emit MenuChosen(entry->objectName()); });
+  }
   auto* start = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this);
   connect(start, &QShortcut::activated, this, [this] { logic_->cmdStart_Click(); });
   ui_->cmdStart->setToolTip(tr("Ctrl+Enter"));

@@ -56,19 +56,8 @@ class FrmMain : public QMainWindow, public ControlWindowView, public SessionList
   void FavouriteChosen(const std::string& name);
   void FavouriteSaveWanted(const std::string& name);
   void FavouriteDeleteWanted(const std::string& name);
-  void ExportWanted();
-  void ImportWanted();
-  void UndoImportWanted();
-  void ShortcutsWanted();
-  void DisplayOptionsWanted();
-  void GeneralOptionsWanted();
-  void SoundOptionsWanted();
-  void SoundsFileWanted();
-  void ManualWanted();
-  void UnitOptionsWanted();
-  void OpenFileWanted();
-  void CloseFileWanted();
-  void PlayTimeWanted();
+  /// An entry of a menu, by its name in the form: "mnuManual".
+  void MenuChosen(const QString& entry);
   /// Of a line for the director.
   void NoticeActionWanted(NoticeKind kind);
   void NoticeDismissed(NoticeKind kind);
