@@ -103,6 +103,16 @@ RoundProgress ProgressOf(const ScoringSession& session, const ProgressInput& inp
   return progress;
 }
 
+std::string PairsAt(const ScoringSession& session, const TableProgress& table, int16_t round) {
+  const ScoringSection& section = *session.Section(table.section);
+  const TableRound* row = section.Find(table.table, round);
+  if (row == nullptr) return table.label;
+  return row->Playable()
+             ? fmt::format("{}: NS {}, EW {}", table.label, GetPairNum(*row, true),
+                           GetPairNum(*row, false))
+             : fmt::format("{}: {} sits out", table.label, GetPairNumDirn(section, *row));
+}
+
 std::vector<SectionCells> GridOf(const ScoringSession& session, const RoundProgress& progress,
                                  const ProgressInput& input) {
   std::vector<SectionCells> grid;
@@ -114,7 +124,10 @@ std::vector<SectionCells> GridOf(const ScoringSession& session, const RoundProgr
       grid.push_back({several ? session.Section(section)->row.letter : "", {}});
     }
     TableCell cell{std::to_string(table.table), table.state,
-                   fmt::format("{}/{}", table.received, table.boards)};
+                   fmt::format("{}/{}", table.received, table.boards),
+                   PairsAt(session, table, input.round)};
+    const std::string names = GetTableNames(session.Picture(), section, table.table);
+    if (!names.empty()) cell.tip += '\n' + names;
     if (table.state == TableState::Finished) cell.text.clear();
     if (table.state == TableState::Silent) cell.text = "?";
     if (table.state == TableState::NotPlaying) cell.text = input.round < input.rounds ? "NP" : "";

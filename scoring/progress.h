@@ -51,6 +51,9 @@ struct RoundProgress {
 /// Works out how far every table is. Depends on nothing else.
 RoundProgress ProgressOf(const ScoringSession& session, const ProgressInput& input);
 
+/// Who meets at a table: "3: NS   3, EW  12", or "4:   2NS sits out".
+std::string PairsAt(const ScoringSession& session, const TableProgress& table, int16_t round);
+
 /// The cells of the grid for a progress. "NP" is not said in the last round.
 std::vector<SectionCells> GridOf(const ScoringSession& session, const RoundProgress& progress,
                                  const ProgressInput& input);

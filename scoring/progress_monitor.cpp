@@ -75,6 +75,12 @@ void ProgressMonitor::PauseOrResume(const RoundProgress& progress) {
   } else if (progress.Playing() > options.BMPauseTables && MayPause(progress)) {
     parts_.clock.Do(SessionCommand::AutoPause);
     parts_.log.LogWrite(fmt::format("Paused - {} tables playing", progress.Playing()));
+    for (const TableProgress& table : progress.tables) {
+      if (table.StillPlaying()) {
+        parts_.log.LogWrite(" Table " +
+                            PairsAt(parts_.link.Model(), table, parts_.clock.State().round));
+      }
+    }
     if (options.BMPausePlay) {
       parts_.listener.Happened(EventKind::Sound, std::string(FileName(options.BMPauseSound)));
       parts_.sounds.Play(options.BMPauseSound);

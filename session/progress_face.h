@@ -20,6 +20,7 @@ struct TableCell {
   std::string number;
   TableState state = TableState::NotPlaying;
   std::string text;  // under the number: "2/3", "NP", ...
+  std::string tip;   // for the director: the pairs and the players
 
   bool operator==(const TableCell&) const = default;
 };

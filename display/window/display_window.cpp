@@ -52,6 +52,10 @@ DisplayWindow::DisplayWindow(const Session& session, DisplayCommands& commands,
   HideCommandBar();
 }
 
+QString DisplayWindow::TableTipAt(const QPoint& point) const {
+  return fraProgress_->isVisible() ? fraProgress_->TipAt(point - fraProgress_->pos()) : QString();
+}
+
 Colour DisplayWindow::Background() const {
   return session_.elements[static_cast<size_t>(Element::ScreenBackground)].Backcolour;
 }

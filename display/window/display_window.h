@@ -72,6 +72,8 @@ class DisplayWindow : public QWidget, public DisplayForm, public SessionListener
   /// Where the move message stands: on the line of the caption, unless the window has one more.
   void SetMoveLine(TextRow* line) { moveLine_ = line; }
   Colour Background() const;
+  /// Who is at the table whose cell is at a point of the window; empty where there is none.
+  QString TableTipAt(const QPoint& point) const;
   DisplayCommands& Commands() { return commands_; }
 
  private:

@@ -2,8 +2,10 @@
 
 #include <QFrame>
 #include <QHBoxLayout>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QToolTip>
 
 #include "display/contrast.h"
 #include "display/window/text_measure.h"
@@ -40,6 +42,13 @@ FrmDisplay2::FrmDisplay2(const Session& session, DisplayCommands& commands, Lett
 void FrmDisplay2::ShowNotices(const std::vector<Notice>& notices) {
   fraNotices_->ShowNotices(notices);
   Rearrange();
+}
+
+bool FrmDisplay2::event(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return DisplayWindow::event(event);
+  const auto* help = static_cast<const QHelpEvent*>(event);
+  QToolTip::showText(help->globalPos(), TableTipAt(help->pos()), this);
+  return true;
 }
 
 FrmDisplay2::Pair FrmDisplay2::AddPair(const char* name, const QString& first,

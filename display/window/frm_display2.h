@@ -25,6 +25,8 @@ class FrmDisplay2 : public DisplayWindow {
   void ShowNotices(const std::vector<Notice>& notices) override;
 
  protected:
+  /// A table's cell tells the director who is there.
+  bool event(QEvent* event) override;
   int FootHeight() const override;
   void PlaceFoot() override;
 

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "display/table_grid.h"
 #include "display/window/text_measure.h"
 #include "display/window/text_row.h"
 
@@ -20,6 +19,10 @@ constexpr double kLeastCellText = 5;
 constexpr QColor kNotPlaying(128, 128, 128);
 constexpr QColor kFinished(0x2E, 0x7D, 0x32);
 constexpr QColor kSlow(0xFF, 0xB3, 0x00);
+
+QRectF Rect(const Place& place) {
+  return {place.x, place.y, place.width, place.height};
+}
 
 }  // namespace
 
@@ -141,26 +144,43 @@ void TableGridView::PaintCell(QPainter& painter, const TableCell& cell, const QR
   }
 }
 
+TableGrid TableGridView::Grid() const {
+  std::vector<size_t> tables;
+  for (const SectionCells& section : sections_) tables.push_back(section.cells.size());
+  return LayOutTables(tables, width(), height());
+}
+
+QString TableGridView::TipAt(const QPoint& point) const {
+  const TableGrid grid = Grid();
+  for (size_t s = 0; s < grid.cells.size(); ++s) {
+    for (size_t t = 0; t < grid.cells[s].size(); ++t) {
+      if (Rect(grid.cells[s][t]).contains(point)) {
+        return QString::fromStdString(sections_[s].cells[t].tip);
+      }
+    }
+  }
+  return {};
+}
+
 void TableGridView::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  std::vector<size_t> tables;
-  for (const SectionCells& section : sections_) tables.push_back(section.cells.size());
-  const TableGrid grid = LayOutTables(tables, width(), height());
-  const auto rect = [](const Place& place) {
-    return QRectF(place.x, place.y, place.width, place.height);
-  };
+  const TableGrid grid = Grid();
   for (size_t s = 0; s < sections_.size(); ++s) {
     if (!grid.letters.empty()) {
       painter.setPen(ColourOf(style_.Forecolour));
-      const QRectF place = rect(grid.letters[s]);
+      const QRectF place = Rect(grid.letters[s]);
       PaintText(painter, QString::fromStdString(sections_[s].letter),
                 place.adjusted(0, place.height() * 0.15, 0, -place.height() * 0.15));
     }
     for (size_t t = 0; t < sections_[s].cells.size(); ++t) {
-      PaintCell(painter, sections_[s].cells[t], rect(grid.cells[s][t]));
+      PaintCell(painter, sections_[s].cells[t], Rect(grid.cells[s][t]));
     }
   }
+}
+
+QString ProgressFrame::TipAt(const QPoint& point) const {
+  return lblTable_->TipAt(point - lblTable_->pos());
 }
 
 ProgressFrame::ProgressFrame(QWidget* parent)

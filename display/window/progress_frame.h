@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "display/layout.h"
+#include "display/table_grid.h"
 #include "session/progress_face.h"
 
 namespace corvanel {
@@ -34,11 +34,14 @@ class TableGridView : public QWidget {
   explicit TableGridView(QWidget* parent);
   void Show(const std::vector<SectionCells>& sections);
   void SetStyle(const ElementStyle& style);
+  /// Who is at the table whose cell is at a point of this view; empty where there is none.
+  QString TipAt(const QPoint& point) const;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  TableGrid Grid() const;
   void PaintCell(QPainter& painter, const TableCell& cell, const QRectF& place) const;
   void PaintText(QPainter& painter, const QString& text, const QRectF& place) const;
 
@@ -62,6 +65,8 @@ class ProgressFrame : public QWidget {
   void Show(const ProgressFace& face, bool lines, bool grid, const ElementStyle& style);
   /// Takes its place in a window of this back colour and height.
   void SetPlace(const QRect& place, Colour background, double windowHeight);
+  /// Who is at the table at a point of this frame; empty where there is none.
+  QString TipAt(const QPoint& point) const;
 
  private:
   double LinesHeight(double windowHeight) const;

@@ -12,7 +12,9 @@ namespace {
 
 using testing::Contains;
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::IsEmpty;
+using testing::Not;
 
 /// Eight tables, three boards of seven minutes, rounds of 21 minutes with a minute's move.
 class EveningTest : public testing::Test {
@@ -64,13 +66,16 @@ TEST_F(EveningTest, ARoundHeldAtItsEndIsReleasedByTheTables) {
   for (const int table : {1, 2, 3, 4, 6}) Send(table, 1, 1);
   bench.PassWithPolls(6 * 60);
   EXPECT_THAT(Lines(), ElementsAre("Tables 5 7 8 still playing"));
-  EXPECT_EQ(bench.face.sections[0].cells[4], (TableCell{"5", TableState::Playing, "2/3"}));
+  EXPECT_EQ(bench.face.sections[0].cells[4],
+            (TableCell{"5", TableState::Playing, "2/3", "5: NS   5, EW  13"}));
   EXPECT_EQ(bench.face.info, "Bridgemate: 5 of 8 tables finished");
   EXPECT_FALSE(State().paused);
   bench.PassWithPolls(25);
   EXPECT_TRUE(State().paused);  // three are late, at most 12 seconds before the end
   EXPECT_THAT(bench.clocks.played, Contains("bell"));
   EXPECT_EQ(bench.face.info, "Bridgemate: waiting for 3 tables");
+  EXPECT_THAT(bench.log, Contains(EndsWith(" Table 5: NS   5, EW  13")));
+  EXPECT_THAT(bench.log, Not(Contains(EndsWith(" Table 1: NS   1, EW   9"))));
   bench.PassWithPolls(120);
   EXPECT_TRUE(State().paused);
   Send(7, 1, 1);
@@ -163,7 +168,8 @@ TEST_F(EveningTest, ADeadUnitNeitherPausesNorHoldsNorEnds) {
   EXPECT_EQ(State().phase, Phase::Round);
   EXPECT_THAT(Lines(), IsEmpty());
   EXPECT_EQ(bench.face.info, "Bridgemate: nothing from table 8");
-  EXPECT_EQ(bench.face.sections[0].cells[7], (TableCell{"8", TableState::Silent, "?"}));
+  EXPECT_EQ(bench.face.sections[0].cells[7],
+            (TableCell{"8", TableState::Silent, "?", "8: NS   8, EW  15"}));
   bench.PassWithPolls(20 * 60);
   EXPECT_EQ(State().phase, Phase::Move);
 }

@@ -137,6 +137,7 @@ TEST(ProgressTest, SectionsHaveTheirLettersAndSitOutsTheirNP) {
   picture.sections.push_back({2, "B", 1, 0, 0});
   picture.rounds.push_back({2, 1, 1, 0, 0, 0, 0, ""});
   picture.rounds.push_back({2, 1, 2, 0, 0, 0, 0, ""});
+  picture.players = {{1, 2, "N", "7", "Ann"}, {1, 2, "S", "8", ""}, {1, 2, "E", "9", "Eve"}};
   picture.received = {ResultOf(2, 1, 4)};
   const ScoringSession session = Model(picture);
   const ProgressInput input{1, 2, 0, 7, true};
@@ -148,6 +149,8 @@ TEST(ProgressTest, SectionsHaveTheirLettersAndSitOutsTheirNP) {
   EXPECT_EQ(grid[1].letter, "B");
   EXPECT_EQ(grid[0].cells[1].text, "1/3");
   EXPECT_EQ(grid[1].cells[0].text, "NP");
+  EXPECT_EQ(grid[0].cells[1].tip, "A2: NS   2, EW   4\nN: Ann, E: Eve");
+  EXPECT_EQ(grid[1].cells[0].tip, "B1:   0EW sits out");
   const ProgressInput last{2, 2, 0, 7, true};
   EXPECT_EQ(GridOf(session, ProgressOf(session, last), last)[1].cells[0].text, "");
 }

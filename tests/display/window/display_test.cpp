@@ -2,11 +2,14 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QHelpEvent>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
 #include <QToolButton>
+#include <QToolTip>
 #include <QTreeWidget>
+#include <set>
 
 #include "display/window/countdown_panel.h"
 #include "display/window/dialog_placer.h"
@@ -272,7 +275,7 @@ ProgressFace Tables(size_t count, size_t sections) {
     face.sections.push_back({sections > 1 ? std::string(1, static_cast<char>('A' + s)) : "", {}});
     for (size_t t = 1; t <= count; ++t) {
       const auto state = static_cast<TableState>(t % 6);
-      face.sections.back().cells.push_back({std::to_string(t), state, "1/3"});
+      face.sections.back().cells.push_back({std::to_string(t), state, "1/3", ""});
     }
   }
   return face;
@@ -295,6 +298,28 @@ TEST_F(FrmDisplayTest, TablesHaveTheirPlaceBelowTheClock) {
       EXPECT_TRUE(Find<TextRow>("lblBridgemate")->Fits());
     }
   }
+}
+
+TEST_F(FrmDisplayTest, TheTwinsCellsTellWhoIsThere) {
+  ProgressFace face = Tables(8, 1);
+  for (TableCell& cell : face.sections[0].cells) cell.tip = cell.number + ": NS   3, EW  11";
+  twin.resize(1024, 768);
+  twin.show();
+  const auto tips = [&](DisplayWindow& display) {
+    display.ShowTables(face);
+    const QRect frame = display.findChild<QWidget*>("fraProgress")->geometry();
+    std::set<QString> told;
+    for (int x = frame.left(); x < frame.right(); x += 4) {
+      const QPoint point(x, frame.bottom() - frame.height() / 4);
+      QHelpEvent event(QEvent::ToolTip, point, display.mapToGlobal(point));
+      QApplication::sendEvent(&display, &event);
+      if (event.isAccepted()) told.insert(QToolTip::text());
+    }
+    told.erase(QString());
+    return told.size();
+  };
+  EXPECT_EQ(tips(window), 0U);  // the room has no use for it
+  EXPECT_EQ(tips(twin), 8U);
 }
 
 TEST_F(FrmDisplayTest, OptionsSayWhatOfTheUnitsIsShown) {
