@@ -73,6 +73,23 @@ TEST(ContinueSessionTest, GoesOnFromWhereItStopped) {
   EXPECT_NEAR(second.Left(), 600 - 300.5, 1);
 }
 
+TEST(ContinueSessionTest, TheLongestRoundThatCanBeStoredGoesOn) {
+  FakeKeeper keeper;
+  ProgramRun first(keeper, ClockTime::At(20, 0), "one");
+  first.Begin();
+  first.session().settings.MinPerRound = 1440;  // as a favourite may have it
+  first.Pass(60);
+  EXPECT_EQ(first.Face().countdown, "9:00");  // of the round in play nothing changes
+  first.Do(SessionCommand::NextRound);
+  first.Pass(600);
+  EXPECT_EQ(first.Face().countdown, "1430:00");
+  ProgramRun second(keeper, ClockTime::At(20, 12), "two");
+  second.bench.base.prompts.choice = 0;
+  ASSERT_TRUE(second.Resume());
+  EXPECT_EQ(second.State().round, 2);
+  EXPECT_NEAR(second.Left(), 1440 * 60 - 660, 1);
+}
+
 TEST(ContinueSessionTest, APausedSessionStaysPaused) {
   for (const size_t choice : {0U, 1U}) {
     FakeKeeper keeper;
