@@ -184,16 +184,20 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
   std::unique_ptr<DlgSplash> splash_;
 };
 
+/// What a signal tells beyond what its answer wants to know is left out.
+template <class Answer, class... Told>
+void Call(const Answer& answer, const Told&... told) {
+  if constexpr (std::is_invocable_v<const Answer&, const Told&...>) {
+    answer(told...);
+  } else {
+    answer();
+  }
+}
+
 template <class Sender, class Signal, class Answer>
 void Desktop::On(const Sender* sender, Signal signal, const char* place, Answer answer) {
-  connect(sender, signal, this, [this, place, answer](const auto&... arguments) {
-    Guarded(errors_, place, [&] {
-      if constexpr (std::is_invocable_v<Answer, decltype(arguments)...>) {
-        answer(arguments...);
-      } else {
-        answer();  // the signal tells more than is needed
-      }
-    });
+  connect(sender, signal, this, [this, place, answer](const auto&... told) {
+    Guarded(errors_, place, [&] { Call(answer, told...); });
   });
 }
 

@@ -19,7 +19,7 @@ bool TakeMinutes(const ScoringSession& scoring, Session& session) {
     last = section.boardsPerSet;
     boards.insert(last);
   }
-  if (boards.empty()) return true;
+  if (last == 0) return true;
   SessionSettings& s = session.settings;
   if (boards.size() == 1) {
     const double minutes = RoundTo2Decimals(last * double{session.options.BMMinPerBoard});

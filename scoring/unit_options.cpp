@@ -49,6 +49,7 @@ UnitChoice UnitOptions::Unit() const {
 
 std::vector<std::string> UnitOptions::NumberKeys() {
   std::vector<std::string> keys;
+  keys.reserve(kNumberBoxes.size());
   for (const NumberBox& box : kNumberBoxes) keys.emplace_back(box.key);
   return keys;
 }
