@@ -4,36 +4,10 @@
 
 #include <random>
 
-#include "tests/support/favourites_bench.h"
+#include "tests/support/control_window_fixture.h"
 
 namespace corvanel {
 namespace {
-
-class ControlWindowTest : public testing::Test {
- protected:
-  ControlWindowTest() {
-    s.nRounds = 8;
-    s.MinPerRound = 20;
-    s.MinBetweenRounds = 1;
-    window.Leave(Box::StartTime, "19:30");
-    window.Display();
-  }
-  /// Types a whole text and leaves the box.
-  bool Enter(Box box, const std::string& text) {
-    window.Change(box, text);
-    return window.Leave(box, text);
-  }
-  std::string Value(Box box) { return view.texts[box]; }
-
-  FavouritesBench base;
-  ClockBench& bench = base.bench;
-  Session& session = base.session;
-  SessionSettings& s = session.settings;
-  FakePrompts& prompts = base.prompts;
-  FakeControlWindow& view = base.view;
-  FakeStore& store = base.store;
-  ControlWindow& window = base.control;
-};
 
 TEST_F(ControlWindowTest, FillingTheWindowCalculatesOnce) {
   view.calculations = 0;
@@ -180,135 +154,6 @@ TEST_F(ControlWindowTest, TheTitleBoxFollowsTheTitleWhileTitlesAreShown) {
   EXPECT_FALSE(session.options.Show[kShowTitle]);
 }
 
-TEST_F(ControlWindowTest, StartSavesStartsAndShowsTheDisplays) {
-  Enter(Box::CurrentRound, "3");
-  bench.time.PassTo(65);
-  window.cmdStart_Click();
-  EXPECT_EQ(store.GetSetting("Timer", "nRounds"), "8");
-  EXPECT_EQ(Value(Box::StartTime), "19:31:05");
-  EXPECT_EQ(bench.face.caption, "Time remaining for Round 3 of 8");
-  EXPECT_TRUE(view.displaysShown);
-  EXPECT_TRUE(view.resumeOffered);
-  EXPECT_EQ(bench.timeOfDay, "19:31");
-}
-
-TEST_F(ControlWindowTest, StartRefusesARoundWithoutMinutes) {
-  Enter(Box::MinPerRound, "0");
-  window.cmdStart_Click();
-  EXPECT_EQ(prompts.texts.back(), "The minutes per round must be greater than 0");
-  Enter(Box::MinPerRound, "20");
-  window.optCalc_Click(1);
-  Enter(Box::FinishTime, "23:00");
-  bench.time.PassTo(3.49 * 3600);  // a minute before the required finish
-  window.cmdStart_Click();
-  EXPECT_EQ(prompts.texts.size(), 2U);
-  EXPECT_EQ(bench.face.phase, Phase::Idle);
-  view.commit = [] { return false; };
-  window.cmdStart_Click();
-  EXPECT_EQ(prompts.texts.size(), 2U);
-  EXPECT_FALSE(view.displaysShown);
-}
-
-TEST_F(ControlWindowTest, AStoreThatCannotBeWrittenDoesNotStopTheSession) {
-  store.full = true;
-  window.cmdStart_Click();
-  EXPECT_EQ(bench.errors.reports, std::vector<std::string>{"61 frmMain.cmdStart_Click 1"});
-  EXPECT_EQ(bench.face.phase, Phase::Round);
-}
-
-TEST_F(ControlWindowTest, WhileASessionRunsOnlyChangedBoxesCount) {
-  s.optBreak = false;
-  window.cmdStart_Click();
-  bench.Pass(5 * 21 * 60 + 600);  // ten minutes into round 6
-  EXPECT_EQ(Value(Box::CurrentRound), "6");
-  EXPECT_EQ(Value(Box::StartTime), "21:14");
-  EXPECT_EQ(view.labels[Label::lblFinishTime], "22:17");
-  const int before = view.calculations;
-  for (const Box box : {Box::nRounds, Box::StartTime, Box::MinPerRound, Box::CurrentRound}) {
-    EXPECT_TRUE(window.Leave(box, Value(box)));
-  }
-  EXPECT_EQ(view.calculations, before);
-  Enter(Box::MinPerRound, "10");  // rounds 7 and 8 get shorter, the one in play does not
-  EXPECT_EQ(view.labels[Label::lblFinishTime], "21:57");
-  EXPECT_EQ(bench.face.finish, "Finish at 21:57");
-  EXPECT_EQ(bench.face.countdown, "10:00");
-  EXPECT_FALSE(Enter(Box::MinPerRound, "0"));
-  EXPECT_EQ(s.MinPerRound, 10);
-}
-
-// A slip in the rounds box must not send a running evening anywhere.
-TEST_F(ControlWindowTest, TheRoundInPlayIsTheClocks) {
-  s.optBreak = false;
-  window.cmdStart_Click();
-  bench.Pass(4 * 21 * 60 + 60);
-  ASSERT_EQ(bench.face.caption, "Time remaining for Round 5 of 8");
-  Enter(Box::nRounds, "4");
-  EXPECT_EQ(prompts.texts.back(),
-            "Round 5 is in play, so the number of rounds was set to 5, not 4");
-  EXPECT_EQ(Value(Box::nRounds), "5");
-  EXPECT_EQ(bench.face.caption, "Final Round");  // right at once
-  EXPECT_EQ(bench.face.finish, "Finish at 21:14");
-  Enter(Box::nRounds, "8");
-  EXPECT_EQ(bench.face.caption, "Time remaining for Round 5 of 8");
-  EXPECT_EQ(Value(Box::CurrentRound), "5");
-  // What is planned for the next start does not touch it.
-  const std::string finish = bench.face.finish;
-  Enter(Box::CurrentRound, "2");
-  window.cmdResume_Click();
-  bench.Pass(60);
-  EXPECT_EQ(Value(Box::CurrentRound), "2");
-  EXPECT_EQ(bench.face.caption, "Time remaining for Round 5 of 8");
-  EXPECT_EQ(bench.face.finish, finish);
-  EXPECT_EQ(view.labels[Label::lblFinishTime], "22:17");
-  bench.Pass(18 * 60 + 30);
-  EXPECT_EQ(bench.face.message, "MOVE FOR ROUND 6");
-  Enter(Box::Skip, "5");
-  EXPECT_EQ(bench.face.message, "SKIP - MOVE FOR ROUND 6");
-  Enter(Box::nRounds, "6");
-  EXPECT_EQ(bench.face.message, "SKIP - MOVE FOR THE FINAL ROUND");
-  bench.Pass(60);
-  EXPECT_EQ(Value(Box::CurrentRound), "6");  // the proposal follows the clock
-  Enter(Box::CurrentRound, "1");
-  window.BackFromDisplays();
-  EXPECT_EQ(Value(Box::CurrentRound), "6");
-  EXPECT_EQ(view.labels[Label::cmdStart], "Start Timer from round 6");
-}
-
-TEST_F(ControlWindowTest, AnEndedSessionLeavesThePlanToTheDirector) {
-  window.cmdStart_Click();
-  bench.RunToEnd();
-  Enter(Box::nRounds, "3");
-  EXPECT_EQ(Value(Box::CurrentRound), "1");
-  EXPECT_EQ(bench.face.caption, "Final Round");
-  bench.clock.Do(SessionCommand::Restart);  // of the last round that there is now
-  EXPECT_EQ(bench.clock.State().round, 3);
-}
-
-TEST_F(ControlWindowTest, ResumeShowsTheDisplaysAndLeavesAPauseAlone) {
-  window.cmdStart_Click();
-  bench.clock.Do(SessionCommand::Pause);
-  view.displaysShown = false;
-  window.cmdResume_Click();
-  EXPECT_TRUE(view.displaysShown);
-  EXPECT_TRUE(bench.face.paused);
-}
-
-TEST_F(ControlWindowTest, StopAsksOnlyTheShutdownQuestion) {
-  window.cmdStop_Click();
-  EXPECT_EQ(view.done, "end ");
-  session.options.AutoShutdown = true;
-  window.cmdStart_Click();
-  prompts.answers = {Answer::Cancel, Answer::Yes};
-  view.done.clear();
-  window.cmdStop_Click();
-  EXPECT_EQ(view.done, "geometry ");
-  window.cmdStop_Click();
-  EXPECT_EQ(view.done, "geometry geometry shutdown end ");
-  EXPECT_EQ(prompts.texts.back(),
-            "Do you wish to shut down the computer?\nClick Yes to shut down\n"
-            "Click No to do other work\nClick Cancel to continue with Corvanel");
-}
-
 TEST(EntryRulesTest, KeysAreFilteredBoxByBox) {
   EXPECT_FALSE(Takes(Box::nRounds, 'x'));
   EXPECT_FALSE(Takes(Box::nRounds, '.'));
@@ -375,6 +220,49 @@ TEST_F(ControlWindowTest, NoEntryHarmsTheSession) {
     ASSERT_TRUE(s.TimeForBreak >= 0 && s.TimeForBreak <= kLongestPhase);
     ASSERT_GE(s.BreakAfterRound, 0);
   }
+}
+
+TEST_F(ControlWindowTest, ATitleThatWasNotWantedStaysAwayTheNextEvening) {
+  Enter(Box::Header, "Friday");
+  window.chkHeader_Click(false);
+  window.cmdStart_Click();
+  bench.RunToEnd();
+  base.favourites.Reload();  // as the next start of the program does
+  EXPECT_EQ(Value(Box::Header), "Friday");
+  EXPECT_FALSE(view.ticks[Tick::chkHeader]);
+  EXPECT_FALSE(session.options.Show[kShowTitle]);
+}
+
+TEST_F(ControlWindowTest, TheBoxesOfTheBreakCalculateAtOnce) {
+  s.BreakAfterRound = 4;
+  s.MoveAfterBreak = false;
+  window.chkBreak_Click(true);
+  EXPECT_EQ(view.labels[Label::lblFinishTime], "22:31");
+  EXPECT_EQ(view.labels[Label::lblBreakTime], "20:53");
+  EXPECT_TRUE(view.favouriteOffered);
+  window.chkMoveAfterBreak_Click(true);
+  EXPECT_EQ(view.labels[Label::lblFinishTime], "22:32");
+  window.chkBreak_Click(false);
+  EXPECT_EQ(view.labels[Label::lblFinishTime], "22:17");
+  EXPECT_EQ(view.labels[Label::lblBreakTime], "");
+}
+
+TEST_F(ControlWindowTest, EveryTimeIsRewrittenInItsNewForm) {
+  s.RequiredFinish = ClockTime::At(22, 30);
+  window.Display();
+  session.options.TimeAs24hour = false;
+  window.RewriteTimes();
+  EXPECT_EQ(Value(Box::StartTime), "7:30pm");
+  EXPECT_EQ(Value(Box::FinishTime), "10:30pm");
+  EXPECT_EQ(view.labels[Label::lblFinishTime], "10:17pm");
+}
+
+TEST_F(ControlWindowTest, TheBoxOfTheSecondDisplayIsStoredAndShown) {
+  window.chkMonitor_Click(true);
+  EXPECT_TRUE(s.ExtraMonitor);
+  EXPECT_TRUE(view.favouriteOffered);
+  window.Display();
+  EXPECT_TRUE(view.ticks[Tick::chkMonitor]);
 }
 
 }  // namespace

@@ -147,5 +147,36 @@ TEST_F(FavouritesTest, AStoreThatCannotBeWrittenIsReported) {
   EXPECT_EQ(view.listed, std::vector<std::string>{"Friday"});
 }
 
+TEST_F(FavouritesTest, AShorterOneBringsThePlannedRoundDown) {
+  SaveRounds(3, "Short");
+  SaveRounds(9, "Long");
+  control.Leave(Box::CurrentRound, "5");
+  favourites.cboFavs_Click("Short");
+  EXPECT_EQ(control.Planned().round, 3);
+  EXPECT_EQ(view.texts[Box::CurrentRound], "3");
+}
+
+TEST_F(FavouritesTest, LoadingProposesTheNextQuarterHour) {
+  bench.time.PassTo(300);  // 19:35
+  Load();
+  EXPECT_EQ(view.texts[Box::StartTime], "19:45");
+}
+
+TEST_F(FavouritesTest, DeletingTheOneInUseLeavesASessionUnderWayWithoutAName) {
+  SaveRounds(5, "Friday");
+  control.cmdStart_Click();
+  prompts.answers = {Answer::Yes};
+  favourites.cmdFavDelete_Click("Friday");
+  EXPECT_EQ(view.inUse, "");
+  EXPECT_EQ(store.GetSetting("Timer", "Name"), "");
+  EXPECT_EQ(session.settings.nRounds, 5);
+}
+
+TEST_F(FavouritesTest, TheNameThatWasTypedIsTakenAway) {
+  view.newNamesCleared = 0;
+  SaveRounds(5, "Friday");
+  EXPECT_EQ(view.newNamesCleared, 1);
+}
+
 }  // namespace
 }  // namespace corvanel

@@ -123,5 +123,108 @@ TEST(NoticesTest, ALineThatWasDismissedComesBackOnlyWithNews) {
   EXPECT_THAT(Texts(view), ElementsAre("Away", "Sound file not found: b.wav"));
 }
 
+TEST(NoticesTest, TheLatestDismissalCounts) {
+  FakeNotices view;
+  Notices notices(view);
+  for (const char* text : {"a.wav", "b.wav"}) {
+    notices.Set({NoticeKind::SoundFiles, text, ""});
+    notices.Dismiss(NoticeKind::SoundFiles);
+  }
+  notices.Set({NoticeKind::SoundFiles, "b.wav", ""});
+  EXPECT_THAT(view.notices, IsEmpty());
+}
+
+class FailingListener : public SessionListener {
+ public:
+  void ShowFace(const ClockFace& /*face*/) override { throw RuntimeError(5, "broken"); }
+};
+
+TEST(BroadcastTest, AListenerThatFailsKeepsNothingFromTheOthers) {
+  ClockBench bench;
+  FailingListener failing;
+  Broadcast broadcast(bench.errors);
+  broadcast.Add(failing);
+  broadcast.Add(bench);
+  ClockFace face;
+  face.countdown = "1:23";
+  broadcast.ShowFace(face);
+  EXPECT_EQ(bench.face.countdown, "1:23");
+  EXPECT_EQ(bench.errors.reports.size(), 1U);
+}
+
+TEST(WatchTest, AGapThatCannotBeTakenOutIsOnlyTold) {
+  ClockBench bench;
+  FakeNotices view;
+  Notices notices(view);
+  Watch watch({bench.session, bench.clock, notices, [] { return std::optional<Surroundings>(); },
+               [] { return std::string(); }});
+  bench.broadcast.Add(watch);
+  bench.clock.Start(1);
+  bench.time.PassTo(126);
+  bench.clock.Do(SessionCommand::AddMinute);
+  ASSERT_EQ(view.notices.size(), 1U);
+  EXPECT_EQ(view.notices[0].action, "");
+}
+
+TEST(WatchTest, EveryLineCanBeDismissed) {
+  ClockBench bench;
+  FakeNotices view;
+  Notices notices(view);
+  Watch watch({bench.session, bench.clock, notices, [] { return std::optional<Surroundings>(); },
+               [] { return std::string(); }});
+  watch.SoundNotPlayed("/x/Bell.wav", "why");
+  ASSERT_EQ(view.notices.size(), 1U);
+  watch.Dismiss(NoticeKind::Sound);
+  EXPECT_THAT(view.notices, IsEmpty());
+}
+
+TEST(StartChecksTest, ThePauseSoundCountsWhereItWouldBePlayed) {
+  Session session;
+  session.settings.sounds.play = {};
+  Options& options = session.options;
+  options.BMPauseSound = "a/gong.wav";
+  FakeSounds sounds;
+  sounds.missing = {"a/gong.wav"};
+  FakeNotices view;
+  Notices notices(view);
+  Surroundings around{sounds, true, true, "", true};
+  const auto check = [&] {
+    CheckBeforeStart(session, around, notices);
+    return Texts(view);
+  };
+  EXPECT_THAT(check(), ElementsAre("Sound file not found: gong.wav"));
+  for (bool* needed : {&options.BMAutoPause, &options.BMPausePlay, &around.scoringOpen}) {
+    *needed = false;
+    EXPECT_THAT(check(), IsEmpty());
+    *needed = true;
+  }
+}
+
+TEST(StartChecksTest, ASingleRoundNeedsNoSoundOfTheMove) {
+  Session session;
+  session.settings.nRounds = 1;
+  session.settings.sounds.files.fill("a/there.wav");
+  session.settings.sounds.files[static_cast<size_t>(Cue::EndOfRound)] = "a/end.wav";
+  FakeSounds sounds;
+  sounds.missing = {"a/end.wav"};
+  FakeNotices view;
+  Notices notices(view);
+  CheckBeforeStart(session, {sounds, true, false, "", true}, notices);
+  EXPECT_THAT(view.notices, IsEmpty());
+}
+
+TEST(StartChecksTest, WithoutALastWarningNoBellEndsTheBreak) {
+  Session session;
+  session.settings.MinWarning = 0;
+  session.settings.sounds.files.fill("a/there.wav");
+  session.settings.sounds.files[static_cast<size_t>(Cue::EndOfBreak)] = "a/back.wav";
+  FakeSounds sounds;
+  sounds.missing = {"a/back.wav"};
+  FakeNotices view;
+  Notices notices(view);
+  CheckBeforeStart(session, {sounds, true, false, "", true}, notices);
+  EXPECT_THAT(view.notices, IsEmpty());
+}
+
 }  // namespace
 }  // namespace corvanel

@@ -167,5 +167,40 @@ TEST(DefaultColours, AreReadAcrossTheRoom) {
   EXPECT_NEAR(ContrastRatio({255, 0, 0}, {255, 255, 255}), 4.0, 0.01);
 }
 
+TEST_F(DisplayCommandsTest, TheTwinsFullScreenRemembersNoPlace) {
+  twin.kind = DisplayKind::Twin;
+  twin.place.left = 5000;
+  Press('F', twin);
+  EXPECT_FALSE(twin.place.normal);
+  EXPECT_EQ(bench.session.options.FormX, 0);
+}
+
+TEST_F(DisplayCommandsTest, MaximisedFromTheTwinTheRoomDisplayRemembersItsPlace) {
+  twin.kind = DisplayKind::Twin;
+  Press('M', twin);
+  EXPECT_FALSE(form.place.normal);
+  EXPECT_EQ(bench.session.options.FormX, 100);
+  EXPECT_EQ(bench.session.options.FormSizeX, 9000);
+}
+
+TEST_F(DisplayCommandsTest, SoundsAndOptionsOpenTheirOwnDialogs) {
+  commands.Run(DisplayCommand::Sounds, form);
+  EXPECT_EQ(desk.done, "sounds ");
+  commands.Run(DisplayCommand::Options, form);
+  EXPECT_EQ(desk.done, "sounds options ");
+}
+
+TEST_F(DisplayCommandsTest, TheButtonsFollowWhatTheDisplaysDo) {
+  twin.kind = DisplayKind::Twin;
+  Press('M', twin);
+  Press('M', twin);
+  EXPECT_EQ(desk.done, "full normal ");
+  EXPECT_EQ(desk.pairsShown, 2);
+  Press('H', twin);
+  EXPECT_EQ(desk.pairsShown, 3);
+  Press(key::kEscape, form);
+  EXPECT_EQ(desk.pairsShown, 4);
+}
+
 }  // namespace
 }  // namespace corvanel

@@ -165,5 +165,12 @@ TEST(ScreenPlanTest, ADialogOpensBesideTheCountdown) {
   EXPECT_EQ(PlaceDialog(screen, wanted, rows[0].countdowns).x, wanted.x);
 }
 
+TEST_F(DisplayOptionsTest, CancelWritesTheTimesAnewToo) {
+  options.Set("TimeAs24hour", "False");
+  ASSERT_EQ(rewritten, 1);
+  options.cmdCancel_Click();
+  EXPECT_EQ(rewritten, 2);
+}
+
 }  // namespace
 }  // namespace corvanel

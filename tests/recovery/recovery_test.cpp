@@ -274,5 +274,79 @@ TEST(SessionRecorderTest, AFailureIsShownTriedAgainAndMended) {
   EXPECT_THAT(run.view.notices, IsEmpty());
 }
 
+TEST(ContinueSessionTest, TheStartTimeOfTheLastMoveComesAlong) {
+  FakeKeeper keeper;
+  ProgramRun first(keeper, ClockTime::At(20, 0), "one");
+  first.Begin();
+  first.Pass(700);  // the move was at 20:10
+  ProgramRun second(keeper, ClockTime::At(20, 12), "two");
+  second.bench.base.prompts.choice = 0;
+  ASSERT_TRUE(second.Resume());
+  EXPECT_EQ(second.bench.base.view.texts[Box::StartTime], "20:10");
+}
+
+TEST(ContinueSessionTest, TheQuestionNamesThePhaseAndThePause) {
+  struct Row {
+    double seconds;
+    bool paused;
+    const char* text;
+  };
+  const Row rows[] = {{60, true, "Round 1 of 4, 9:00 left, paused\r\n"},
+                      {630, false, "Move after round 1 of 4, 0:30 left\r\n"},
+                      {1320, false, "Break, 4:00 left\r\n"}};
+  for (const Row& row : rows) {
+    FakeKeeper keeper;
+    ProgramRun first(keeper, ClockTime::At(20, 0), "one");
+    first.Begin();
+    first.Pass(row.seconds);
+    if (row.paused) first.Do(SessionCommand::Pause);
+    ProgramRun second(keeper, ClockTime::At(20, 30), "two");
+    second.Resume();
+    EXPECT_THAT(second.bench.base.prompts.texts, ElementsAre(HasSubstr(row.text)));
+  }
+}
+
+TEST(SessionRecorderTest, OtherSectionsOfTheSameFileAreWritten) {
+  FakeKeeper keeper;
+  ProgramRun run(keeper, ClockTime::At(20, 0), "one");
+  ScoringPicture picture = Mitchell(4, 4, 2);
+  picture.sections.push_back({9, "B", 1, 0, 0});
+  picture.rounds.push_back({9, 1, 1, 1, 2, 1, 2, ""});
+  run.Begin();
+  for (const bool both : {false, true}) {
+    run.bench.sectionAnswers = {true, both};
+    run.bench.Open(picture);
+    run.Pass(1);
+  }
+  EXPECT_THAT(ReadRecord(keeper.texts.front()).Value().sections, ElementsAre(1, 9));
+}
+
+// The director closed the question, looked at something and left: it is asked again.
+TEST(SessionRecorderTest, ARunWithoutASessionForgetsNothing) {
+  FakeKeeper keeper;
+  ProgramRun first(keeper, ClockTime::At(20, 0), "one");
+  first.Begin();
+  ProgramRun second(keeper, ClockTime::At(20, 1), "two");
+  EXPECT_FALSE(second.Resume());
+  second.recorder.Close();
+  ProgramRun third(keeper, ClockTime::At(20, 2), "three");
+  third.bench.base.prompts.choice = 0;
+  EXPECT_TRUE(third.Resume());
+}
+
+TEST(ContinueSessionTest, TheReasonIsThatOfTheNewestRecord) {
+  FakeKeeper keeper;
+  ProgramRun first(keeper, ClockTime::At(20, 0), "one");
+  first.Begin();
+  std::string newer = keeper.texts.front();
+  const std::string format = "\"format\": 2";
+  newer.replace(newer.find(format), format.size(), "\"format\": 3");
+  keeper.texts = {newer, "{}"};
+  ProgramRun second(keeper, ClockTime::At(20, 1), "two");
+  EXPECT_FALSE(second.Resume());
+  ASSERT_EQ(second.view.notices.size(), 1U);
+  EXPECT_THAT(second.view.notices[0].text, HasSubstr("another version"));
+}
+
 }  // namespace
 }  // namespace corvanel

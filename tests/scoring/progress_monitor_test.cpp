@@ -289,5 +289,79 @@ TEST_F(EveningTest, ThePauseSoundHasASwitch) {
   EXPECT_EQ(std::count(bench.clocks.played.begin(), bench.clocks.played.end(), "bell"), 0);
 }
 
+TEST_F(EveningTest, ATableThatHasFinishedShowsNoCount) {
+  Send(1, 1, 3);
+  Send(2, 1, 1);
+  bench.PassWithPolls(10);
+  EXPECT_EQ(bench.face.sections[0].cells[0],
+            (TableCell{"1", TableState::Finished, "", "1: NS   1, EW   9"}));
+  EXPECT_EQ(bench.face.sections[0].cells[1].text, "1/3");
+}
+
+TEST_F(EveningTest, AFileThatIsGoneIsSaidAtOnce) {
+  bench.link.Reopen("/scoring/gone.bws", {1});
+  bench.monitor.FileChanged();
+  EXPECT_EQ(bench.face.info, "Bridgemate: no data");
+}
+
+TEST_F(EveningTest, InTheBreakEveryTableThatStillPlaysIsSlow) {
+  SessionSettings& s = bench.session.settings;
+  s.optBreak = true;
+  s.BreakAfterRound = 1;
+  s.TimeForBreak = 15;
+  bench.session.options.BMAutoPause = false;
+  AllSend(1, 1);
+  bench.PassWithPolls(21 * 60 + 10);
+  ASSERT_EQ(State().phase, Phase::Break);
+  EXPECT_THAT(Lines(), ElementsAre("8 slow tables", "8 tables playing"));
+}
+
+TEST_F(EveningTest, NothingRingsInTheDirectorsOwnPause) {
+  bench.session.options.BMPauseMinutes = 21;  // at any time
+  bench.clocks.clock.Do(SessionCommand::Pause);
+  AllSend(1, 2);
+  bench.PassWithPolls(20);
+  EXPECT_THAT(bench.clocks.played, IsEmpty());
+  EXPECT_FALSE(State().autoPaused);
+}
+
+TEST_F(EveningTest, ARoundThatAllHaveFinishedAlreadyIsPlayedInFull) {
+  AllSend(1, 2);
+  AllSend(2, 3);  // of last week
+  bench.PassWithPolls(5);
+  bench.clocks.clock.Do(SessionCommand::NextRound);
+  bench.PassWithPolls(60);
+  EXPECT_EQ(State().phase, Phase::Round);
+  EXPECT_EQ(State().round, 2);
+}
+
+TEST_F(EveningTest, AfterAGapWasTakenOutAFinishedRoundIsNotEndedAtOnce) {
+  AllSend(1, 2);
+  bench.PassWithPolls(60);
+  bench.clocks.time.PassTo(bench.clocks.time.Elapsed() + 600);
+  bench.clocks.clock.Tick();
+  AllSend(1, 1);
+  ASSERT_TRUE(bench.link.ReadNow());
+  bench.clocks.clock.Do(SessionCommand::TakeOutGap);
+  bench.PassWithPolls(60);
+  EXPECT_EQ(State().phase, Phase::Round);
+}
+
+TEST_F(EveningTest, ATableThatSitsOutIsNotCounted) {
+  evening.sections[0].MissingPair = 16;
+  Send(1, 1, 3);
+  bench.PassWithPolls(10);
+  EXPECT_EQ(bench.face.info, "Bridgemate: 1 of 7 tables finished");
+}
+
+TEST_F(EveningTest, AnotherFileIsNotBlindYet) {
+  bench.database.unreadable = true;
+  bench.PassWithPolls(130);
+  ASSERT_EQ(bench.face.info, "Bridgemate: no data for 2 min");
+  bench.link.Reopen("/scoring/other.bws", {1});
+  bench.monitor.FileChanged();
+  EXPECT_EQ(bench.face.info, "Bridgemate: no data");
+}
+
 }  // namespace
 }  // namespace corvanel

@@ -191,5 +191,79 @@ TEST_F(ScoringLinkTest, AnEmptyUnitNameBecomesBridgemate) {
   EXPECT_EQ(bench.unitCaption, "Bridgemate");
 }
 
+TEST_F(ScoringLinkTest, TheMenuOffersTheNewestFile) {
+  session.options.BWSfolder = "/club/";
+  bench.database.Put("/club/a.bws", Mitchell(5, 4, 3), MinutesAgo(3000));
+  bench.database.Put("/club/b.bws", Mitchell(5, 4, 3), MinutesAgo(2000));
+  bench.database.Put("/club/c.bws", Mitchell(5, 4, 3), MinutesAgo(4000));
+  Prompts().answers = {Answer::Yes};
+  bench.link.mnuOpenFile_Click();
+  EXPECT_EQ(bench.link.Path(), "/club/b.bws");
+}
+
+TEST_F(ScoringLinkTest, AFolderWithoutASeparatorWillDo) {
+  session.options.BWSfolder = "/club";
+  bench.database.Put("/club/a.bws", Mitchell(5, 4, 3), MinutesAgo(5));
+  bench.database.Put("/clubs/newer.bws", Mitchell(5, 4, 3), MinutesAgo(1));
+  Prompts().answers = {Answer::Yes};
+  bench.link.Suggest();
+  EXPECT_EQ(bench.link.Path(), "/club/a.bws");
+}
+
+TEST_F(ScoringLinkTest, NoToTheSuggestionLeadsToTheFileDialogToo) {
+  session.options.BWSfolder = "/club/";
+  bench.database.Put("/club/a.bws", Mitchell(5, 4, 3), MinutesAgo(5));
+  bench.database.Put("/other/b.bws", Mitchell(6, 5, 2), MinutesAgo(2));
+  Prompts().answers = {Answer::No};
+  Prompts().file = "/other/b.bws";
+  EXPECT_TRUE(bench.link.Suggest());
+  EXPECT_EQ(bench.link.Path(), "/other/b.bws");
+}
+
+TEST_F(ScoringLinkTest, AFileOfAnEarlierRunKeepsItsSections) {
+  ScoringPicture picture = Mitchell(8, 7, 3);
+  picture.sections.push_back({9, "B", 1, 0, 0});
+  picture.rounds.push_back({9, 1, 1, 1, 2, 1, 4, ""});
+  bench.Write(picture);
+  bench.link.Reopen(ScoringBench::kFile, {9});
+  EXPECT_EQ(bench.link.Sections(), (std::set<int16_t>{9}));
+  EXPECT_EQ(bench.link.Model().SelectedSections(), 1);
+  EXPECT_TRUE(bench.link.Model().Section(9)->selected);
+}
+
+/// Files on a share that answers when it likes.
+class SlowDatabase : public FakeDatabase {
+ public:
+  void Read(const std::string& path, Answer answer) override {
+    arrive = [this, path, answer = std::move(answer)] { answer(ReadNow(path)); };
+  }
+  std::function<void()> arrive;
+};
+
+TEST_F(ScoringLinkTest, WhatComesLateOfTheFileBeforeIsNotTaken) {
+  SlowDatabase database;
+  ScoringLink link({.session = session,
+                    .table = bench.base.table,
+                    .database = database,
+                    .clock = bench.clocks.clock,
+                    .listener = bench.clocks.broadcast,
+                    .prompts = Prompts(),
+                    .errors = bench.clocks.errors,
+                    .time = bench.clocks.time,
+                    .log = bench.activity,
+                    .version = "1.2.03",
+                    .chooseSections = [](const auto&, const auto&) { return std::vector<bool>(); },
+                    .opened = [](auto) {}});
+  database.Put("/a.bws", Mitchell(8, 7, 3));
+  database.Put("/b.bws", Mitchell(5, 4, 3));
+  link.BWSOpenFile("/a.bws");
+  bool good = true;
+  link.BWSReadFile([&](bool read) { good = read; });
+  link.BWSOpenFile("/b.bws");
+  database.arrive();
+  EXPECT_FALSE(good);
+  EXPECT_EQ(link.Model().TotalTables(), 5);
+}
+
 }  // namespace
 }  // namespace corvanel

@@ -108,5 +108,17 @@ TEST_F(UnitOptionsTest, OkStoresEverythingInItsOrder) {
   EXPECT_EQ(session.options.BMPauseMinutes, 1.5F);
 }
 
+TEST_F(UnitOptionsTest, TheLargestNumbersAreTaken) {
+  const UnitOptions dialog = Dialog();
+  EXPECT_TRUE(dialog.Leave("BMPauseMinutes", "600"));
+  EXPECT_TRUE(dialog.Leave("BMPauseTables", "9999"));
+  EXPECT_TRUE(prompts.texts.empty());
+}
+
+TEST_F(UnitOptionsTest, TheBreakIsOfWholeMinutes) {
+  EXPECT_FALSE(UnitOptions::Takes("BMBreak", '.'));
+  EXPECT_TRUE(UnitOptions::Takes("BMPauseMinutes", '.'));
+}
+
 }  // namespace
 }  // namespace corvanel

@@ -176,5 +176,24 @@ TEST(CaptionsTest, SayWhatThePlayersMustDo) {
   EXPECT_EQ(RoundCaption(8, 8), "Final Round");
 }
 
+TEST(CalcFinishTimeTest, ABreakThatNeverComesAddsNoMove) {
+  SessionSettings s = EightRounds();
+  s.optBreak = true;
+  s.BreakAfterRound = 8;
+  EXPECT_EQ(TimeText(CalcFinishTime(s, 8, kStart).finish), "19:50");
+}
+
+// Rounds that are added for another evening do not call players back into this one.
+TEST(CaptionsTest, AnEndedSessionKeepsItsFinalRound) {
+  EXPECT_EQ(PhaseCaption(EightRounds(), {Phase::Ended, 6, 0}), "Final Round");
+}
+
+TEST(RoundListTest, ListsRoundsAsTheyAreWritten) {
+  const RoundList list("3,07,12");
+  EXPECT_TRUE(list.Lists(3));
+  EXPECT_TRUE(list.Lists(12));
+  EXPECT_FALSE(list.Lists(7));
+}
+
 }  // namespace
 }  // namespace corvanel

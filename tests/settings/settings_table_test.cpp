@@ -204,5 +204,70 @@ TEST_F(SettingsTableTest, WholeNumbersAreRoundedHalvesToTheEvenOne) {
   }
 }
 
+// What stores of the club hold under each key of a pair that could be mistaken for the other.
+TEST_F(SettingsTableTest, KeysThatAreAlikeStandForTheirOwnValues) {
+  const std::pair<const char*, const char*> stored[] = {{"MinWarning", "2"},
+                                                        {"MinWarning1", "6"},
+                                                        {"Skip", "3"},
+                                                        {"Arrow", "8"},
+                                                        {"SoundPlay0FR", "-1"},
+                                                        {"SoundPlay1FR", "0"},
+                                                        {"SoundSkip", "s.wav"},
+                                                        {"SoundArrow", "a.wav"},
+                                                        {"SoundPlaySkip", "0"},
+                                                        {"FormX", "10"},
+                                                        {"FormY", "20"},
+                                                        {"FormSizeX", "9000"},
+                                                        {"FormSizeY", "8000"},
+                                                        {"BMOmitwarning1", "False"},
+                                                        {"BMOmitwarning2", "True"},
+                                                        {"Show1", "0"}};
+  for (const auto& [key, value] : stored) store.SaveSetting("Timer", key, value);
+  store.SaveSetting("TimerFont0", "Forecolour", "255");
+  store.SaveSetting("TimerFont0", "Backcolour", "65280");
+  Load();
+  const SessionSettings& s = session.settings;
+  EXPECT_EQ(s.MinWarning, 2);
+  EXPECT_EQ(s.MinWarning1, 6);
+  EXPECT_EQ(s.Skip.Text(), "3");
+  EXPECT_EQ(s.Arrow.Text(), "8");
+  EXPECT_EQ(s.sounds.playFinalRound, (std::array<bool, 2>{true, false}));
+  EXPECT_EQ(s.sounds.files[static_cast<size_t>(Cue::Skip)], "s.wav");
+  EXPECT_EQ(s.sounds.files[static_cast<size_t>(Cue::Arrow)], "a.wav");
+  EXPECT_FALSE(s.sounds.play[static_cast<size_t>(Cue::Skip)]);
+  const Options& o = session.options;
+  EXPECT_EQ(o.FormX, 10);
+  EXPECT_EQ(o.FormY, 20);
+  EXPECT_EQ(o.FormSizeX, 9000);
+  EXPECT_EQ(o.FormSizeY, 8000);
+  EXPECT_FALSE(o.BMOmitwarning1);
+  EXPECT_TRUE(o.BMOmitwarning2);
+  EXPECT_EQ(o.Show, (std::array<bool, 5>{true, false, true, true, true}));
+  EXPECT_EQ(session.elements[0].Forecolour, (Colour{255, 0, 0}));
+  EXPECT_EQ(session.elements[0].Backcolour, (Colour{0, 255, 0}));
+}
+
+TEST_F(SettingsTableTest, ADisplayTooSmallToReadIsMadeLarger) {
+  store.SaveSetting("Timer", "FormSizeX", "100");
+  store.SaveSetting("Timer", "FormSizeY", "100");
+  Load();
+  EXPECT_EQ(session.options.FormSizeX, 7000);
+  EXPECT_EQ(session.options.FormSizeY, 5000);
+}
+
+TEST_F(SettingsTableTest, AnEmptySoundFileTakesItsDefault) {
+  store.SaveSetting("Timer", "SoundBreak", "");
+  Load();
+  EXPECT_EQ(session.settings.sounds.files[static_cast<size_t>(Cue::Break)], "/prog\\Fx2 Break.wav");
+}
+
+TEST_F(SettingsTableTest, TheDisplayKeepsItsSizeWhereTheStoreHasNone) {
+  session.options.FormSizeX = 9000;
+  session.options.FormSizeY = 8000;
+  Load();
+  EXPECT_EQ(session.options.FormSizeX, 9000);
+  EXPECT_EQ(session.options.FormSizeY, 8000);
+}
+
 }  // namespace
 }  // namespace corvanel

@@ -21,8 +21,9 @@ class FakeControlWindow : public ControlWindowView, public ControlHost {
   bool CommitEditing() override { return commit(); }
   void OfferFavouriteSave(bool offered) override { favouriteOffered = offered; }
   void OfferResume() override { resumeOffered = true; }
-  void ShowTimetable(const std::vector<TimetableLine>& shown, ClockTime /*start*/) override {
+  void ShowTimetable(const std::vector<TimetableLine>& shown, ClockTime start) override {
     lines = shown.size();
+    barBegins = start;
     ++calculations;
   }
   void ShowFavourites(const std::vector<std::string>& names, const std::string& text) override {
@@ -30,7 +31,7 @@ class FakeControlWindow : public ControlWindowView, public ControlHost {
     chosen = text;
   }
   void ShowInUse(const std::string& name) override { inUse = name; }
-  void ClearNewName() override {}
+  void ClearNewName() override { ++newNamesCleared; }
   void SessionStarts() override { done += "session "; }
   void ShowDisplays() override { displaysShown = true; }
   void SaveDisplayGeometry() override { done += "geometry "; }
@@ -44,6 +45,7 @@ class FakeControlWindow : public ControlWindowView, public ControlHost {
   std::optional<Box> focus;
   int mode = -1;
   size_t lines = 0;
+  ClockTime barBegins;  // when the first of them begins
   int calculations = 0;
   bool favouriteOffered = false;
   bool resumeOffered = false;
@@ -52,6 +54,7 @@ class FakeControlWindow : public ControlWindowView, public ControlHost {
   std::vector<std::string> listed;  // favourites
   std::string chosen;
   std::string inUse;
+  int newNamesCleared = 0;
 };
 
 }  // namespace corvanel

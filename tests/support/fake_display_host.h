@@ -22,11 +22,12 @@ class FakeDisplayHost : public DisplayHost {
   }
   double ScreenWidth() const override { return 1920 * 15; }
   void ShowFullScreenPair(bool fullScreen) override { done += fullScreen ? "full " : "normal "; }
-  void ShowMonitorPairs() override {}
+  void ShowMonitorPairs() override { ++pairsShown; }
   DisplayForm& RoomDisplay() override { return room_; }
   DisplayForm& Twin() override { return twin_; }
 
   bool ends = false;
+  int pairsShown = 0;  // how often the buttons were brought up to date
   std::string done;
 
  private:

@@ -158,5 +158,15 @@ TEST_F(JsonStoreTest, SoundsOfOtherMachinesAreFoundInTheProgramFolder) {
   EXPECT_EQ(SoundFile(own, "/elsewhere"), own);
 }
 
+TEST_F(JsonStoreTest, EveryDamagedFileIsKept) {
+  for (const char* damaged : {"first", "second"}) {
+    Write(damaged);
+    JsonStore store(file, writer);
+    Flush(store);
+  }
+  EXPECT_EQ(Read(file.string() + ".damaged1"), "first");
+  EXPECT_EQ(Read(file.string() + ".damaged2"), "second");
+}
+
 }  // namespace
 }  // namespace corvanel

@@ -1,0 +1,192 @@
+#include "tests/support/control_window_fixture.h"
+
+namespace corvanel {
+namespace {
+
+TEST_F(ControlWindowTest, StartSavesStartsAndShowsTheDisplays) {
+  Enter(Box::CurrentRound, "3");
+  bench.time.PassTo(65);
+  window.cmdStart_Click();
+  EXPECT_EQ(store.GetSetting("Timer", "nRounds"), "8");
+  EXPECT_EQ(Value(Box::StartTime), "19:31:05");
+  EXPECT_EQ(bench.face.caption, "Time remaining for Round 3 of 8");
+  EXPECT_TRUE(view.displaysShown);
+  EXPECT_TRUE(view.resumeOffered);
+  EXPECT_EQ(bench.timeOfDay, "19:31");
+}
+
+TEST_F(ControlWindowTest, StartRefusesARoundWithoutMinutes) {
+  Enter(Box::MinPerRound, "0");
+  window.cmdStart_Click();
+  EXPECT_EQ(prompts.texts.back(), "The minutes per round must be greater than 0");
+  Enter(Box::MinPerRound, "20");
+  window.optCalc_Click(1);
+  Enter(Box::FinishTime, "23:00");
+  bench.time.PassTo(3.49 * 3600);  // a minute before the required finish
+  window.cmdStart_Click();
+  EXPECT_EQ(prompts.texts.size(), 2U);
+  EXPECT_EQ(bench.face.phase, Phase::Idle);
+  view.commit = [] { return false; };
+  window.cmdStart_Click();
+  EXPECT_EQ(prompts.texts.size(), 2U);
+  EXPECT_FALSE(view.displaysShown);
+}
+
+TEST_F(ControlWindowTest, AStoreThatCannotBeWrittenDoesNotStopTheSession) {
+  store.full = true;
+  window.cmdStart_Click();
+  EXPECT_EQ(bench.errors.reports, std::vector<std::string>{"61 frmMain.cmdStart_Click 1"});
+  EXPECT_EQ(bench.face.phase, Phase::Round);
+}
+
+TEST_F(ControlWindowTest, WhileASessionRunsOnlyChangedBoxesCount) {
+  s.optBreak = false;
+  window.cmdStart_Click();
+  bench.Pass(5 * 21 * 60 + 600);  // ten minutes into round 6
+  EXPECT_EQ(Value(Box::CurrentRound), "6");
+  EXPECT_EQ(Value(Box::StartTime), "21:14");
+  EXPECT_EQ(view.labels[Label::lblFinishTime], "22:17");
+  const int before = view.calculations;
+  for (const Box box : {Box::nRounds, Box::StartTime, Box::MinPerRound, Box::CurrentRound}) {
+    EXPECT_TRUE(window.Leave(box, Value(box)));
+  }
+  EXPECT_EQ(view.calculations, before);
+  Enter(Box::MinPerRound, "10");  // rounds 7 and 8 get shorter, the one in play does not
+  EXPECT_EQ(view.labels[Label::lblFinishTime], "21:57");
+  EXPECT_EQ(bench.face.finish, "Finish at 21:57");
+  EXPECT_EQ(bench.face.countdown, "10:00");
+  EXPECT_FALSE(Enter(Box::MinPerRound, "0"));
+  EXPECT_EQ(s.MinPerRound, 10);
+}
+
+// A slip in the rounds box must not send a running evening anywhere.
+TEST_F(ControlWindowTest, TheRoundInPlayIsTheClocks) {
+  s.optBreak = false;
+  window.cmdStart_Click();
+  bench.Pass(4 * 21 * 60 + 60);
+  ASSERT_EQ(bench.face.caption, "Time remaining for Round 5 of 8");
+  Enter(Box::nRounds, "4");
+  EXPECT_EQ(prompts.texts.back(),
+            "Round 5 is in play, so the number of rounds was set to 5, not 4");
+  EXPECT_EQ(Value(Box::nRounds), "5");
+  EXPECT_EQ(bench.face.caption, "Final Round");  // right at once
+  EXPECT_EQ(bench.face.finish, "Finish at 21:14");
+  Enter(Box::nRounds, "8");
+  EXPECT_EQ(bench.face.caption, "Time remaining for Round 5 of 8");
+  EXPECT_EQ(Value(Box::CurrentRound), "5");
+  // What is planned for the next start does not touch it.
+  const std::string finish = bench.face.finish;
+  Enter(Box::CurrentRound, "2");
+  window.cmdResume_Click();
+  bench.Pass(60);
+  EXPECT_EQ(Value(Box::CurrentRound), "2");
+  EXPECT_EQ(bench.face.caption, "Time remaining for Round 5 of 8");
+  EXPECT_EQ(bench.face.finish, finish);
+  EXPECT_EQ(view.labels[Label::lblFinishTime], "22:17");
+  bench.Pass(18 * 60 + 30);
+  EXPECT_EQ(bench.face.message, "MOVE FOR ROUND 6");
+  Enter(Box::Skip, "5");
+  EXPECT_EQ(bench.face.message, "SKIP - MOVE FOR ROUND 6");
+  Enter(Box::nRounds, "6");
+  EXPECT_EQ(bench.face.message, "SKIP - MOVE FOR THE FINAL ROUND");
+  bench.Pass(60);
+  EXPECT_EQ(Value(Box::CurrentRound), "6");  // the proposal follows the clock
+  Enter(Box::CurrentRound, "1");
+  window.BackFromDisplays();
+  EXPECT_EQ(Value(Box::CurrentRound), "6");
+  EXPECT_EQ(view.labels[Label::cmdStart], "Start Timer from round 6");
+}
+
+TEST_F(ControlWindowTest, AnEndedSessionLeavesThePlanToTheDirector) {
+  window.cmdStart_Click();
+  bench.RunToEnd();
+  Enter(Box::nRounds, "3");
+  EXPECT_EQ(Value(Box::CurrentRound), "1");
+  EXPECT_EQ(bench.face.caption, "Final Round");
+  bench.clock.Do(SessionCommand::Restart);  // of the last round that there is now
+  EXPECT_EQ(bench.clock.State().round, 3);
+}
+
+TEST_F(ControlWindowTest, ResumeShowsTheDisplaysAndLeavesAPauseAlone) {
+  window.cmdStart_Click();
+  bench.clock.Do(SessionCommand::Pause);
+  view.displaysShown = false;
+  window.cmdResume_Click();
+  EXPECT_TRUE(view.displaysShown);
+  EXPECT_TRUE(bench.face.paused);
+}
+
+TEST_F(ControlWindowTest, StopAsksOnlyTheShutdownQuestion) {
+  window.cmdStop_Click();
+  EXPECT_EQ(view.done, "end ");
+  session.options.AutoShutdown = true;
+  window.cmdStart_Click();
+  prompts.answers = {Answer::Cancel, Answer::Yes};
+  view.done.clear();
+  window.cmdStop_Click();
+  EXPECT_EQ(view.done, "geometry ");
+  window.cmdStop_Click();
+  EXPECT_EQ(view.done, "geometry geometry shutdown end ");
+  EXPECT_EQ(prompts.texts.back(),
+            "Do you wish to shut down the computer?\nClick Yes to shut down\n"
+            "Click No to do other work\nClick Cancel to continue with Corvanel");
+}
+
+TEST_F(ControlWindowTest, TheBarOfASessionUnderWayBeginsNow) {
+  window.cmdStart_Click();
+  bench.Pass(600);
+  EXPECT_EQ(TimeText(view.barBegins), "19:40");
+}
+
+TEST_F(ControlWindowTest, StartRefusesARoundOfMoreThanTenHours) {
+  Enter(Box::nRounds, "1");
+  window.optCalc_Click(1);
+  Enter(Box::FinishTime, "7:30");  // the next morning
+  window.cmdStart_Click();
+  ASSERT_FALSE(prompts.texts.empty());
+  EXPECT_EQ(prompts.texts.back(), "The minutes per round must be 600 or less");
+  EXPECT_EQ(bench.face.phase, Phase::Idle);
+}
+
+TEST_F(ControlWindowTest, StartTellsTheProgramThatASessionBegins) {
+  window.cmdStart_Click();
+  EXPECT_EQ(view.done, "session ");
+}
+
+TEST_F(ControlWindowTest, ResumeSavesWhatWasChangedMeanwhile) {
+  window.cmdStart_Click();
+  Enter(Box::Header, "Friday");
+  window.cmdResume_Click();
+  EXPECT_EQ(store.GetSetting("Timer", "Header"), "Friday");
+}
+
+TEST_F(ControlWindowTest, ASessionOfAnEarlierRunIsShownAndItsDisplayRemembered) {
+  window.SessionContinues();
+  EXPECT_TRUE(view.resumeOffered);
+  EXPECT_TRUE(view.displaysShown);
+  window.cmdStop_Click();
+  EXPECT_EQ(view.done, "geometry end ");
+}
+
+TEST_F(ControlWindowTest, WhatIsPlannedAfterTheEndStands) {
+  s.nRounds = 1;
+  window.cmdStart_Click();
+  bench.Pass(19 * 60 + 30);
+  bench.clock.Do(SessionCommand::SubtractMinute);  // ends it, and can be undone for a while
+  ASSERT_EQ(bench.face.phase, Phase::Ended);
+  Enter(Box::StartTime, "21:00");
+  bench.Pass(5);
+  EXPECT_EQ(view.labels[Label::lblFinishTime], "21:20");
+  EXPECT_EQ(view.lines, 1U);
+}
+
+TEST_F(ControlWindowTest, ResumeWaitsForAnEntryThatWasRefused) {
+  window.cmdStart_Click();
+  view.displaysShown = false;
+  view.commit = [] { return false; };
+  window.cmdResume_Click();
+  EXPECT_FALSE(view.displaysShown);
+}
+
+}  // namespace
+}  // namespace corvanel
