@@ -128,7 +128,7 @@ void Desktop::ConnectMenus() {
       {"mnuSound", [this] { OpenProgramFile("sounds.txt"); }},
   };
   connect(&frmMain_, &Main::MenuChosen, this, [this, answers](const QString& entry) {
-    Guarded(errors_, "frmMain." + entry.toStdString() + "_Click", answers.at(entry));
+    Guarded(errors_, "frmMain." + entry.toStdString() + "_Click", [&] { answers.at(entry)(); });
   });
   On(&frmMain_, &Main::SaveAsNew, "frmMain.cmdSaveDefault_Click",
      [this](const std::string& name) { favourites_.cmdSaveDefault_Click(name); });

@@ -184,7 +184,7 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
   std::unique_ptr<DlgSplash> splash_;
 };
 
-/// What a signal tells beyond what its answer wants to know is left out.
+/// Calls the answer with the signal's arguments, or with none where it takes none.
 template <class Answer, class... Told>
 void Call(const Answer& answer, const Told&... told) {
   if constexpr (std::is_invocable_v<const Answer&, const Told&...>) {

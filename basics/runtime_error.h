@@ -6,8 +6,8 @@
 
 namespace corvanel {
 
-/// An unexpected error on its way to the error report. Numbers and descriptions are the
-/// runtime's own, which directors know from the message box.
+/// An unexpected error on its way to the error report. The message box shows
+/// number and description.
 class RuntimeError : public std::runtime_error {
  public:
   RuntimeError(int number, const std::string& description)

@@ -132,7 +132,7 @@ class RoundClock {
   double at_ = 0;              // the moment at which something happens; earlier when catching up
   double wakesAt_ = 0;         // uptime of the wake-up that is due
   double heardFrom_ = kNever;  // uptime from which a cue that was played is not played again
-  std::array<double, kCues> playedAt_ = {-1, -1, -1, -1, -1, -1, -1};  // uptime
+  std::array<double, kCues> playedAt_ = ForEachCue(-1.0);  // uptime
   UndoList undo_;
   std::optional<Gap> gap_;
 };

@@ -12,6 +12,7 @@ constexpr std::array<std::string_view, 13> kNames = {
     "start",     "pause",           "resume",         "next round",         "restart", "+1 minute",
     "-1 minute", "automatic pause", "automatic move", "the time taken out", "",        "",
     ""};
+static_assert(kNames.size() == static_cast<size_t>(SessionCommand::LeaveGapIn) + 1);
 
 }  // namespace
 

@@ -32,6 +32,9 @@ constexpr std::array<EntryRule, kBoxes> kRules = {{
     {Box::StartTime, "txtStartTime", kAny, Always(Box::Header)},
     {Box::Header, "txtHeader", kAny, Always(Box::nRounds)},
 }};
+static_assert(std::all_of(kRules.begin(), kRules.end(), [](const EntryRule& rule) {
+  return &rule == &kRules[static_cast<size_t>(rule.box)];
+}));
 
 }  // namespace
 

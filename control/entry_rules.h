@@ -23,7 +23,7 @@ enum class Box {
   Header
 };
 
-constexpr int kBoxes = 13;
+constexpr int kBoxes = static_cast<int>(Box::Header) + 1;
 
 /// How a box treats keys, and where Enter goes from it.
 struct EntryRule {

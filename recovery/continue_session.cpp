@@ -7,7 +7,7 @@
 namespace corvanel {
 namespace {
 
-constexpr double kOverFor = 3600;  // seconds after its end for which an evening is asked for
+constexpr double kOverFor = 3600;  // seconds after its end during which the director is still asked
 
 /// Where the session stood at `moment`, which lies after the record was taken.
 Standing Last(const SessionRecord& record, const Moment& moment) {

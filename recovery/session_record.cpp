@@ -17,6 +17,7 @@ constexpr std::array<const char*, 5> kPhases = {"idle", "round", "move", "break"
 constexpr std::array<const char*, 10> kCommands = {
     "start",     "pause",          "resume",    "nextRound", "restart",
     "addMinute", "subtractMinute", "autoPause", "autoEnd",   "takeOutGap"};
+static_assert(kCommands.size() == static_cast<size_t>(SessionCommand::AutoResume));
 constexpr std::array<const char*, 4> kStyles = {"running", "lastWarning", "timeUp", "earlyWarning"};
 constexpr int kFirstStyle = static_cast<int>(Element::TimeRemaining);
 
@@ -57,7 +58,9 @@ static void to_json(json& value, const SessionSettings& settings) {
 static void from_json(const json& value, SessionSettings& settings) {
   SettingsSet set;
   for (const auto& key : SetKeys()) {
-    key.Read(set, value.at(std::string(key.key)).get<std::string>());
+    // A setting that came with a later version keeps its default.
+    const auto found = value.find(std::string(key.key));
+    if (found != value.end()) key.Read(set, found->get<std::string>());
   }
   settings = set;
 }

@@ -18,7 +18,7 @@ class RecordKeeper {
   /// Has the text written, durably and at once, and does not wait for it. A text that has not
   /// been written when the next one comes is left out.
   virtual void Keep(const std::string& text) = 0;
-  /// The session still runs: keeps the moment, overwriting the one before it. Needs not survive a
+  /// The session still runs: keeps the moment, overwriting the one before it. Need not survive a
   /// power cut.
   virtual void KeepAlive(const Moment& moment) = 0;
   /// Why the latest text is not on the disk; empty when it is, or is still on its way.
@@ -27,8 +27,8 @@ class RecordKeeper {
   virtual std::vector<std::string> Kept() const = 0;
   /// The last moment at which that run was alive, if it is known.
   virtual std::optional<Moment> LastAlive() const = 0;
-  /// There is nothing to go on with: no text is kept any more when it returns, but on a disk that
-  /// does not answer.
+  /// There is nothing to go on with: no text is kept any more when it returns, except on a disk
+  /// that does not respond.
   virtual void Forget() = 0;
 };
 

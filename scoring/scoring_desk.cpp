@@ -34,16 +34,15 @@ void ScoringDesk::OptionsChanged() {
   monitor_.TimerBWS_Timer();
 }
 
-/// What came of the last poll is worked out just after a second was shown, so that the next one is
-/// never late.
+/// No poll begins just before a second is to be shown, so that none is shown late.
 void ScoringDesk::Poll() {
   const double toTick = parts_.secondsToTick();
   if (toTick > 0 && toTick < kLongestPoll) {
     parts_.timerBWS.Arm(toTick + 0.02);
     return;
   }
-  monitor_.TimerBWS_Timer();
   parts_.timerBWS.Arm(kPollSeconds);
+  monitor_.TimerBWS_Timer();
 }
 
 void ScoringDesk::Happened(EventKind kind, const std::string& text) {

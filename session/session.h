@@ -15,7 +15,7 @@ namespace corvanel {
 /// Which sound file each cue plays, and whether it plays. Indexed by Cue.
 struct SoundChoices {
   std::array<std::string, kCues> files;
-  std::array<bool, kCues> play = {true, true, true, true, true, true, true};
+  std::array<bool, kCues> play = ForEachCue(true);
   std::array<bool, kWarnings> playFinalRound = {false, false};
 
   bool operator==(const SoundChoices&) const = default;

@@ -97,7 +97,7 @@ std::vector<TimetableLine> Timetable(const SessionSettings& s, const Standing& f
 Schedule CalcFinishTime(const SessionSettings& s, int round, ClockTime start) {
   const Standing from{Phase::Idle, round};
   // Deliberate: an estimate that begins with the break round allows for one move more than will be
-  // made, as directors have always been shown it.
+  // made; it errs on the late side.
   const bool breakRound =
       s.Calculate == 0 && s.optBreak && round == s.BreakAfterRound && round < s.nRounds;
   return ScheduleOf(Timetable(s, from), from, start, breakRound ? s.MinBetweenRounds : 0);

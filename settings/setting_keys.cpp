@@ -188,7 +188,7 @@ constexpr std::array kSetKeys = {
     File<Cue::Arrow>("SoundArrow"),
     File<Cue::EndOfBreak>("SoundEndOfBreak"),
     Play<0>("SoundPlay0"),
-    // Deliberate: the keys of flags 1 and 2 are crossed in every store there is.
+    // Deliberate: the keys of flags 1 and 2 are crossed; stores and settings files have them so.
     Play<2>("SoundPlay1"),
     Play<1>("SoundPlay2"),
     Play<3>("SoundPlayBreak"),

@@ -24,7 +24,7 @@ namespace {
 
 constexpr const char* kCopyMark = ".copy-";
 constexpr const char* kOutsideMark = ".outside-";
-/// The name under which the program has always kept its settings, whatever it is called itself.
+/// The name that the settings stand under; it does not change with the name of the program.
 constexpr const char* kApplication = "Olvendra";
 constexpr std::uintmax_t kLargestStore = 64U << 20U;  // bytes; real ones have a few thousand
 
@@ -293,15 +293,16 @@ void JsonStore::KeepAsDamaged() {
 }
 
 std::string JsonStore::KeepCopy() {
-  std::string copy;
-  writer_.DoNow([file = file_, text = Text(), &copy, folder = path_.parent_path()] {
+  // Shared with the job, which a slow disk does after DoNow has given up.
+  const auto copy = std::make_shared<std::string>();
+  writer_.DoNow([file = file_, text = Text(), copy, folder = path_.parent_path()] {
     std::error_code error;
     fs::create_directories(folder, error);
     const fs::path name = file->FreeName(kCopyMark);
     WriteDurably(name, text);
-    copy = name.string();
+    *copy = name.string();
   });
-  return copy;
+  return *copy;
 }
 
 bool JsonStore::RestoreCopy() {

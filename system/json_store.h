@@ -10,7 +10,7 @@
 
 namespace corvanel {
 
-/// The settings store on systems without a registry: one JSON file, written whole to a temporary
+/// The settings store: one JSON file, written whole to a temporary
 /// file, flushed and renamed, so that a power cut leaves the old or the new one. The writer does
 /// that by and by: a Flush waits for nothing and throws nothing.
 ///

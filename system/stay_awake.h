@@ -14,8 +14,8 @@ class StayAwake : public QObject, public SessionListener {
   Q_OBJECT
 
  public:
-  /// `service`: the name that the desktop is asked under; tests name one of their own.
-  explicit StayAwake(QString service = "org.freedesktop.ScreenSaver");
+  /// `service`: who is asked; empty: the desktop. Tests name one of their own.
+  explicit StayAwake(QString service = {});
   ~StayAwake() override;
   void ShowFace(const ClockFace& face) override;
 

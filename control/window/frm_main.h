@@ -8,9 +8,7 @@
 #include "control/control_window_view.h"
 #include "session/session_listener.h"
 
-class QAbstractButton;
 class QCheckBox;
-class QLabel;
 
 namespace Ui {
 class FrmMain;

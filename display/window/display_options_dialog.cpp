@@ -7,7 +7,6 @@
 #include "ui_display_options_dialog.h"
 
 namespace corvanel {
-namespace {}  // namespace
 
 DisplayOptionsDialog::DisplayOptionsDialog(DisplayOptions& logic, QWidget* parent)
     : QDialog(parent), logic_(logic), ui_(std::make_unique<Ui::DisplayOptionsDialog>()) {

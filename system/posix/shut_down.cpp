@@ -5,11 +5,7 @@
 namespace corvanel {
 
 void ShutDownComputer() {
-#ifdef _WIN32
-  QProcess::startDetached("shutdown.exe", {"-f", "-s", "-t", "01"});
-#else
   QProcess::startDetached("systemctl", {"poweroff"});
-#endif
 }
 
 }  // namespace corvanel

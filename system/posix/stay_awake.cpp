@@ -17,7 +17,8 @@ QDBusMessage Call(const QString& service, const char* method, const QList<QVaria
 
 }  // namespace
 
-StayAwake::StayAwake(QString service) : service_(std::move(service)) {}
+StayAwake::StayAwake(QString service)
+    : service_(service.isEmpty() ? "org.freedesktop.ScreenSaver" : std::move(service)) {}
 
 StayAwake::~StayAwake() {
   Release();

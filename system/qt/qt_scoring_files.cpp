@@ -15,7 +15,7 @@ constexpr std::chrono::milliseconds kPatience(200);
 constexpr std::chrono::milliseconds kFolderPatience(500);
 
 Error NoAnswer() {
-  return {57, "The file does not answer", true};
+  return {57, "The file cannot be reached", true};
 }
 
 }  // namespace

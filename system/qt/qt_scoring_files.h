@@ -8,7 +8,7 @@
 namespace corvanel {
 
 /// Scoring databases on the disk or on a share, each read by a thread of its own: whoever asks for
-/// a file gets on with his work, and is answered by an event of his own thread. No other read of a
+/// a file carries on, and is answered by an event of its own thread. No other read of a
 /// file is begun before the last one has ended.
 class QtScoringFiles : public QObject, public ScoringDatabase {
   Q_OBJECT

@@ -46,14 +46,16 @@ class Playing : public QProcess {
 /// Lives on the sound thread. One sound at a time: a new one ends the one before it.
 class Loudspeaker : public QObject {
  public:
-  explicit Loudspeaker(QtSoundPlayer& player) : player_(player), begin_(new QTimer(this)) {
+  Loudspeaker(QtSoundPlayer& player, std::string programFolder)
+      : player_(player), programFolder_(std::move(programFolder)), begin_(new QTimer(this)) {
     begin_->setSingleShot(true);
     begin_->setInterval(kMustBeginWithin);
     connect(begin_, &QTimer::timeout, this, [this] { Fail(-1); });
   }
 
   void Play(const QString& file) {
-    file_ = file;
+    // Looked for here: sounds may lie on a share, and that may take its time.
+    file_ = QString::fromStdString(SoundFile(file.toStdString(), programFolder_));
     playing_ = std::make_unique<Playing>();
     connect(playing_.get(), &QProcess::readyRead, this, [this] {
       begin_->stop();
@@ -64,7 +66,7 @@ class Loudspeaker : public QObject {
     });
     connect(playing_.get(), &QProcess::errorOccurred, this, [this] { Fail(-1); });
     begin_->start();
-    playing_->Begin({file});
+    playing_->Begin({file_});
   }
 
   void LookForDevice() {
@@ -82,6 +84,7 @@ class Loudspeaker : public QObject {
   }
 
   QtSoundPlayer& player_;
+  std::string programFolder_;
   QTimer* begin_;
   QString file_;
   std::unique_ptr<Playing> playing_;
@@ -104,7 +107,7 @@ bool QtSoundPlayer::IsThere(const std::string& file) const {
 
 void QtSoundPlayer::EnsureThread() {
   if (thread_.isRunning()) return;
-  auto* loudspeaker = new Loudspeaker(*this);
+  auto* loudspeaker = new Loudspeaker(*this, programFolder_);
   loudspeaker->moveToThread(&thread_);
   connect(this, &QtSoundPlayer::Wanted, loudspeaker, &Loudspeaker::Play);
   connect(this, &QtSoundPlayer::DeviceWanted, loudspeaker, &Loudspeaker::LookForDevice);
@@ -114,7 +117,7 @@ void QtSoundPlayer::EnsureThread() {
 
 void QtSoundPlayer::Play(const std::string& file) {
   EnsureThread();
-  emit Wanted(QString::fromStdString(SoundFile(file, programFolder_)));
+  emit Wanted(QString::fromStdString(file));
 }
 
 void QtSoundPlayer::LookForDevice() {

@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <nlohmann/json.hpp>
+
 #include "recovery/continue_session.h"
 #include "tests/support/program_run.h"
 
@@ -88,6 +90,20 @@ TEST(ContinueSessionTest, TheLongestRoundThatCanBeStoredGoesOn) {
   ASSERT_TRUE(second.Resume());
   EXPECT_EQ(second.State().round, 2);
   EXPECT_NEAR(second.Left(), 1440 * 60 - 660, 1);
+}
+
+TEST(ContinueSessionTest, ASettingThatTheRecordDoesNotKnowKeepsItsDefault) {
+  FakeKeeper keeper;
+  ProgramRun first(keeper, ClockTime::At(20, 0), "one");
+  first.Begin();
+  auto record = nlohmann::json::parse(keeper.texts.front());
+  ASSERT_EQ(record.at("settings").erase("TimeForBreak"), 1U);
+  keeper.texts.front() = record.dump();
+  ProgramRun second(keeper, ClockTime::At(20, 1), "two");
+  second.bench.base.prompts.choice = 0;
+  ASSERT_TRUE(second.Resume());
+  EXPECT_EQ(second.session().settings.TimeForBreak, SessionSettings().TimeForBreak);
+  EXPECT_EQ(second.session().settings.MinPerRound, 10);
 }
 
 TEST(ContinueSessionTest, APausedSessionStaysPaused) {
