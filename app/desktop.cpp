@@ -1,5 +1,6 @@
 #include "app/desktop.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QDesktopServices>
 #include <QFile>
@@ -127,9 +128,14 @@ void Desktop::ConnectMenus() {
       {"mnuShortcuts", [this] { ShowHelp(); }},
       {"mnuSound", [this] { OpenProgramFile("sounds.txt"); }},
   };
-  connect(&frmMain_, &Main::MenuChosen, this, [this, answers](const QString& entry) {
-    Guarded(errors_, "frmMain." + entry.toStdString() + "_Click", [&] { answers.at(entry)(); });
-  });
+  for (const QAction* entry : frmMain_.MenuEntries()) {
+    const QString name = entry->objectName();
+    // One without an answer ends the program here, before anybody can choose it.
+    connect(entry, &QAction::triggered, this,
+            [this, answer = answers.at(name), place = "frmMain." + name.toStdString() + "_Click"] {
+              Guarded(errors_, place, answer);
+            });
+  }
   On(&frmMain_, &Main::SaveAsNew, "frmMain.cmdSaveDefault_Click",
      [this](const std::string& name) { favourites_.cmdSaveDefault_Click(name); });
   On(&frmMain_, &Main::FavouriteChosen, "frmMain.cboFavs_Click",

@@ -118,13 +118,13 @@ void FrmMain::SetLogic(ControlWindow& logic) {
           [this, listed] { emit FavouriteSaveWanted(listed()); });
   connect(ui_->cmdFavDelete, &QPushButton::clicked, this,
           [this, listed] { emit FavouriteDeleteWanted(listed()); });
-  for (QAction* entry : findChildren<QAction*>(QRegularExpression("^mnu"))) {
-    connect(entry, &QAction::triggered, this,
-            [this, entry] { emit MenuChosen(entry->objectName()); });
-  }
   auto* start = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this);
   connect(start, &QShortcut::activated, this, [this] { logic_->cmdStart_Click(); });
   ui_->cmdStart->setToolTip(tr("Ctrl+Enter"));
+}
+
+QList<QAction*> FrmMain::MenuEntries() const {
+  return findChildren<QAction*>(QRegularExpression("^mnu"));
 }
 
 void FrmMain::Leave(EntryBox* box) {

@@ -39,6 +39,8 @@ class FrmMain : public QMainWindow, public ControlWindowView, public SessionList
   void OfferResume() override;
   void ShowTimetable(const std::vector<TimetableLine>& lines, ClockTime start) override;
 
+  /// The entries of the menus, each with its name in the form: "mnuManual".
+  QList<QAction*> MenuEntries() const;
   /// Names the program's version, such as "1.4.02", in the caption and at the foot.
   void ShowVersion(const QString& version);
   /// Names the table-top unit in the menus, and the scoring file that is open at the foot.
@@ -54,8 +56,6 @@ class FrmMain : public QMainWindow, public ControlWindowView, public SessionList
   void FavouriteChosen(const std::string& name);
   void FavouriteSaveWanted(const std::string& name);
   void FavouriteDeleteWanted(const std::string& name);
-  /// An entry of a menu, by its name in the form: "mnuManual".
-  void MenuChosen(const QString& entry);
   /// Of a line for the director.
   void NoticeActionWanted(NoticeKind kind);
   void NoticeDismissed(NoticeKind kind);
