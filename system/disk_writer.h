@@ -16,7 +16,7 @@ class DiskWriter {
  public:
   using Job = std::function<void()>;
 
-  /// `failed`: called on that thread after each job that failed.
+  /// `failed`: called on that thread after each job that failed; must not ask this writer anything.
   explicit DiskWriter(std::function<void()> failed = [] {});
   /// Waits until everything is done; not for ever, where the disk does not respond.
   ~DiskWriter();

@@ -200,30 +200,25 @@ TEST(StartChecksTest, ThePauseSoundCountsWhereItWouldBePlayed) {
   }
 }
 
-TEST(StartChecksTest, ASingleRoundNeedsNoSoundOfTheMove) {
-  Session session;
-  session.settings.nRounds = 1;
-  session.settings.sounds.files.fill("a/there.wav");
-  session.settings.sounds.files[static_cast<size_t>(Cue::EndOfRound)] = "a/end.wav";
-  FakeSounds sounds;
-  sounds.missing = {"a/end.wav"};
-  FakeNotices view;
-  Notices notices(view);
-  CheckBeforeStart(session, {sounds, true, false, "", true}, notices);
-  EXPECT_THAT(view.notices, IsEmpty());
-}
-
-TEST(StartChecksTest, WithoutALastWarningNoBellEndsTheBreak) {
-  Session session;
-  session.settings.MinWarning = 0;
-  session.settings.sounds.files.fill("a/there.wav");
-  session.settings.sounds.files[static_cast<size_t>(Cue::EndOfBreak)] = "a/back.wav";
-  FakeSounds sounds;
-  sounds.missing = {"a/back.wav"};
-  FakeNotices view;
-  Notices notices(view);
-  CheckBeforeStart(session, {sounds, true, false, "", true}, notices);
-  EXPECT_THAT(view.notices, IsEmpty());
+TEST(StartChecksTest, ACueThatWillNotBePlayedMayBeMissing) {
+  SessionSettings singleRound;  // nobody moves
+  singleRound.nRounds = 1;
+  SessionSettings noLastWarning;  // so no bell ends the break
+  noLastWarning.MinWarning = 0;
+  const std::pair<SessionSettings, Cue> rows[] = {{singleRound, Cue::EndOfRound},
+                                                  {noLastWarning, Cue::EndOfBreak}};
+  for (const auto& [settings, cue] : rows) {
+    Session session;
+    session.settings = settings;
+    session.settings.sounds.files.fill("a/there.wav");
+    session.settings.sounds.files[static_cast<size_t>(cue)] = "a/missing.wav";
+    FakeSounds sounds;
+    sounds.missing = {"a/missing.wav"};
+    FakeNotices view;
+    Notices notices(view);
+    CheckBeforeStart(session, {sounds, true, false, "", true}, notices);
+    EXPECT_THAT(view.notices, IsEmpty()) << static_cast<int>(cue);
+  }
 }
 
 }  // namespace
