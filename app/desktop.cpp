@@ -149,17 +149,13 @@ void Desktop::ConnectMenus() {
 void Desktop::ConnectWatch() {
   On(&timCheck_, &QTimer::timeout, "frmMain.timCheck_Timer", [this] { watch_.Check(); });
   timCheck_.start(kCheckInterval);
-  On(&sounds_, &QtSoundPlayer::DeviceSeen, "frmMain.DeviceSeen", [this](bool there) {
-    if (soundDevice_ == std::exchange(soundDevice_, there)) return;
-    watch_.Check();
-  });
-  On(&sounds_, &QtSoundPlayer::Played, "frmMain.Played", [this] { watch_.SoundPlayed(); });
-  On(&sounds_, &QtSoundPlayer::NotPlayed, "frmMain.NotPlayed",
-     [this](const QString& file, const QString& why) {
-       watch_.SoundNotPlayed(file.toStdString(), why.toStdString());
-     });
+  On(&sounds_, &QtSoundPlayer::Changed, "frmMain.SoundsChanged", [this] { watch_.Check(); });
+  On(&sounds_, &QtSoundPlayer::Heard, "frmMain.SoundHeard",
+     [this](const std::string& file) { watch_.SoundHeard(file); });
+  On(&sounds_, &QtSoundPlayer::NotHeard, "frmMain.SoundNotHeard",
+     [this](const std::string& file, const std::string& why) { watch_.SoundNotHeard(file, why); });
   const auto act = [this](NoticeKind kind) { watch_.Act(kind); };
-  const auto dismiss = [this](NoticeKind kind) { watch_.Dismiss(kind); };
+  const auto dismiss = [this](const Notice& notice) { watch_.Dismiss(notice); };
   On(&frmMain_, &FrmMain::NoticeActionWanted, "frmMain.cmdNotice_Click", act);
   On(&frmMain_, &FrmMain::NoticeDismissed, "frmMain.cmdNoticeClose_Click", dismiss);
   for (const DisplayWindow* display : {static_cast<const DisplayWindow*>(&frmDisplay_),
@@ -298,6 +294,16 @@ void Desktop::ShowGeneralOptions() {
   dialog.exec();
 }
 
+/// Runs a dialog in which sounds are chosen and tested.
+template <class Dialog>
+int Desktop::ShowSounds(Dialog& dialog) {
+  connect(&sounds_, &QtSoundPlayer::Tested, &dialog, &Dialog::Tested);
+  connect(&sounds_, &QtSoundPlayer::Changed, &dialog, &Dialog::ShowSounds);
+  const int result = dialog.exec();
+  sounds_.StopTest();
+  return result;
+}
+
 void Desktop::ShowSoundOptions() {
   SoundOptions options({.session = session_,
                         .table = settings_,
@@ -305,13 +311,14 @@ void Desktop::ShowSoundOptions() {
                         .open = [this](const std::string& file) { OpenFile(file); },
                         .prompts = prompts_,
                         .errors = errors_});
-  FrmSound(options, QApplication::activeWindow()).exec();
+  FrmSound dialog(options, QApplication::activeWindow());
+  ShowSounds(dialog);
 }
 
 void Desktop::ShowUnitOptions() {
   UnitOptions options({session_, settings_, sounds_, prompts_, errors_});
   FrmOptionsBridgemate dialog(options, QApplication::activeWindow());
-  if (dialog.exec() == QDialog::Accepted) scoring_.OptionsChanged();
+  if (ShowSounds(dialog) == QDialog::Accepted) scoring_.OptionsChanged();
 }
 
 /// Writes the report's text where it can be written, opens it and shows the picture.

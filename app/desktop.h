@@ -92,6 +92,8 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
   void ApplyOptions();
   void ApplyOnTop();
   void RearrangeDisplays();
+  template <class Dialog>
+  int ShowSounds(Dialog& dialog);
   std::optional<Surroundings> LookAround();
   bool UsesTwin() const { return session_.settings.ExtraMonitor; }
   void PlaceRoomDisplay();
@@ -175,7 +177,6 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
                 .outsideChange = [this] { return store_.OutsideChange(); }}};
   StayAwake awake_;
   DialogPlacer dialogPlacer_{{&frmDisplay_, &frmDisplay2_}};
-  bool soundDevice_ = true;
   enum class Placed { Nothing, Room, Both };
   Placed placedFor_ = Placed::Nothing;  // what the displays were last placed for, in this run
   std::optional<bool> roomFullScreen_;  // as it was before a screen went

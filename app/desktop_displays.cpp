@@ -41,10 +41,9 @@ void Desktop::ConnectDisplays() {
 /// What the checks before a start see; nothing while the director does not plan.
 std::optional<Surroundings> Desktop::LookAround() {
   if (!frmMain_.isVisible()) return std::nullopt;
-  sounds_.LookForDevice();
   scoring_.CheckFile();
-  return Surroundings{sounds_, soundDevice_, scoring_.Link().IsOpen(), scoring_.Problem(),
-                      QGuiApplication::screens().size() > 1};
+  return Surroundings{sounds_, sounds_.OutputProblem(), scoring_.Link().IsOpen(),
+                      scoring_.Problem(), QGuiApplication::screens().size() > 1};
 }
 
 void Desktop::ComeToFront() {

@@ -27,7 +27,9 @@ class Observer : public SessionListener, public SoundPlayer, public ErrorTrap {
     if (face.phase != Phase::Round) QCoreApplication::quit();
   }
   void Play(const std::string& /*file*/) override {}
-  bool IsThere(const std::string& /*file*/) const override { return true; }
+  void Test(const std::string& /*file*/) override {}
+  void StopTest() override {}
+  SoundFitness Fitness(const std::string& /*file*/) const override { return SoundFitness::Fine; }
   void ReportError(std::string_view /*place*/, const RuntimeError& error, int /*line*/) override {
     std::fprintf(stderr, "%s\n", error.what());
   }

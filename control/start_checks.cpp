@@ -61,19 +61,20 @@ void SetOrClear(Notices& notices, NoticeKind kind, const std::string& text) {
 
 void CheckBeforeStart(const Session& session, const Surroundings& around, Notices& notices) {
   const std::set<std::string> wanted = FilesWanted(session, around.scoringOpen);
-  std::set<std::string> missing;
+  std::set<std::string> unheard;
   for (const std::string& file : wanted) {
-    if (!around.sounds.IsThere(file)) missing.insert(std::string(FileName(file)));
+    const std::string named = NamedFile(around.sounds, file);
+    if (named != FileName(file)) unheard.insert(named);
   }
   SetOrClear(notices, NoticeKind::SoundFiles,
-             missing.empty()
+             unheard.empty()
                  ? ""
-                 : fmt::format("Sound file{} not found: {}", missing.size() == 1 ? "" : "s",
-                               fmt::join(missing, ", ")));
+                 : fmt::format("Sound file{} that will not be heard: {}",
+                               unheard.size() == 1 ? "" : "s", fmt::join(unheard, ", ")));
   SetOrClear(notices, NoticeKind::SoundDevice,
-             around.soundDevice || wanted.empty() ? ""
-                                                  : "No sound will be heard: no audio output is "
-                                                    "connected");
+             around.soundProblem.empty() || wanted.empty()
+                 ? ""
+                 : "No sound will be heard: " + around.soundProblem);
   SetOrClear(notices, NoticeKind::Scoring,
              around.scoringOpen && !around.scoringProblem.empty()
                  ? session.options.TableTopUnit + ": " + around.scoringProblem

@@ -11,7 +11,7 @@ namespace corvanel {
 /// What a check before the start sees of the computer.
 struct Surroundings {
   const SoundPlayer& sounds;
-  bool soundDevice = true;
+  std::string soundProblem;    // why nothing would be heard; empty when it would
   bool scoringOpen = false;    // a scoring file is open
   std::string scoringProblem;  // why it cannot be followed; empty when it can
   bool secondScreen = true;

@@ -22,9 +22,10 @@ void Watch::Check() {
   }
 }
 
-void Watch::SoundNotPlayed(const std::string& file, const std::string& why) {
-  parts_.notices.Set(
-      {NoticeKind::Sound, fmt::format("The sound {} was not heard: {}", FileName(file), why), ""});
+void Watch::SoundNotHeard(const std::string& file, const std::string& why) {
+  parts_.notices.Set({NoticeKind::Sound,
+                      fmt::format("The sound {} was not heard: {}", FileName(file), why), "",
+                      file});
 }
 
 void Watch::ShowFace(const ClockFace& face) {
@@ -42,9 +43,9 @@ void Watch::Act(NoticeKind kind) {
   if (kind == NoticeKind::Away) parts_.clock.Do(SessionCommand::TakeOutGap);
 }
 
-void Watch::Dismiss(NoticeKind kind) {
-  if (kind == NoticeKind::Away) parts_.clock.Do(SessionCommand::LeaveGapIn);
-  parts_.notices.Dismiss(kind);
+void Watch::Dismiss(const Notice& notice) {
+  if (notice.kind == NoticeKind::Away) parts_.clock.Do(SessionCommand::LeaveGapIn);
+  parts_.notices.Dismiss(notice);
 }
 
 }  // namespace corvanel

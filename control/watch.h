@@ -26,14 +26,14 @@ class Watch : public SessionListener {
   /// To be called every few seconds: before a session starts, names what would go wrong in it
   /// while it can be mended.
   void Check();
-  /// A cue was heard, or was not; `why` is for people.
-  void SoundPlayed() { parts_.notices.Clear(NoticeKind::Sound); }
-  void SoundNotPlayed(const std::string& file, const std::string& why);
+  /// A sound was heard, or a cue was not; `why` is for people.
+  void SoundHeard(const std::string& file) { parts_.notices.Clear(NoticeKind::Sound, file); }
+  void SoundNotHeard(const std::string& file, const std::string& why);
   void ShowFace(const ClockFace& face) override;
 
   /// The director pressed the button of a line, or dismissed it.
   void Act(NoticeKind kind);
-  void Dismiss(NoticeKind kind);
+  void Dismiss(const Notice& notice);
 
  private:
   Parts parts_;

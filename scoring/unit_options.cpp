@@ -74,7 +74,7 @@ void UnitOptions::cmdSound_Click() {
 }
 
 void UnitOptions::cmdTest_Click() {
-  parts_.sounds.Play(sound_);
+  parts_.sounds.Test(sound_);
 }
 
 std::optional<std::string> UnitOptions::cmdOK_Click(KeysAndValues texts, const UnitChoice& unit) {

@@ -50,6 +50,10 @@ class UnitOptions {
   std::string SoundText() const { return NamedFile(parts_.sounds, sound_); }
   void cmdSound_Click();
   void cmdTest_Click();
+  /// The sound that is tested has begun, or is over.
+  void Tested(const SoundTest& test) { status_ = TestText(test); }
+  /// How the test fares, in a sentence; empty before the first.
+  const std::string& StatusText() const { return status_; }
   /// Checks, takes over and stores everything. When a box is wrong: nothing is changed, a message
   /// has told, and the key of that box is returned.
   std::optional<std::string> cmdOK_Click(KeysAndValues texts, const UnitChoice& unit);
@@ -57,6 +61,7 @@ class UnitOptions {
  private:
   Parts parts_;
   std::string sound_;
+  std::string status_;
 };
 
 }  // namespace corvanel

@@ -7,21 +7,27 @@
 namespace corvanel {
 namespace {
 
-std::vector<Notice>::iterator Find(std::vector<Notice>& notices, NoticeKind kind) {
-  return std::find_if(notices.begin(), notices.end(),
-                      [&](const Notice& notice) { return notice.kind == kind; });
+std::vector<Notice>::iterator Find(std::vector<Notice>& notices, NoticeKind kind,
+                                   const std::string& subject) {
+  return std::find_if(notices.begin(), notices.end(), [&](const Notice& notice) {
+    return notice.kind == kind && notice.subject == subject;
+  });
 }
 
-void Drop(std::vector<Notice>& notices, NoticeKind kind) {
-  std::erase_if(notices, [&](const Notice& notice) { return notice.kind == kind; });
+/// Whether there was such a line.
+bool Drop(std::vector<Notice>& notices, NoticeKind kind, const std::string& subject) {
+  const auto found = Find(notices, kind, subject);
+  if (found == notices.end()) return false;
+  notices.erase(found);
+  return true;
 }
 
 }  // namespace
 
 void Notices::Set(const Notice& notice) {
-  const auto dismissed = Find(dismissed_, notice.kind);
+  const auto dismissed = Find(dismissed_, notice.kind, notice.subject);
   if (dismissed != dismissed_.end() && *dismissed == notice) return;
-  const auto found = Find(notices_, notice.kind);
+  const auto found = Find(notices_, notice.kind, notice.subject);
   if (found == notices_.end()) {
     notices_.push_back(notice);
   } else {
@@ -31,23 +37,21 @@ void Notices::Set(const Notice& notice) {
   listener_.ShowNotices(notices_);
 }
 
-void Notices::Remove(NoticeKind kind) {
-  if (Find(notices_, kind) == notices_.end()) return;
-  Drop(notices_, kind);
-  listener_.ShowNotices(notices_);
+void Notices::Remove(NoticeKind kind, const std::string& subject) {
+  if (Drop(notices_, kind, subject)) listener_.ShowNotices(notices_);
 }
 
-void Notices::Clear(NoticeKind kind) {
-  Drop(dismissed_, kind);
-  Remove(kind);
+void Notices::Clear(NoticeKind kind, const std::string& subject) {
+  Drop(dismissed_, kind, subject);
+  Remove(kind, subject);
 }
 
-void Notices::Dismiss(NoticeKind kind) {
-  const auto found = Find(notices_, kind);
+void Notices::Dismiss(const Notice& notice) {
+  const auto found = Find(notices_, notice.kind, notice.subject);
   if (found == notices_.end()) return;
-  Drop(dismissed_, kind);
+  Drop(dismissed_, notice.kind, notice.subject);
   dismissed_.push_back(*found);
-  Remove(kind);
+  Remove(notice.kind, notice.subject);
 }
 
 }  // namespace corvanel

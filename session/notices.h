@@ -5,7 +5,8 @@
 
 namespace corvanel {
 
-/// What a line for the director is about; there is at most one line about each.
+/// What a line for the director is about; there is at most one line about each, of unheard cues
+/// one for each file.
 enum class NoticeKind {
   Away,         // the computer was asleep
   Record,       // the session cannot be written down
@@ -23,7 +24,8 @@ enum class NoticeKind {
 struct Notice {
   NoticeKind kind;
   std::string text;
-  std::string action;  // what the director can have done about it; empty when nothing
+  std::string action = {};   // what the director can have done about it; empty when nothing
+  std::string subject = {};  // the sound file that it is about
 
   bool operator==(const Notice&) const = default;
 };
@@ -35,18 +37,18 @@ class Notices {
  public:
   explicit Notices(SessionListener& listener) : listener_(listener) {}
 
-  /// Puts a line in the place of the one of its kind. One that the director dismissed does not
-  /// come back until it says something else or was cleared.
+  /// Puts a line in the place of the one of its kind and subject. One that the director dismissed
+  /// does not come back until it says something else or was cleared.
   void Set(const Notice& notice);
   /// What the line is about is mended.
-  void Clear(NoticeKind kind);
+  void Clear(NoticeKind kind, const std::string& subject = {});
   /// The director does not want to see the line.
-  void Dismiss(NoticeKind kind);
+  void Dismiss(const Notice& notice);
 
  private:
-  SessionListener& listener_;
-  void Remove(NoticeKind kind);
+  void Remove(NoticeKind kind, const std::string& subject);
 
+  SessionListener& listener_;
   std::vector<Notice> notices_;  // the latest at the end
   std::vector<Notice> dismissed_;
 };

@@ -1,5 +1,7 @@
 #include "settings/sound_options.h"
 
+#include <fmt/format.h>
+
 #include "basics/numbers.h"
 
 namespace corvanel {
@@ -35,7 +37,38 @@ void SoundOptions::cmdSound_Click(size_t cue) {
 }
 
 void SoundOptions::cmdTest_Click(size_t cue) {
-  Guarded(parts_.errors, kPlace, [&] { parts_.sounds.Play(choices_.files[cue]); });
+  Guarded(parts_.errors, kPlace, [&] {
+    testAll_.reset();
+    parts_.sounds.Test(choices_.files[cue]);
+  });
+}
+
+void SoundOptions::cmdTestAll_Click() {
+  Guarded(parts_.errors, kPlace, [&] {
+    if (testAll_) {
+      testAll_.reset();
+      return parts_.sounds.StopTest();
+    }
+    unheard_.clear();
+    TestNext(0);
+  });
+}
+
+void SoundOptions::TestNext(size_t cue) {
+  testAll_ = cue;
+  parts_.sounds.Test(choices_.files[cue]);
+}
+
+void SoundOptions::Tested(const SoundTest& test) {
+  status_ = TestText(test);
+  if (test.gaveWay) testAll_.reset();
+  if (!testAll_ || test.file != choices_.files[*testAll_]) return;
+  status_ = fmt::format("{} of {}: {}", *testAll_ + 1, kCues, status_);
+  if (!test.ended) return;
+  if (!test.why.empty()) unheard_ += (unheard_.empty() ? "" : "; ") + TestText(test);
+  if (*testAll_ + 1 < kCues) return TestNext(*testAll_ + 1);
+  testAll_.reset();
+  status_ = unheard_.empty() ? "All were played" : unheard_;
 }
 
 void SoundOptions::cmdRestore_Click() {

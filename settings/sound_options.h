@@ -2,6 +2,7 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "basics/runtime_error.h"
@@ -32,10 +33,20 @@ class SoundOptions {
   std::string SettingsText() const;
   /// The name of a cue's file without its folder, and a word when the file is not there.
   std::string FileText(size_t cue) const;
-  bool FileIsThere(size_t cue) const { return parts_.sounds.IsThere(choices_.files[cue]); }
+  bool CanBePlayed(size_t cue) const {
+    return parts_.sounds.Fitness(choices_.files[cue]) == SoundFitness::Fine;
+  }
+  /// How the test fares, in a sentence; empty before the first.
+  const std::string& StatusText() const { return status_; }
+  /// Whether all cues are being tested, one after the other.
+  bool TestsAll() const { return testAll_.has_value(); }
 
   void cmdSound_Click(size_t cue);
   void cmdTest_Click(size_t cue);
+  /// Tests all cues, each when the one before it is over; while it does, stops.
+  void cmdTestAll_Click();
+  /// A sound that is tested has begun, or is over.
+  void Tested(const SoundTest& test);
   void chkPlay_Click(size_t cue, bool on) { choices_.play[cue] = on; }
   void chkPlayFinal_Click(size_t warning, bool on) { choices_.playFinalRound[warning] = on; }
   /// Asks, and gives the supplied sounds back, all switched on.
@@ -45,8 +56,13 @@ class SoundOptions {
   bool cmdOK_Click();
 
  private:
+  void TestNext(size_t cue);
+
   Parts parts_;
   SoundChoices choices_;
+  std::optional<size_t> testAll_;  // how far the test of all has come
+  std::string unheard_;            // what was not heard in it
+  std::string status_;
 };
 
 }  // namespace corvanel

@@ -38,7 +38,6 @@ QWidget* NoticeList::LineOf(const Notice& notice) {
   text->setTextFormat(Qt::PlainText);
   text->setWordWrap(true);
   row->addWidget(text, 1);
-  const NoticeKind kind = notice.kind;
   const auto add = [&](const char* name, const QString& caption) {
     auto* button = new QToolButton(line);
     button->setObjectName(name);
@@ -49,13 +48,13 @@ QWidget* NoticeList::LineOf(const Notice& notice) {
   };
   if (!notice.action.empty()) {
     connect(add("cmdNotice", QString::fromStdString(notice.action)), &QToolButton::clicked, this,
-            [this, kind] { emit ActionWanted(kind); });
+            [this, kind = notice.kind] { emit ActionWanted(kind); });
   }
   QToolButton* dismiss = add("cmdNoticeClose", QStringLiteral("×"));
   dismiss->setProperty("quiet", true);
   dismiss->setToolTip(tr("Dismiss"));
   dismiss->setAccessibleName(dismiss->toolTip());
-  connect(dismiss, &QToolButton::clicked, this, [this, kind] { emit Dismissed(kind); });
+  connect(dismiss, &QToolButton::clicked, this, [this, notice] { emit Dismissed(notice); });
   return line;
 }
 

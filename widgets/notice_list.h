@@ -19,7 +19,7 @@ class NoticeList : public QFrame {
  signals:
   /// The button of a line was pressed.
   void ActionWanted(NoticeKind kind);
-  void Dismissed(NoticeKind kind);
+  void Dismissed(const Notice& notice);
 
  private:
   QWidget* LineOf(const Notice& notice);

@@ -58,7 +58,7 @@ class FrmMain : public QMainWindow, public ControlWindowView, public SessionList
   void FavouriteDeleteWanted(const std::string& name);
   /// Of a line for the director.
   void NoticeActionWanted(NoticeKind kind);
-  void NoticeDismissed(NoticeKind kind);
+  void NoticeDismissed(const Notice& notice);
 
  protected:
   void closeEvent(QCloseEvent* event) override;

@@ -39,7 +39,7 @@ class CommandBar : public QFrame {
   void MinutesMoved(int value);
   /// Of a line for the director.
   void NoticeActionWanted(NoticeKind kind);
-  void NoticeDismissed(NoticeKind kind);
+  void NoticeDismissed(const Notice& notice);
 
  private:
   QToolButton* Add(const char* name, const QString& text, const QString& hint, int icon,

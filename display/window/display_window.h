@@ -62,7 +62,7 @@ class DisplayWindow : public QWidget, public DisplayForm, public SessionListener
   void StateChanged();
   /// Of a line for the director.
   void NoticeActionWanted(NoticeKind kind);
-  void NoticeDismissed(NoticeKind kind);
+  void NoticeDismissed(const Notice& notice);
 
  protected:
   /// Height in pixels that a window of this kind keeps for itself at the lower edge.

@@ -38,14 +38,14 @@ FrmOptionsBridgemate::FrmOptionsBridgemate(UnitOptions& logic, QWidget* parent)
   units[static_cast<size_t>(unit.optDesktop)]->setChecked(true);
   ui_->txtOther->setText(QString::fromStdString(unit.txtOther));
   ShowCaptions();
-  ShowSound();
+  ShowSounds();
   for (QRadioButton* choice : units) {
     connect(choice, &QRadioButton::clicked, this, &FrmOptionsBridgemate::ShowCaptions);
   }
   connect(ui_->txtOther, &QLineEdit::textChanged, this, &FrmOptionsBridgemate::ShowCaptions);
   connect(ui_->cmdSound, &QPushButton::clicked, this, [this] {
     logic_.cmdSound_Click();
-    ShowSound();
+    ShowSounds();
   });
   connect(ui_->cmdTest, &QPushButton::clicked, this, [this] { logic_.cmdTest_Click(); });
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
@@ -64,11 +64,17 @@ void FrmOptionsBridgemate::ShowCaptions() {
   rows_->NameUnit(Unit().Name());
 }
 
-void FrmOptionsBridgemate::ShowSound() {
+void FrmOptionsBridgemate::Tested(const SoundTest& test) {
+  logic_.Tested(test);
+  ShowSounds();
+}
+
+void FrmOptionsBridgemate::ShowSounds() {
   const QString text = QString::fromStdString(logic_.SoundText());
   ui_->lblSound->setText(
       ui_->lblSound->fontMetrics().elidedText(text, Qt::ElideMiddle, kWidestSound));
   ui_->lblSound->setToolTip(text);
+  ui_->lblStatus->setText(QString::fromStdString(logic_.StatusText()));
 }
 
 bool FrmOptionsBridgemate::Leave(QLineEdit* box) const {

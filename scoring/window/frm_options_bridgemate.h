@@ -23,12 +23,16 @@ class FrmOptionsBridgemate : public QDialog {
   FrmOptionsBridgemate(UnitOptions& logic, QWidget* parent);
   ~FrmOptionsBridgemate() override;
 
+  /// The sound that is tested has begun, or is over.
+  void Tested(const SoundTest& test);
+  /// Shows anew what the sound is and how the test fares.
+  void ShowSounds();
+
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   UnitChoice Unit() const;
   void ShowCaptions();
-  void ShowSound();
   void cmdOK_Click();
   bool Leave(QLineEdit* box) const;
 

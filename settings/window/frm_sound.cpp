@@ -5,8 +5,7 @@
 namespace corvanel {
 namespace {
 
-constexpr int kWidestFile = 240;     // pixels
-constexpr int kBetweenTests = 4600;  // milliseconds, longer than any supplied sound
+constexpr int kWidestFile = 240;  // pixels
 
 }  // namespace
 
@@ -15,12 +14,9 @@ FrmSound::FrmSound(SoundOptions& logic, QWidget* parent)
   ui_->setupUi(this);
   ui_->lblSettings->setText(QString::fromStdString(logic_.SettingsText()).remove('\r'));
   for (size_t cue = 0; cue < kCues; ++cue) ConnectSlot(cue);
-  testAll_.setInterval(kBetweenTests);
-  connect(&testAll_, &QTimer::timeout, this, &FrmSound::TestNext);
   connect(ui_->cmdTestAll, &QPushButton::clicked, this, [this] {
-    nextTest_ = 0;
-    TestNext();
-    testAll_.start();
+    logic_.cmdTestAll_Click();
+    ShowSounds();
   });
   connect(ui_->cmdRestore, &QPushButton::clicked, this, [this] {
     logic_.cmdRestore_Click();
@@ -73,15 +69,18 @@ void FrmSound::ShowFile(size_t cue) {
   const QString file = QString::fromStdString(logic_.FileText(cue));
   label->setText(label->fontMetrics().elidedText(file, Qt::ElideMiddle, kWidestFile));
   label->setToolTip(file);
-  label->setStyleSheet(logic_.FileIsThere(cue) ? QString() : "color: #B00020; font-weight: 600;");
+  label->setStyleSheet(logic_.CanBePlayed(cue) ? QString() : "color: #B00020; font-weight: 600;");
 }
 
-void FrmSound::TestNext() {
-  if (nextTest_ >= kCues) {
-    testAll_.stop();
-    return;
-  }
-  logic_.cmdTest_Click(nextTest_++);
+void FrmSound::ShowSounds() {
+  for (size_t cue = 0; cue < kCues; ++cue) ShowFile(cue);
+  ui_->lblStatus->setText(QString::fromStdString(logic_.StatusText()));
+  ui_->cmdTestAll->setText(logic_.TestsAll() ? tr("S&top") : tr("Test &all"));
+}
+
+void FrmSound::Tested(const SoundTest& test) {
+  logic_.Tested(test);
+  ShowSounds();
 }
 
 }  // namespace corvanel

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QDialog>
-#include <QTimer>
 #include <memory>
 
 #include "settings/sound_options.h"
@@ -22,8 +21,10 @@ class FrmSound : public QDialog {
   FrmSound(SoundOptions& logic, QWidget* parent);
   ~FrmSound() override;
 
-  /// The next step of "Test all": plays one more cue, until all were heard.
-  void TestNext();
+  /// A sound that is tested has begun, or is over.
+  void Tested(const SoundTest& test);
+  /// Shows anew what the files are and how the test fares.
+  void ShowSounds();
 
  private:
   QCheckBox* PlayBox(size_t cue) const;
@@ -33,8 +34,6 @@ class FrmSound : public QDialog {
 
   SoundOptions& logic_;
   std::unique_ptr<Ui::FrmSound> ui_;
-  QTimer testAll_;
-  size_t nextTest_ = kCues;
 };
 
 }  // namespace corvanel

@@ -15,10 +15,16 @@ using testing::IsEmpty;
 class FakeSounds : public SoundPlayer {
  public:
   void Play(const std::string& /*file*/) override {}
-  bool IsThere(const std::string& file) const override {
-    return std::find(missing.begin(), missing.end(), file) == missing.end();
+  void Test(const std::string& /*file*/) override {}
+  void StopTest() override {}
+  SoundFitness Fitness(const std::string& file) const override {
+    if (file == unplayable) return SoundFitness::Unplayable;
+    return std::find(missing.begin(), missing.end(), file) == missing.end()
+               ? SoundFitness::Fine
+               : SoundFitness::NotFound;
   }
   std::vector<std::string> missing;
+  std::string unplayable;
 };
 
 std::vector<std::string> Texts(const FakeNotices& view) {
@@ -36,23 +42,30 @@ TEST(StartChecksTest, NamesWhatTheSessionWouldMissAndNothingElse) {
   FakeSounds sounds;
   FakeNotices view;
   Notices notices(view);
-  Surroundings around{sounds, true, false, "", true};
+  Surroundings around{sounds, "", false, "", true};
   const auto check = [&] {
     CheckBeforeStart(session, around, notices);
     return Texts(view);
   };
   EXPECT_THAT(check(), IsEmpty());
   sounds.missing = {"a/skip.wav", "a/end.wav"};
-  EXPECT_THAT(check(), ElementsAre("Sound file not found: end.wav"));  // nobody skips
+  EXPECT_THAT(
+      check(),
+      ElementsAre("Sound file that will not be heard: end.wav (not found)"));  // nobody skips
   s.Skip = "3";
-  EXPECT_THAT(check(), ElementsAre("Sound files not found: end.wav, skip.wav"));
+  EXPECT_THAT(check(), ElementsAre("Sound files that will not be heard: end.wav (not found), "
+                                   "skip.wav (not found)"));
+  sounds.missing = {"a/end.wav"};
+  sounds.unplayable = "a/skip.wav";
+  EXPECT_THAT(check(), ElementsAre("Sound files that will not be heard: end.wav (not found), "
+                                   "skip.wav (cannot be played)"));
   s.sounds.play[static_cast<size_t>(Cue::EndOfRound)] = false;
   s.sounds.play[static_cast<size_t>(Cue::Skip)] = false;
   EXPECT_THAT(check(), IsEmpty());
-  around.soundDevice = false;
+  around.soundProblem = "the volume is at 0";
   around.scoringProblem = "the file x.bws cannot be read";  // but none is open
   around.secondScreen = false;                              // but none is wanted
-  EXPECT_THAT(check(), ElementsAre("No sound will be heard: no audio output is connected"));
+  EXPECT_THAT(check(), ElementsAre("No sound will be heard: the volume is at 0"));
   around.scoringOpen = true;
   s.ExtraMonitor = true;
   s.sounds.play = {};  // a silent session needs no loudspeaker
@@ -72,17 +85,23 @@ TEST(WatchTest, TellsOfGapsSoundsAndAForeignStore) {
   Watch watch({bench.session, bench.clock, notices,
                [&]() -> std::optional<Surroundings> {
                  if (!planning) return std::nullopt;
-                 return Surroundings{sounds, false, false, "", true};
+                 return Surroundings{sounds, "the sound is muted", false, "", true};
                },
                [&] { return outside; }});
   bench.broadcast.Add(watch);
   watch.Check();
-  EXPECT_THAT(Texts(view), ElementsAre("No sound will be heard: no audio output is connected"));
+  EXPECT_THAT(Texts(view), ElementsAre("No sound will be heard: the sound is muted"));
   bench.clock.Start(1);
   watch.Check();  // the start has taken place
-  watch.SoundNotPlayed("/x/Bell.wav", "why");
+  for (const char* file : {"/x/Bell.wav", "/x/Move.wav", "/x/Bell.wav"}) {
+    watch.SoundNotHeard(file, "why");
+  }
+  watch.SoundHeard("/x/Skip.wav");  // of itself it tells nothing about the others
+  EXPECT_THAT(Texts(view), ElementsAre("The sound Bell.wav was not heard: why",
+                                       "The sound Move.wav was not heard: why"));
+  watch.SoundHeard("/x/Move.wav");
   EXPECT_THAT(Texts(view), ElementsAre("The sound Bell.wav was not heard: why"));
-  watch.SoundPlayed();
+  watch.Dismiss(view.notices[0]);
   bench.time.PassTo(126);
   bench.clock.Tick();
   EXPECT_EQ(view.notices.back(), (Notice{NoticeKind::Away,
@@ -94,7 +113,7 @@ TEST(WatchTest, TellsOfGapsSoundsAndAForeignStore) {
   EXPECT_THAT(view.notices, IsEmpty());
   bench.time.PassTo(300);
   bench.clock.Tick();
-  watch.Dismiss(NoticeKind::Away);
+  watch.Dismiss(view.notices[0]);
   EXPECT_THAT(view.notices, IsEmpty());
   EXPECT_FALSE(bench.face.awayCanBeTakenOut);
   outside = "/x/settings.json.outside-1";
@@ -112,12 +131,12 @@ TEST(NoticesTest, ALineThatWasDismissedComesBackOnlyWithNews) {
   notices.Set({NoticeKind::Away, "Away", "Take it out"});
   notices.Set(missing);
   EXPECT_THAT(Texts(view), ElementsAre("Sound file not found: a.wav", "Away"));
-  notices.Dismiss(NoticeKind::SoundFiles);
+  notices.Dismiss(missing);
   notices.Set(missing);
   EXPECT_THAT(Texts(view), ElementsAre("Away"));
   notices.Set({NoticeKind::SoundFiles, "Sound file not found: b.wav", ""});
   EXPECT_THAT(Texts(view), ElementsAre("Away", "Sound file not found: b.wav"));
-  notices.Dismiss(NoticeKind::SoundFiles);
+  notices.Dismiss(view.notices[1]);
   notices.Clear(NoticeKind::SoundFiles);  // mended, and broken again
   notices.Set({NoticeKind::SoundFiles, "Sound file not found: b.wav", ""});
   EXPECT_THAT(Texts(view), ElementsAre("Away", "Sound file not found: b.wav"));
@@ -128,7 +147,7 @@ TEST(NoticesTest, TheLatestDismissalCounts) {
   Notices notices(view);
   for (const char* text : {"a.wav", "b.wav"}) {
     notices.Set({NoticeKind::SoundFiles, text, ""});
-    notices.Dismiss(NoticeKind::SoundFiles);
+    notices.Dismiss(view.notices[0]);
   }
   notices.Set({NoticeKind::SoundFiles, "b.wav", ""});
   EXPECT_THAT(view.notices, IsEmpty());
@@ -172,9 +191,9 @@ TEST(WatchTest, EveryLineCanBeDismissed) {
   Notices notices(view);
   Watch watch({bench.session, bench.clock, notices, [] { return std::optional<Surroundings>(); },
                [] { return std::string(); }});
-  watch.SoundNotPlayed("/x/Bell.wav", "why");
+  watch.SoundNotHeard("/x/Bell.wav", "why");
   ASSERT_EQ(view.notices.size(), 1U);
-  watch.Dismiss(NoticeKind::Sound);
+  watch.Dismiss(view.notices[0]);
   EXPECT_THAT(view.notices, IsEmpty());
 }
 
@@ -187,12 +206,12 @@ TEST(StartChecksTest, ThePauseSoundCountsWhereItWouldBePlayed) {
   sounds.missing = {"a/gong.wav"};
   FakeNotices view;
   Notices notices(view);
-  Surroundings around{sounds, true, true, "", true};
+  Surroundings around{sounds, "", true, "", true};
   const auto check = [&] {
     CheckBeforeStart(session, around, notices);
     return Texts(view);
   };
-  EXPECT_THAT(check(), ElementsAre("Sound file not found: gong.wav"));
+  EXPECT_THAT(check(), ElementsAre("Sound file that will not be heard: gong.wav (not found)"));
   for (bool* needed : {&options.BMAutoPause, &options.BMPausePlay, &around.scoringOpen}) {
     *needed = false;
     EXPECT_THAT(check(), IsEmpty());
@@ -216,7 +235,7 @@ TEST(StartChecksTest, ACueThatWillNotBePlayedMayBeMissing) {
     sounds.missing = {"a/missing.wav"};
     FakeNotices view;
     Notices notices(view);
-    CheckBeforeStart(session, {sounds, true, false, "", true}, notices);
+    CheckBeforeStart(session, {sounds, "", false, "", true}, notices);
     EXPECT_THAT(view.notices, IsEmpty()) << static_cast<int>(cue);
   }
 }

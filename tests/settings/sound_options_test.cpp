@@ -37,8 +37,47 @@ TEST_F(SoundOptionsTest, ShowsWarningsAndFiles) {
   options.cmdSound_Click(2);
   EXPECT_EQ(prompts.texts.back(), "Choose a sound (wav) file");
   EXPECT_EQ(options.FileText(2), "missing.wav (not found)");
+  prompts.file = "text.wav";
+  options.cmdSound_Click(3);
+  EXPECT_EQ(options.FileText(3), "text.wav (cannot be played)");
+  EXPECT_FALSE(options.CanBePlayed(3));
   options.cmdHelp_Click();
   EXPECT_EQ(opened, "/prog/sounds.txt");
+}
+
+TEST_F(SoundOptionsTest, TestAllFollowsTheSounds) {
+  const auto file = [&](size_t cue) { return options.Choices().files[cue]; };
+  options.cmdTestAll_Click();
+  options.Tested({.file = file(0), .on = "Hall, volume 70 %"});
+  EXPECT_EQ(options.StatusText(), "1 of 7: Fx2 DontStart.wav is playing on Hall, volume 70 %");
+  EXPECT_EQ(bench.played, std::vector{file(0)});  // until it is over
+  for (size_t cue = 0; cue < kCues; ++cue) {
+    EXPECT_EQ(bench.played.back(), file(cue));
+    EXPECT_TRUE(options.TestsAll());
+    options.Tested({.file = file(cue), .why = cue == 2 ? "it is gone" : "", .ended = true});
+  }
+  EXPECT_FALSE(options.TestsAll());
+  EXPECT_EQ(options.StatusText(), "Fx2 Move.wav was not heard: it is gone");
+  options.cmdTestAll_Click();
+  for (size_t cue = 0; cue < kCues; ++cue) options.Tested({.file = file(cue), .ended = true});
+  EXPECT_EQ(options.StatusText(), "All were played");
+}
+
+TEST_F(SoundOptionsTest, TestAllCanBeStoppedAndLetsTheSessionGoFirst) {
+  const std::string first = options.Choices().files[0];
+  options.cmdTestAll_Click();
+  options.cmdTestAll_Click();
+  EXPECT_FALSE(options.TestsAll());
+  EXPECT_EQ(bench.played.back(), "stopped");
+  options.cmdTestAll_Click();
+  options.Tested({.file = first, .why = "a cue came", .ended = true, .gaveWay = true});
+  EXPECT_FALSE(options.TestsAll());
+  EXPECT_EQ(bench.played.back(), first);
+  options.cmdTestAll_Click();
+  options.cmdTest_Click(4);
+  options.Tested({.file = first, .ended = true});  // cut off
+  EXPECT_FALSE(options.TestsAll());
+  EXPECT_EQ(bench.played.back(), options.Choices().files[4]);
 }
 
 TEST_F(SoundOptionsTest, OnlyOkChangesTheLiveSettings) {

@@ -110,7 +110,13 @@ class ClockBench : public SoundPlayer, public SessionListener {
   }
   void ShowTimeOfDay(const std::string& shown) override { timeOfDay = shown; }
   void Play(const std::string& file) override { played.push_back(file); }
-  bool IsThere(const std::string& file) const override { return file != "missing.wav"; }
+  void Test(const std::string& file) override { played.push_back(file); }
+  void StopTest() override { played.emplace_back("stopped"); }
+  SoundFitness Fitness(const std::string& file) const override {
+    return file == "missing.wav" ? SoundFitness::NotFound
+           : file == "text.wav"  ? SoundFitness::Unplayable
+                                 : SoundFitness::Fine;
+  }
   void Happened(EventKind kind, const std::string& text) override;
 
   /// Lets `seconds` pass; the clock wakes up whenever it asked to.

@@ -126,12 +126,12 @@ TEST_F(DirectorsLinesTest, LinesForTheDirectorStandOnHisScreenAndNotOnTheRooms) 
       {NoticeKind::Away, "The computer was asleep for 2 min 5 s. The clock kept running.",
        "Don't count that time"}};
   std::vector<NoticeKind> actions;
-  std::vector<NoticeKind> dismissed;
+  std::vector<Notice> dismissed;
   for (DisplayWindow* display : displays) {
     QObject::connect(display, &DisplayWindow::NoticeActionWanted,
                      [&](NoticeKind kind) { actions.push_back(kind); });
     QObject::connect(display, &DisplayWindow::NoticeDismissed,
-                     [&](NoticeKind kind) { dismissed.push_back(kind); });
+                     [&](const Notice& notice) { dismissed.push_back(notice); });
     display->ShowNotices(notices);
   }
   EXPECT_EQ(twin.findChildren<QLabel*>("lblNotice").size(), 2);
@@ -149,7 +149,7 @@ TEST_F(DirectorsLinesTest, LinesForTheDirectorStandOnHisScreenAndNotOnTheRooms) 
   QTest::mouseClick(twin.findChild<QToolButton*>("cmdNotice"), Qt::LeftButton);
   QTest::mouseClick(room.findChild<QToolButton*>("cmdNoticeClose"), Qt::LeftButton);
   EXPECT_EQ(actions, std::vector<NoticeKind>{NoticeKind::Away});
-  EXPECT_EQ(dismissed, std::vector<NoticeKind>{NoticeKind::Sound});
+  EXPECT_EQ(dismissed, std::vector<Notice>{notices[0]});
   const int footWithLines = twin.findChild<NoticeList*>()->height();
   EXPECT_GT(footWithLines, 20);
   // The bar of the twin stands still while lines come and go below it.
