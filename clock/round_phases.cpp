@@ -71,7 +71,7 @@ void RoundClock::TimeUp() {
     EndBreak();
   } else if (InFinalRound()) {
     EndSession();
-  } else if (s.optBreak && state_.round == s.BreakAfterRound) {
+  } else if (s.BreakFollows(state_.round)) {
     BeginBreak();
   } else {
     BeginMove();

@@ -13,6 +13,7 @@ namespace {
 
 /// Whether the session as it is set will come to the moment of a cue.
 bool WillOccur(Cue cue, const SessionSettings& s) {
+  const bool breakComes = s.BreakFollows(s.BreakAfterRound) && s.BreakAfterRound < s.nRounds;
   switch (cue) {
     case Cue::LastWarning:
       return s.MinWarning > 0;
@@ -21,9 +22,9 @@ bool WillOccur(Cue cue, const SessionSettings& s) {
     case Cue::EndOfRound:
       return s.nRounds > 1;
     case Cue::Break:
-      return s.optBreak;
+      return breakComes;
     case Cue::EndOfBreak:
-      return s.optBreak && s.MinWarning > 0;
+      return breakComes && s.MinWarning > 0;
     case Cue::Skip:
       return !s.Skip.Empty();
     case Cue::Arrow:

@@ -40,6 +40,11 @@ struct SessionSettings {
   std::string Header;
   SoundChoices sounds;
 
+  /// Whether the break follows that round, should another come after it. One of no length is none.
+  bool BreakFollows(int round) const {
+    return optBreak && TimeForBreak > 0 && round == BreakAfterRound;
+  }
+
   bool operator==(const SessionSettings&) const = default;
 };
 

@@ -77,7 +77,7 @@ std::vector<TimetableLine> Timetable(const SessionSettings& s, const Standing& f
     add(phase, round, minutes);
     const bool last = round >= s.nRounds;
     if (phase == Phase::Round && last) break;
-    if (phase == Phase::Round && s.optBreak && round == s.BreakAfterRound) {
+    if (phase == Phase::Round && s.BreakFollows(round)) {
       phase = Phase::Break;
       minutes = s.TimeForBreak;
     } else if (phase == Phase::Round || (phase == Phase::Break && s.MoveAfterBreak && !last)) {
@@ -98,8 +98,7 @@ Schedule CalcFinishTime(const SessionSettings& s, int round, ClockTime start) {
   const Standing from{Phase::Idle, round};
   // Deliberate: an estimate that begins with the break round allows for one move more than will be
   // made; it errs on the late side.
-  const bool breakRound =
-      s.Calculate == 0 && s.optBreak && round == s.BreakAfterRound && round < s.nRounds;
+  const bool breakRound = s.Calculate == 0 && s.BreakFollows(round) && round < s.nRounds;
   return ScheduleOf(Timetable(s, from), from, start, breakRound ? s.MinBetweenRounds : 0);
 }
 

@@ -64,6 +64,23 @@ TEST(RoundClockTest, TheBreakWithoutAMoveLeadsStraightToTheNextRound) {
   EXPECT_THAT(bench.played, ElementsAre("break"));  // no bell with a first warning of 0
 }
 
+TEST(RoundClockTest, ABreakOfNoLengthIsNone) {
+  ClockBench bench;
+  SetShape(bench, 4, 5, 1);
+  SessionSettings& s = bench.session.settings;
+  s.optBreak = true;
+  s.BreakAfterRound = 2;
+  s.TimeForBreak = 0;
+  s.MoveAfterBreak = false;
+  s.MinWarning = 0;
+  s.MinWarning1 = 0;
+  bench.clock.Start(1);
+  EXPECT_EQ(bench.face.breakLine, "");
+  bench.Pass(11 * 60 + 30);
+  EXPECT_EQ(bench.face.phase, Phase::Move);
+  EXPECT_THAT(bench.played, ElementsAre("end", "end"));
+}
+
 TEST(RoundClockTest, SecondsStepEvenly) {
   for (const double perRound : {0.3, 0.305, 0.55, 15.0}) {
     ClockBench bench(ClockTime::At(23, 59, 57.25));

@@ -224,7 +224,13 @@ TEST(StartChecksTest, ACueThatWillNotBePlayedMayBeMissing) {
   singleRound.nRounds = 1;
   SessionSettings noLastWarning;  // so no bell ends the break
   noLastWarning.MinWarning = 0;
+  SessionSettings noBreak;
+  noBreak.TimeForBreak = 0;
+  SessionSettings endsBeforeBreak;
+  endsBeforeBreak.nRounds = endsBeforeBreak.BreakAfterRound;
   const std::pair<SessionSettings, Cue> rows[] = {{singleRound, Cue::EndOfRound},
+                                                  {noBreak, Cue::Break},
+                                                  {endsBeforeBreak, Cue::EndOfBreak},
                                                   {noLastWarning, Cue::EndOfBreak}};
   for (const auto& [settings, cue] : rows) {
     Session session;

@@ -66,7 +66,7 @@ void ReferenceClock::Happen(double late, double heardFrom) {
     s.MoveAfterBreak && !final ? BeginMove(late, heardFrom) : GoToNextRound();
   } else if (final) {
     state_.phase = Phase::Ended;
-  } else if (s.optBreak && state_.round == s.BreakAfterRound) {
+  } else if (s.optBreak && s.TimeForBreak > 0 && state_.round == s.BreakAfterRound) {
     state_.phase = Phase::Break;
     state_.left = s.TimeForBreak * 60.0;
     state_.warned = {s.MinWarning <= 0, true};

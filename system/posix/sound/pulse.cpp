@@ -94,8 +94,17 @@ void Pulse::AskForOutput() {
 
 void Pulse::Play(Sound& sound) {
   sound_ = &sound;
-  const pa_sample_spec spec{PA_SAMPLE_FLOAT32NE, sound.Rate(),
-                            static_cast<uint8_t>(sound.Channels())};
+  Done(pa_context_get_server_info(
+      context_,
+      [](pa_context*, const pa_server_info* server, void* self) {
+        Self(self).PlayOn(server == nullptr ? nullptr : server->default_sink_name);
+      },
+      this));
+}
+
+void Pulse::PlayOn(const char* output) {
+  const pa_sample_spec spec{PA_SAMPLE_FLOAT32NE, sound_->Rate(),
+                            static_cast<uint8_t>(sound_->Channels())};
   pa_channel_map places;
   pa_channel_map_init_extend(&places, spec.channels, PA_CHANNEL_MAP_WAVEEX);
   stream_ = pa_stream_new(context_, "Cue", &spec, &places);
@@ -119,7 +128,7 @@ void Pulse::Play(Sound& sound) {
   const pa_buffer_attr held{kServersChoice, bytes(kHeld), bytes(kBeforeBegin), bytes(kAtATime),
                             kServersChoice};
   // Early requests: else the output itself would hold the two seconds, too.
-  if (pa_stream_connect_playback(stream_, nullptr, &held, PA_STREAM_EARLY_REQUESTS, nullptr,
+  if (pa_stream_connect_playback(stream_, output, &held, PA_STREAM_EARLY_REQUESTS, nullptr,
                                  nullptr) < 0) {
     listener_.SoundEnded(SoundResult::NoOutput);
   }

@@ -29,13 +29,14 @@ class Pulse {
   /// Connects, anew where there was a connection.
   void Connect();
   State ConnectionState() const { return state_; }
-  /// Plays the sound on the default output, and follows that where it goes; the connection must be
-  /// ready, and the sound live until it ended.
+  /// Plays the sound on what is the default output now, whatever output the server remembers for
+  /// Corvanel; the connection must be ready, and the sound live until it ended.
   void Play(Sound& sound);
 
  private:
   void StateChanged();
   void AskForOutput();
+  void PlayOn(const char* output);
   void Write(size_t bytes);
   void Started();
 
