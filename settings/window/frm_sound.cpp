@@ -14,6 +14,7 @@ FrmSound::FrmSound(SoundOptions& logic, QWidget* parent)
   ui_->setupUi(this);
   ui_->lblSettings->setText(QString::fromStdString(logic_.SettingsText()).remove('\r'));
   for (size_t cue = 0; cue < kCues; ++cue) ConnectSlot(cue);
+  ui_->lblStatus->setMinimumHeight(2 * ui_->lblStatus->fontMetrics().lineSpacing());
   connect(ui_->cmdTestAll, &QPushButton::clicked, this, [this] {
     logic_.cmdTestAll_Click();
     ShowSounds();

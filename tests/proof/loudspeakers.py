@@ -27,7 +27,7 @@ class Recording(threading.Thread):
         self.sink = sink
         self.recorder = subprocess.Popen(
             ["parec", "-d", f"{sink}.monitor", "--raw", "--format=s16le", f"--rate={RATE}",
-             "--channels=1", "--latency-msec=10"], stdout=subprocess.PIPE,
+             "--channels=1", "--latency-msec=10", "--property=node.dont-reconnect=true"], stdout=subprocess.PIPE,
             stderr=subprocess.DEVNULL, bufsize=0)
         self.bytes = bytearray()
         self.began = []  # when the first sample was played, judged by each piece that came

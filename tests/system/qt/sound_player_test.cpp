@@ -1,8 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sndfile.h>
 
-#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
@@ -157,6 +158,64 @@ TEST_F(SoundPlayerTest, KnowsWhatCanBePlayedByItsContents) {
     }
   }
   EXPECT_THAT(Told("\\no such.wav"), ElementsAre("the file is not there"));
+}
+
+TEST_F(SoundPlayerTest, PlaysWhatOldSoundSetsAreMadeOf) {
+  struct Row {
+    int format;
+    int channels = 1;
+  };
+  const Row rows[] = {
+      {SF_FORMAT_WAV | SF_FORMAT_PCM_U8},    {SF_FORMAT_WAV | SF_FORMAT_PCM_24},
+      {SF_FORMAT_WAV | SF_FORMAT_PCM_32},    {SF_FORMAT_WAV | SF_FORMAT_FLOAT},
+      {SF_FORMAT_WAV | SF_FORMAT_ALAW},      {SF_FORMAT_WAV | SF_FORMAT_ULAW},
+      {SF_FORMAT_WAV | SF_FORMAT_MS_ADPCM},  {SF_FORMAT_WAV | SF_FORMAT_IMA_ADPCM},
+      {SF_FORMAT_WAV | SF_FORMAT_PCM_16, 6}, {SF_FORMAT_WAV | SF_FORMAT_PCM_16, 8},
+      {SF_FORMAT_FLAC | SF_FORMAT_PCM_16},   {SF_FORMAT_OGG | SF_FORMAT_VORBIS},
+      {SF_FORMAT_AIFF | SF_FORMAT_PCM_16},   {SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III}};
+  for (const Row& row : rows) {
+    const std::string file = folder_.filePath("cue.wav").toStdString();
+    SF_INFO info{0, 44100, row.channels, row.format, 0, 0};
+    SNDFILE* sound = sf_open(file.c_str(), SFM_WRITE, &info);
+    ASSERT_NE(sound, nullptr) << std::hex << row.format;
+    const std::vector<float> samples(8820 * static_cast<size_t>(row.channels), 0.5F);
+    sf_writef_float(sound, samples.data(), 8820);
+    sf_close(sound);
+    EXPECT_THAT(Told(file), ElementsAre("heard " + file))
+        << std::hex << row.format << ", channels " << row.channels;
+  }
+}
+
+TEST(SoundPlayerWithoutServerTest, AlsaPlaysInstead) {
+  const QTemporaryDir folder;
+  const QString heard = folder.filePath("heard.raw");
+  QFile settings(folder.filePath("asound.conf"));
+  ASSERT_TRUE(settings.open(QIODevice::WriteOnly));
+  settings.write(QString("pcm.!default { type file format raw slave.pcm nothing file \"%1\" }\n"
+                         "pcm.nothing { type null }\n")
+                     .arg(heard)
+                     .toUtf8());
+  settings.close();
+  qputenv("PULSE_SERVER", "unix:/nowhere");
+  qputenv("ALSA_CONFIG_PATH", settings.fileName().toUtf8());
+  QtSoundPlayer player(CORVANEL_SOUND_FOLDER);
+  bool ended = false;
+  QString told;
+  QObject::connect(&player, &QtSoundPlayer::Tested, &player, [&](const SoundTest& test) {
+    told = QString::fromStdString(TestText(test));
+    ended = test.ended;
+  });
+  player.Test(kBell);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return ended; }, kPatience));
+  EXPECT_EQ(told, "Bell.wav was played on ALSA, volume 100 %");
+  QFile bell(QString(CORVANEL_SOUND_FOLDER) + "/Bell.wav");
+  ASSERT_TRUE(bell.open(QIODevice::ReadOnly));
+  const QByteArray file = bell.readAll();
+  const qsizetype samples = (file.size() - file.indexOf("data") - 8) / 2;
+  // All of it, as four bytes a sample.
+  EXPECT_EQ(QFileInfo(heard).size(), samples * 4);
+  qunsetenv("PULSE_SERVER");
+  qunsetenv("ALSA_CONFIG_PATH");
 }
 
 TEST_F(SoundPlayerTest, ACueGoesBeforeATest) {
