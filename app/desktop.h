@@ -121,7 +121,8 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
                      .sounds = sounds_,
                      .listener = broadcast_,
                      .errors = errors_}};
-  ProgramExit exit_{session_, prompts_, *this};
+  Notices notices_{broadcast_};
+  ProgramExit exit_{session_, clock_, prompts_, *this};
   FrmMain frmMain_{session_};
   ControlWindow control_{{.session = session_,
                           .view = frmMain_,
@@ -129,6 +130,7 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
                           .errors = errors_,
                           .time = time_,
                           .clock = clock_,
+                          .notices = notices_,
                           .table = settings_,
                           .host = *this,
                           .exit = exit_}};
@@ -156,7 +158,6 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
   LogFile logFile_;
   ActivityLog log_{session_, time_, logFile_};
   ScoringDesk scoring_;
-  Notices notices_{broadcast_};
   RecordFiles records_;
   SessionRecorder recorder_{{.session = session_,
                              .clock = clock_,

@@ -21,6 +21,7 @@ struct ClockState {
   double countsFrom = 0;     // the last move, or the session, began
   double endedAt = 0;        // the session ended
   std::array<bool, kWarnings> warningPending = {false, false};
+  std::array<bool, kWarnings> warningGiven = {false, false};
   Element style = Element::TimeRemaining;
 
   bool operator==(const ClockState&) const = default;

@@ -173,6 +173,7 @@ void RoundClock::ChangeMinutes(int minutes) {
   if (left > kLongestPhase * 60) return;
   Remember(minutes > 0 ? SessionCommand::AddMinute : SessionCommand::SubtractMinute);
   state_.roundEnd = now_ + left;
+  if (minutes > 0) TakeBackWarnings();
   TimerRound_Timer();
 }
 

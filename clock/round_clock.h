@@ -109,6 +109,7 @@ class RoundClock {
   void TimerBetween_Timer();
   void GiveWarnings();
   void GiveWarning(size_t number);
+  void TakeBackWarnings();
   void TimeUp();
   void BeginMove();
   void BeginBreak();

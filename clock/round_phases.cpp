@@ -29,6 +29,7 @@ void RoundClock::StartRound() {
 /// Starts the count-down of a round or break and ticks once, so that it shows without a wait.
 void RoundClock::CountDown(double minutes) {
   state_.style = Element::TimeRemaining;
+  state_.warningGiven = {false, false};
   state_.roundEnd = at_ + minutes * 60;
   TimerRound_Timer();
 }
@@ -40,6 +41,22 @@ void RoundClock::TimerRound_Timer() {
 
 void RoundClock::TimerBetween_Timer() {
   if (state_.At(at_).secondsLeft == 0) AdvanceRound();
+}
+
+/// Minutes were added: a warning that was given and lies ahead again is given again, and the
+/// count-down looks as it did before it.
+void RoundClock::TakeBackWarnings() {
+  const double left = state_.At(at_).secondsLeft;
+  const auto warnings = WarningsOf(Settings());
+  state_.style = Element::TimeRemaining;
+  // The early one first: the last one decides on the look.
+  for (const size_t i : {1, 0}) {
+    if (!state_.warningGiven[i]) continue;
+    const bool ahead = left > warnings[i].minutes * 60.0 + kSameInstant;
+    state_.warningPending[i] = ahead;
+    state_.warningGiven[i] = !ahead;
+    if (!ahead) state_.style = warnings[i].style;
+  }
 }
 
 void RoundClock::GiveWarnings() {
@@ -55,6 +72,7 @@ void RoundClock::GiveWarnings() {
 void RoundClock::GiveWarning(size_t number) {
   const Warning warning = WarningsOf(Settings())[number];
   state_.warningPending[number] = false;
+  state_.warningGiven[number] = true;
   state_.style = warning.style;
   parts_.listener.Happened(EventKind::Warning, std::string(NameOf(warning.style)));
   if (state_.phase == Phase::Break) {
@@ -93,7 +111,8 @@ void RoundClock::BeginMove() {
 
 void RoundClock::BeginBreak() {
   state_.phase = Phase::Break;
-  parts_.listener.Happened(EventKind::Break, std::string(kBreakCaption));
+  parts_.listener.Happened(EventKind::Break,
+                           PhaseCaption(Settings(), {Phase::Break, state_.round}));
   PlayCue(Cue::Break);
   // The last warning rings at the end of the break; the early one has no part in it.
   state_.warningPending = {Settings().MinWarning > 0, false};

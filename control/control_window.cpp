@@ -1,5 +1,7 @@
 #include "control/control_window.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -10,6 +12,12 @@ namespace corvanel {
 namespace {
 
 constexpr double kSameMoment = 1;  // second; what two clocks read one after the other can differ by
+
+/// How much later than it is required a session ends; negative when it is earlier.
+double MinutesLate(ClockTime finish, ClockTime required) {
+  return std::remainder((finish.Seconds() - ToNearestMinute(required).Seconds()) / 60,
+                        kMinutesPerDay);
+}
 
 }  // namespace
 
@@ -146,7 +154,10 @@ void ControlWindow::chkMonitor_Click(bool ticked) {
 }
 
 void ControlWindow::chkHeader_Click(bool ticked) {
-  Handle("chkHeader_Click", [&] { parts_.session.options.Show[kShowTitle] = ticked; });
+  Handle("chkHeader_Click", [&] {
+    parts_.session.options.Show[kShowTitle] = ticked;
+    parts_.view.OfferFavouriteSave(true);
+  });
 }
 
 void ControlWindow::optCalc_Click(int index) {
@@ -156,7 +167,10 @@ void ControlWindow::optCalc_Click(int index) {
     parts_.view.SetMode(index);
   });
   step([&] { DoCalc(); });
-  step([&] { Put(Box::MinPerRound); });
+  step([&] {
+    Put(Box::MinPerRound);
+    parts_.view.OfferFavouriteSave(true);
+  });
 }
 
 void ControlWindow::RewriteTimes() {
@@ -178,8 +192,6 @@ void ControlWindow::Calculate(const Standing& standing) {
   SessionSettings& s = Settings();
   const bool underWay = Runs(standing.phase);
   const ClockTime start = underWay ? parts_.time.TimeOfDay() : planned_.time;
-  parts_.view.SetLabel(Label::lblFinish,
-                       s.Calculate == 1 ? "Required Finish Time" : "Estimated Finish Time");
   if (s.Calculate == 1) {
     if (!s.RequiredFinish) {
       s.RequiredFinish = DefaultRequiredFinish(planned_.time);
@@ -195,9 +207,28 @@ void ControlWindow::Calculate(const Standing& standing) {
   parts_.clock.Refresh();
 }
 
+/// A line each for what the director has set and the evening will not have.
+void ControlWindow::TellWhatWillNotBe(double minutesLate) {
+  const SessionSettings& s = Settings();
+  const auto tell = [&](NoticeKind kind, bool missing, const std::string& text) {
+    missing ? parts_.notices.Set({kind, text}) : parts_.notices.Clear(kind);
+  };
+  tell(NoticeKind::Finish, minutesLate > 0,
+       fmt::format("The finish at {} will not be met", TextOf(Box::FinishTime)));
+  tell(NoticeKind::Break, s.BreakFollows(s.BreakAfterRound) && s.BreakAfterRound >= s.nRounds,
+       fmt::format("No break will come: it is set after round {}, and the session has {} round{}",
+                   s.BreakAfterRound, s.nRounds, s.nRounds == 1 ? "" : "s"));
+}
+
 /// The bar shows what is still to come of a session under way.
 void ControlWindow::ShowSchedule(const Schedule& schedule, const Standing& standing,
                                  ClockTime start) {
+  const SessionSettings& s = Settings();
+  const bool required = s.Calculate == 1 && s.RequiredFinish;
+  const double late = required ? MinutesLate(schedule.finish, *s.RequiredFinish) : 0;
+  parts_.view.SetLabel(Label::lblFinish,
+                       required && late == 0 ? "Required Finish Time" : "Estimated Finish Time");
+  TellWhatWillNotBe(late);
   parts_.view.SetLabel(Label::lblFinishTime, TimeText(schedule.finish, Form()));
   parts_.view.SetLabel(Label::lblBreakTime,
                        schedule.breakAt ? TimeText(*schedule.breakAt, Form()) : std::string());
@@ -219,11 +250,21 @@ void ControlWindow::ShowTitleTick() {
   parts_.view.SetTick(Tick::chkHeader, TitleTicked());
 }
 
+/// A session under way is given up only when the director says so.
+bool ControlWindow::RefuseSecondStart() {
+  if (!parts_.clock.UnderWay()) return false;
+  return parts_.prompts.AskYesNo(fmt::format(
+             "Round {} of {} is in play.\r\nDo you want to start round {} from its beginning?",
+             parts_.clock.State().round, Settings().nRounds, planned_.round)) != Answer::Yes;
+}
+
 void ControlWindow::cmdStart_Click() {
   if (!parts_.view.CommitEditing() || RefuseRoundLength(Settings().MinPerRound)) return;
+  if (RefuseSecondStart()) return;
   HandlerSteps step(parts_.errors, "frmMain.cmdStart_Click");
   step([&] {
-    parts_.session.options.ShowTitle = TitleTicked();
+    // An evening without a title does not say what the director wants with one.
+    if (!Settings().Header.empty()) parts_.session.options.ShowTitle = TitleTicked();
     parts_.table.SaveSession();
   });
   step([&] {

@@ -8,6 +8,7 @@
 #include "clock/round_clock.h"
 #include "control/control_window_view.h"
 #include "control/program_exit.h"
+#include "session/notices.h"
 #include "session/prompts.h"
 #include "settings/settings_table.h"
 
@@ -32,6 +33,7 @@ class ControlWindow : public SessionListener {
     ErrorTrap& errors;
     const TimeSource& time;
     RoundClock& clock;
+    Notices& notices;
     SettingsTable& table;
     ControlHost& host;
     ProgramExit& exit;
@@ -104,6 +106,8 @@ class ControlWindow : public SessionListener {
   void ShowSchedule(const Schedule& schedule, const Standing& standing, ClockTime start);
   bool TitleTicked() const;
   bool RefuseRoundLength(float minutes);
+  bool RefuseSecondStart();
+  void TellWhatWillNotBe(double minutesLate);
   template <class Step>
   void Handle(std::string_view handler, Step&& step);
   TimeForm Form() const { return parts_.session.options.Form(); }

@@ -2,13 +2,18 @@
 
 namespace corvanel {
 
+bool ProgramExit::WantsToExit() {
+  return prompts_.AskYesNo("Do you want to exit the program?") == Answer::Yes;
+}
+
 void ProgramExit::FromControlWindow(bool clockWasStarted) {
+  if (clock_.UnderWay() && !WantsToExit()) return;
   if (clockWasStarted) host_.SaveDisplayGeometry();
   End(AskShutdown());
 }
 
 bool ProgramExit::FromDisplay() {
-  if (prompts_.AskYesNo("Do you want to exit the program?") != Answer::Yes) return false;
+  if (!WantsToExit()) return false;
   const Way way = AskShutdown();
   if (way == Way::Stay) return false;
   host_.SaveDisplayGeometry();

@@ -68,13 +68,13 @@ static void from_json(const json& value, SessionSettings& settings) {
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Moment, boot, uptime, utc)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(ClockState, phase, round, paused, autoPaused, mayAutoPause,
                                    roundEnd, moveEnd, pauseMark, countsFrom, endedAt,
-                                   warningPending, style)
+                                   warningPending, warningGiven, style)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(UndoStep, command, at, before)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(SessionRecord, at, state, settings, undo, scoringFile, sections)
 
 namespace {
 
-constexpr int kFormat = 2;  // to be raised when another version would misread the record
+constexpr int kFormat = 3;  // to be raised when another version would misread the record
 
 bool IsValid(const ClockState& state) {
   const auto marks = {state.roundEnd, state.moveEnd, state.pauseMark, state.countsFrom,

@@ -8,6 +8,8 @@ constexpr double kTryAgain = 5;  // seconds after a write that failed
 }  // namespace
 
 void SessionRecorder::ShowFace(const ClockFace& /*face*/) {
+  // The clock may tick on until the program has ended.
+  if (closed_) return;
   const Moment now = parts_.time.ThisMoment();
   const std::string failure = parts_.keeper.Failure();
   const bool again = written_ && !failure.empty() && now.Since(written_->at) >= kTryAgain;
@@ -44,8 +46,9 @@ void SessionRecorder::Write(const Moment& now) {
 }
 
 void SessionRecorder::Close() {
+  closed_ = true;
   // What an earlier run left behind is not this one's to forget.
-  if (written_) parts_.keeper.Forget();
+  if (written_ && !parts_.clock.UnderWay()) parts_.keeper.Forget();
 }
 
 }  // namespace corvanel

@@ -47,7 +47,8 @@ class SessionRecorder : public SessionListener {
 
   /// After everything that the clock does, and at least once a second while it runs.
   void ShowFace(const ClockFace& face) override;
-  /// The program ends properly: nothing is to be continued.
+  /// The program ends: a session that is under way can be continued, any other is forgotten.
+  /// Nothing is written any more.
   void Close();
 
  private:
@@ -56,6 +57,7 @@ class SessionRecorder : public SessionListener {
 
   Parts parts_;
   std::optional<SessionRecord> written_;
+  bool closed_ = false;
 };
 
 }  // namespace corvanel

@@ -5,24 +5,36 @@
 #include "basics/numbers.h"
 
 namespace corvanel {
+namespace {
+
+/// What goes before the message of the move after that round.
+std::string SkipOrArrow(const SessionSettings& settings, int round) {
+  std::string prefix;
+  if (settings.Skip.Lists(round)) prefix = "SKIP";
+  if (settings.Arrow.Lists(round)) prefix += prefix.empty() ? "ARROW" : "/ARROW";
+  return prefix.empty() ? "" : prefix + " - ";
+}
+
+}  // namespace
 
 std::string RoundCaption(int round, int rounds) {
-  if (round >= rounds) return "Final Round";
+  if (round >= rounds) return fmt::format("Final Round of {}", rounds);
   return fmt::format("Time remaining for Round {} of {}", round, rounds);
 }
 
 std::string MoveMessage(const SessionSettings& settings, int round) {
-  std::string prefix;
-  if (settings.Skip.Lists(round)) prefix = "SKIP";
-  if (settings.Arrow.Lists(round)) prefix += prefix.empty() ? "ARROW" : "/ARROW";
-  if (!prefix.empty()) prefix += " - ";
+  const std::string prefix = SkipOrArrow(settings, round);
   const int next = round + 1;
   if (next >= settings.nRounds) return prefix + "MOVE FOR THE FINAL ROUND";
   return fmt::format("{}MOVE FOR ROUND {}", prefix, next);
 }
 
 std::string PhaseCaption(const SessionSettings& settings, const Standing& standing) {
-  if (standing.phase == Phase::Break) return std::string(kBreakCaption);
+  if (standing.phase == Phase::Break) {
+    // Without a move after it the break is where tables learn of these.
+    const std::string what = settings.MoveAfterBreak ? "" : SkipOrArrow(settings, standing.round);
+    return what + std::string(kBreakCaption);
+  }
   const bool ended = standing.phase == Phase::Ended;
   return RoundCaption(standing.round, ended ? standing.round : settings.nRounds);
 }

@@ -7,10 +7,11 @@
 
 namespace corvanel {
 
-/// "Time remaining for Round 3 of 12"; in the last round "Final Round" alone.
+/// "Time remaining for Round 3 of 12"; in the last round "Final Round of 12".
 std::string RoundCaption(int round, int rounds);
 
-/// The same for wherever a session stands; after its end that of the last round.
+/// The same for wherever a session stands; after its end that of the last round. A break that no
+/// move follows tells of skip and arrow switch: "SKIP - Time remaining for the break".
 std::string PhaseCaption(const SessionSettings& settings, const Standing& standing);
 
 inline constexpr std::string_view kBreakCaption = "Time remaining for the break";

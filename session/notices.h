@@ -12,6 +12,8 @@ enum class NoticeKind {
   Record,       // the session cannot be written down
   LastSession,  // its record is damaged
   Store,        // the settings file was changed by somebody else
+  Finish,       // cannot be met
+  Break,        // will not come
   Sound,        // a cue was not heard
   SoundFiles,   // before the start: what will not be heard, followed or shown
   SoundDevice,

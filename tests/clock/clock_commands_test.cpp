@@ -103,10 +103,11 @@ TEST(RoundClockTest, MinutesCanBeAddedAndTakenOffInRoundAndBreak) {
   for (int i = 0; i < 3; ++i) bench.clock.Do(SessionCommand::AddMinute);
   EXPECT_EQ(bench.face.countdown, "5:30");
   EXPECT_EQ(bench.face.finish, "Finish at 19:54");
-  EXPECT_EQ(bench.face.countdownStyle, Element::LastWarning);  // given is given
-  const size_t played = bench.played.size();
+  // The last warning lies ahead again, the early one does not.
+  EXPECT_EQ(bench.face.countdownStyle, Element::EarlyWarning);
   bench.Pass(200);
-  EXPECT_EQ(bench.played.size(), played);
+  EXPECT_EQ(bench.face.countdownStyle, Element::LastWarning);
+  EXPECT_EQ(bench.played, (std::vector<std::string>{"warning1", "warning0", "warning0"}));
   for (int i = 0; i < 3; ++i) bench.clock.Do(SessionCommand::SubtractMinute);
   EXPECT_EQ(bench.face.phase, Phase::Move);
   bench.clock.Do(SessionCommand::AddMinute);

@@ -35,10 +35,10 @@ TEST(RoundClockTest, RunsAnEveningInItsOrder) {
                           "19:51:00 break Time remaining for the break", "19:51:00 sound break",
                           "20:03:00 warning Warning period", "20:03:00 sound endbreak",
                           "20:06:00 move MOVE FOR THE FINAL ROUND", "20:06:00 sound end",
-                          "20:07:00 round Final Round", "20:10:00 warning Between warnings",
+                          "20:07:00 round Final Round of 3", "20:10:00 warning Between warnings",
                           "20:14:00 warning Warning period", "20:17:00 end End of the session"));
   EXPECT_EQ(bench.face.countdown, "0:00");
-  EXPECT_EQ(bench.face.caption, "Final Round");
+  EXPECT_EQ(bench.face.caption, "Final Round of 3");
   EXPECT_EQ(bench.face.countdownStyle, Element::TimeUp);
   EXPECT_EQ(bench.clock.State().round, 3);
   EXPECT_TRUE(bench.errors.reports.empty());
@@ -60,7 +60,7 @@ TEST(RoundClockTest, TheBreakWithoutAMoveLeadsStraightToTheNextRound) {
   EXPECT_EQ(bench.face.caption, "Time remaining for the break");
   EXPECT_EQ(bench.face.countdownStyle, Element::TimeRemaining);
   bench.Pass(90);
-  EXPECT_EQ(bench.face.caption, "Final Round");
+  EXPECT_EQ(bench.face.caption, "Final Round of 4");
   EXPECT_THAT(bench.played, ElementsAre("break"));  // no bell with a first warning of 0
 }
 

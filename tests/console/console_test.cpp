@@ -46,7 +46,7 @@ TEST(ConsoleTest, PlansASession) {
             "19:50\tmove\tMOVE FOR ROUND 2\n"
             "19:51\tround\tTime remaining for Round 2 of 3\n"
             "20:11\tbreak\tTime remaining for the break\n"
-            "20:26\tround\tFinal Round\n");
+            "20:26\tround\tFinal Round of 3\n");
 }
 
 TEST(ConsoleTest, RunsUntilATime) {
@@ -56,7 +56,7 @@ TEST(ConsoleTest, RunsUntilATime) {
             "19:38:00\twarning\tBetween warnings\n19:38:00\tsound\tFx2 LastBoard.wav\n"
             "19:42:00\twarning\tWarning period\n19:42:00\tsound\tFx2 DontStart.wav\n"
             "19:45:00\tmove\tMOVE FOR THE FINAL ROUND\n19:45:00\tsound\tFx2 Move.wav\n"
-            "19:46:00\tround\tFinal Round\n");
+            "19:46:00\tround\tFinal Round of 12\n");
 }
 
 TEST(ConsoleTest, WrongArgumentsGetOneLineAndCodeTwo) {

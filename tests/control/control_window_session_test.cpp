@@ -69,7 +69,7 @@ TEST_F(ControlWindowTest, TheRoundInPlayIsTheClocks) {
   EXPECT_EQ(prompts.texts.back(),
             "Round 5 is in play, so the number of rounds was set to 5, not 4");
   EXPECT_EQ(Value(Box::nRounds), "5");
-  EXPECT_EQ(bench.face.caption, "Final Round");  // right at once
+  EXPECT_EQ(bench.face.caption, "Final Round of 5");  // right at once
   EXPECT_EQ(bench.face.finish, "Finish at 21:14");
   Enter(Box::nRounds, "8");
   EXPECT_EQ(bench.face.caption, "Time remaining for Round 5 of 8");
@@ -102,7 +102,7 @@ TEST_F(ControlWindowTest, AnEndedSessionLeavesThePlanToTheDirector) {
   bench.RunToEnd();
   Enter(Box::nRounds, "3");
   EXPECT_EQ(Value(Box::CurrentRound), "1");
-  EXPECT_EQ(bench.face.caption, "Final Round");
+  EXPECT_EQ(bench.face.caption, "Final Round of 8");
   bench.clock.Do(SessionCommand::Restart);  // of the last round that there is now
   EXPECT_EQ(bench.clock.State().round, 3);
 }
@@ -116,11 +116,75 @@ TEST_F(ControlWindowTest, ResumeShowsTheDisplaysAndLeavesAPauseAlone) {
   EXPECT_TRUE(bench.face.paused);
 }
 
+TEST_F(ControlWindowTest, ASessionUnderWayIsNotStartedOverWithoutAsking) {
+  window.cmdStart_Click();
+  bench.Pass(21 * 60 + 300);
+  Enter(Box::CurrentRound, "1");
+  prompts.answers = {Answer::No, Answer::Yes};
+  window.cmdStart_Click();
+  EXPECT_EQ(prompts.texts.back(),
+            "Round 2 of 8 is in play.\r\nDo you want to start round 1 from its beginning?");
+  EXPECT_EQ(bench.face.countdown, "15:00");
+  window.cmdStart_Click();
+  EXPECT_EQ(bench.face.countdown, "20:00");
+  EXPECT_EQ(bench.clock.State().round, 1);
+  bench.RunToEnd();
+  const size_t asked = prompts.texts.size();
+  window.cmdStart_Click();
+  EXPECT_EQ(prompts.texts.size(), asked);
+}
+
+TEST_F(ControlWindowTest, WhatTheEveningWillNotHaveIsTold) {
+  const auto lines = [&] {
+    std::string texts;
+    for (const Notice& notice : bench.notices) texts += notice.text + "|";
+    return texts;
+  };
+  s.optBreak = true;
+  Enter(Box::BreakRound, "8");
+  EXPECT_EQ(lines(), "No break will come: it is set after round 8, and the session has 8 rounds|");
+  window.chkBreak_Click(false);
+  EXPECT_EQ(lines(), "");
+  window.optCalc_Click(1);
+  Enter(Box::FinishTime, "22:30");
+  EXPECT_EQ(view.labels[Label::lblFinish], "Required Finish Time");
+  EXPECT_EQ(lines(), "");
+  Enter(Box::FinishTime, "19:32");  // seven moves take longer
+  EXPECT_EQ(lines(), "The finish at 19:32 will not be met|");
+  EXPECT_EQ(view.labels[Label::lblFinish], "Estimated Finish Time");
+  Enter(Box::FinishTime, "22:30");
+  EXPECT_EQ(lines(), "");
+  window.cmdStart_Click();
+  bench.Pass(60);
+  bench.clock.Do(SessionCommand::Pause);
+  bench.Pass(300);
+  EXPECT_EQ(lines(), "The finish at 22:30 will not be met|");
+  EXPECT_EQ(view.labels[Label::lblFinish], "Estimated Finish Time");
+  bench.clock.Do(SessionCommand::Resume);
+  window.DoCalc();
+  EXPECT_EQ(lines(), "");
+  Enter(Box::FinishTime, "19:40");
+  EXPECT_EQ(lines(), "The finish at 19:40 will not be met|");
+}
+
+TEST_F(ControlWindowTest, AnEveningWithoutATitleLeavesTheTitleOn) {
+  Enter(Box::Header, "");
+  window.cmdStart_Click();
+  EXPECT_TRUE(session.options.ShowTitle);
+  bench.RunToEnd();
+  Enter(Box::Header, "Easter Pairs");
+  EXPECT_TRUE(view.ticks[Tick::chkHeader]);
+  window.chkHeader_Click(false);
+  window.cmdStart_Click();
+  EXPECT_FALSE(session.options.ShowTitle);
+}
+
 TEST_F(ControlWindowTest, StopAsksOnlyTheShutdownQuestion) {
   window.cmdStop_Click();
   EXPECT_EQ(view.done, "end ");
   session.options.AutoShutdown = true;
   window.cmdStart_Click();
+  bench.RunToEnd();
   prompts.answers = {Answer::Cancel, Answer::Yes};
   view.done.clear();
   window.cmdStop_Click();

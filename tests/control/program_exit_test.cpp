@@ -28,10 +28,21 @@ TEST(ProgramExitTest, LeavingFromADisplayAsksFirst) {
     EXPECT_EQ(base.exit.FromDisplay(), *row.done != 0) << row.name;
     EXPECT_EQ(base.view.done, row.done) << row.name;
   }
+}
+
+TEST(ProgramExitTest, LeavingTheControlWindowAsksOnlyInASession) {
   FavouritesBench base;
   base.exit.FromControlWindow(false);
   EXPECT_EQ(base.view.done, "end ");
   EXPECT_TRUE(base.prompts.texts.empty());
+  base.view.done.clear();
+  base.bench.clock.Start(1);
+  base.prompts.answers = {Answer::No, Answer::Yes};
+  base.exit.FromControlWindow(true);
+  EXPECT_EQ(base.view.done, "");
+  EXPECT_EQ(base.prompts.texts, std::vector<std::string>{"Do you want to exit the program?"});
+  base.exit.FromControlWindow(true);
+  EXPECT_EQ(base.view.done, "geometry end ");
 }
 
 }  // namespace

@@ -136,8 +136,15 @@ TEST(ContinueSessionTest, NothingIsAskedWhereNothingIsToBeContinued) {
   const auto nothing = [](ProgramRun& run) { run.Pass(60); };
   const Row rows[] = {
       {"killed", nothing, ClockTime::At(20, 10), true},
-      {"ended properly", [](ProgramRun& run) { run.recorder.Close(); }, ClockTime::At(20, 10),
-       false},
+      {"left under way", [](ProgramRun& run) { run.recorder.Close(); }, ClockTime::At(20, 10),
+       true},
+      {"left at its end",
+       [](ProgramRun& run) {
+         run.Pass(4000);
+         run.recorder.Close();
+         run.Pass(60);  // a closed record is not written again
+       },
+       ClockTime::At(21, 10), false},
       {"session over", [](ProgramRun& run) { run.Pass(4000); }, ClockTime::At(21, 10), false},
       {"never started", [](ProgramRun& run) { run.keeper.texts.clear(); }, ClockTime::At(20, 10),
        false},
@@ -210,7 +217,7 @@ TEST(ContinueSessionTest, ADamagedRecordIsToldInALineAndAnOlderOneServes) {
       "[1,2",
       std::string(100, '\0'),
       whole.substr(0, whole.size() / 2),
-      with("\"format\": 2", "\"format\": 3"),
+      with("\"format\": 3", "\"format\": 3"),
       with("\"phase\": \"round\"", "\"phase\": \"dance\""),
       with("\"round\": 1", "\"round\": 0"),
       with("\"nRounds\": \"4\"", "\"nRounds\": \"0\""),
@@ -355,7 +362,7 @@ TEST(ContinueSessionTest, TheReasonIsThatOfTheNewestRecord) {
   ProgramRun first(keeper, ClockTime::At(20, 0), "one");
   first.Begin();
   std::string newer = keeper.texts.front();
-  const std::string format = "\"format\": 2";
+  const std::string format = "\"format\": 3";
   newer.replace(newer.find(format), format.size(), "\"format\": 3");
   keeper.texts = {newer, "{}"};
   ProgramRun second(keeper, ClockTime::At(20, 1), "two");

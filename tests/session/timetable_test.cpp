@@ -173,7 +173,12 @@ TEST(CaptionsTest, SayWhatThePlayersMustDo) {
   EXPECT_EQ(MoveMessage(s, 3), "ARROW - MOVE FOR ROUND 4");
   EXPECT_EQ(MoveMessage(s, 7), "MOVE FOR THE FINAL ROUND");
   EXPECT_EQ(RoundCaption(3, 8), "Time remaining for Round 3 of 8");
-  EXPECT_EQ(RoundCaption(8, 8), "Final Round");
+  EXPECT_EQ(RoundCaption(8, 8), "Final Round of 8");
+  s.MoveAfterBreak = false;
+  EXPECT_EQ(PhaseCaption(s, {Phase::Break, 2}), "SKIP/ARROW - Time remaining for the break");
+  EXPECT_EQ(PhaseCaption(s, {Phase::Break, 1}), "Time remaining for the break");
+  s.MoveAfterBreak = true;
+  EXPECT_EQ(PhaseCaption(s, {Phase::Break, 2}), "Time remaining for the break");
 }
 
 TEST(CalcFinishTimeTest, ABreakThatNeverComesAddsNoMove) {
@@ -185,7 +190,7 @@ TEST(CalcFinishTimeTest, ABreakThatNeverComesAddsNoMove) {
 
 // Rounds that are added for another evening do not call players back into this one.
 TEST(CaptionsTest, AnEndedSessionKeepsItsFinalRound) {
-  EXPECT_EQ(PhaseCaption(EightRounds(), {Phase::Ended, 6, 0}), "Final Round");
+  EXPECT_EQ(PhaseCaption(EightRounds(), {Phase::Ended, 6, 0}), "Final Round of 6");
 }
 
 TEST(RoundListTest, ListsRoundsAsTheyAreWritten) {

@@ -109,6 +109,7 @@ class ClockBench : public SoundPlayer, public SessionListener {
     countdowns.push_back(shown.countdown);
   }
   void ShowTimeOfDay(const std::string& shown) override { timeOfDay = shown; }
+  void ShowNotices(const std::vector<Notice>& shown) override { notices = shown; }
   void Play(const std::string& file) override { played.push_back(file); }
   void Test(const std::string& file) override { played.push_back(file); }
   void StopTest() override { played.emplace_back("stopped"); }
@@ -130,6 +131,7 @@ class ClockBench : public SoundPlayer, public SessionListener {
   VirtualTime time;
   RoundClock clock;
   ClockFace face;
+  std::vector<Notice> notices;
   std::string timeOfDay;
   std::vector<std::string> countdowns;  // each as it was shown
   std::vector<std::string> played;

@@ -22,9 +22,10 @@ struct FavouritesBench {
   FakeControlWindow view;
   FakeStore store;
   SettingsTable table{store, session, bench.errors};
-  ProgramExit exit{session, prompts, view};
+  Notices notices{bench.broadcast};
+  ProgramExit exit{session, bench.clock, prompts, view};
   ControlWindow control{
-      {session, view, prompts, bench.errors, bench.time, bench.clock, table, view, exit}};
+      {session, view, prompts, bench.errors, bench.time, bench.clock, notices, table, view, exit}};
   Favourites favourites{{table, bench.clock, view, control, prompts, bench.errors}};
 };
 

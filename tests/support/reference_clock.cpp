@@ -52,7 +52,7 @@ void ReferenceClock::Happen(double late, double heardFrom) {
   const bool final = state_.round >= s.nRounds;
   for (size_t warning = 0; warning < kWarnings && state_.phase != Phase::Move; ++warning) {
     if (state_.warned[warning] || state_.left > Limit(warning) + 1e-6) continue;
-    state_.warned[warning] = true;
+    state_.warned[warning] = state_.given[warning] = true;
     if (state_.phase == Phase::Break) {
       Play(Cue::EndOfBreak, late, heardFrom);
     } else if (!final || s.sounds.playFinalRound[warning]) {
@@ -70,6 +70,7 @@ void ReferenceClock::Happen(double late, double heardFrom) {
     state_.phase = Phase::Break;
     state_.left = s.TimeForBreak * 60.0;
     state_.warned = {s.MinWarning <= 0, true};
+    state_.given = {};
     Play(Cue::Break, late, heardFrom);
   } else {
     BeginMove(late, heardFrom);
@@ -96,6 +97,7 @@ void ReferenceClock::BeginRound() {
   state_.phase = Phase::Round;
   state_.paused = false;
   state_.left = settings_.MinPerRound * 60.0;
+  state_.given = {};
   for (size_t warning = 0; warning < kWarnings; ++warning) {
     state_.warned[warning] = omitsWarnings || Limit(warning) <= 0;
   }
@@ -151,6 +153,11 @@ void ReferenceClock::ChangeMinutes(int minutes) {
   if (left > kLongestPhase * 60) return;
   Remember();
   state_.left = std::max(left, 0.0);
+  for (size_t warning = 0; warning < kWarnings && minutes > 0; ++warning) {
+    if (state_.given[warning] && state_.left > Limit(warning) + 1e-6) {
+      state_.warned[warning] = state_.given[warning] = false;
+    }
+  }
   Run(0, kAlways);
 }
 

@@ -62,6 +62,7 @@ class ReferenceClock {
     double left = 0;
     bool paused = false;
     std::array<bool, kWarnings> warned = {true, true};
+    std::array<bool, kWarnings> given = {};
   };
   struct Snapshot {
     State state;

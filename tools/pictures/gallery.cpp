@@ -44,7 +44,7 @@ std::vector<State> States(const SessionSettings& settings) {
       {"end of break",
        Face(Phase::Break, Element::LastWarning, "1:30", std::string(kBreakCaption))},
       {"paused", Face(Phase::Round, Element::TimeRemaining, "12:47", fourth)},
-      {"ended", Face(Phase::Ended, Element::TimeUp, "0:00", "Final Round")},
+      {"ended", Face(Phase::Ended, Element::TimeUp, "0:00", "Final Round of 12")},
   };
   states[3].face.message = "MOVE FOR ROUND 5";
   states[4].face.message = MoveMessage(settings, settings.nRounds - 1);

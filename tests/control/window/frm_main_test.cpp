@@ -65,10 +65,11 @@ class FrmMainTest : public testing::Test {
   FakeStore store;
   Desk desk;
   SettingsTable table{store, session, bench.errors};
-  ProgramExit exit{session, prompts, desk};
+  Notices notices{bench.broadcast};
+  ProgramExit exit{session, bench.clock, prompts, desk};
   FrmMain window{session};
-  ControlWindow logic{
-      {session, window, prompts, bench.errors, bench.time, bench.clock, table, desk, exit}};
+  ControlWindow logic{{session, window, prompts, bench.errors, bench.time, bench.clock, notices,
+                       table, desk, exit}};
 };
 
 TEST_F(FrmMainTest, LettersAreRefusedAndTheTextStays) {
