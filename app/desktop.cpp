@@ -176,6 +176,7 @@ bool Desktop::Load() {
 void Desktop::StartUp() {
   splash_ = std::make_unique<DlgSplash>(QString::fromStdString(ThisVersion().Text()));
   QtUpdateServer server(UpdateUrl());
+  connect(splash_.get(), &QDialog::finished, this, [&server] { server.Stop(); });
   QtInstallerFile installer;
   UpdateCheck update(
       {*splash_, server, installer, prompts_, time_, ThisVersion(),
@@ -186,6 +187,7 @@ void Desktop::StartUp() {
   splash_->SetAutoLaunch(start.AutoLaunch());
   splash_->show();
   const auto end = start.Run();
+  disconnect(splash_.get(), &QDialog::finished, this, nullptr);
   if (end == corvanel::StartUp::End::EndProgram) {
     EndProgram();
     return;
@@ -206,6 +208,7 @@ void Desktop::OpenControlWindow() {
     EndProgram();
     return;
   }
+  loaded_ = true;
   frmMain_.show();
   if (!store_.Damage().empty()) {
     prompts_.Message(store_.Damage() +

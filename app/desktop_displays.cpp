@@ -47,10 +47,12 @@ std::optional<Surroundings> Desktop::LookAround() {
 }
 
 void Desktop::ComeToFront() {
+  if (!loaded_ && !(splash_ && splash_->isVisible())) return;  // the control window is on its way
   QWidget* front = &frmMain_;
   if (splash_ && splash_->isVisible()) front = splash_.get();
   if (frmDisplay_.isVisible() && !frmMain_.isVisible()) front = &frmDisplay_;
   if (frmDisplay2_.isVisible() && !frmMain_.isVisible()) front = &frmDisplay2_;
+  front->setWindowState(front->windowState() & ~Qt::WindowMinimized);
   front->show();
   front->raise();
   front->activateWindow();

@@ -31,6 +31,7 @@ struct EntryRule {
   std::string_view name;     // of the text box: "txtnRounds"
   std::string_view allowed;  // the characters it takes; empty: any
   std::array<Box, 2> next;   // where Enter goes: by Calculate, 0 or 1
+  bool minutes = false;      // a number with a point, for which a comma is taken, too
 };
 
 const EntryRule& RuleOf(Box box);
@@ -38,8 +39,8 @@ const EntryRule& RuleOf(Box box);
 /// Whether the box takes this character when it is typed.
 bool Takes(Box box, char32_t character);
 
-/// What became of an edit that did not come key by key (a paste, a drop): the text to show, the
-/// place of the cursor in it (bytes), and whether something was refused.
+/// What became of an edit (a key, a paste, a drop): the text to show, the place of the cursor in it
+/// (bytes), and whether it was refused.
 struct FilteredEdit {
   std::string text;
   size_t cursor = 0;
@@ -47,7 +48,8 @@ struct FilteredEdit {
 };
 
 /// Filters what an edit from `before` to `after` has put in; what stood there already is left
-/// alone. An edit of which nothing remains is taken back whole.
+/// alone. Blanks that mean nothing are left out; an edit with anything else that the box does not
+/// take, or with a number of more than five digits, is taken back whole.
 FilteredEdit FilterEdit(Box box, std::string_view before, std::string_view after);
 
 }  // namespace corvanel

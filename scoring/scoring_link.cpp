@@ -93,7 +93,7 @@ bool ScoringLink::Accept(const std::string& path, DateTime modified) const {
   if (picture && !picture.Value()->sessionName.empty()) {
     question += "\r\n" + picture.Value()->sessionName + "\r\n";
   }
-  return parts_.prompts.AskYesNo(question + "\r\nDo you want to use this file?") == Answer::Yes;
+  return parts_.prompts.OfferYesNo(question + "\r\nDo you want to use this file?") == Answer::Yes;
 }
 
 bool ScoringLink::AskForFile() {

@@ -15,7 +15,10 @@ class Prompts {
  public:
   virtual ~Prompts() = default;
   virtual void Message(const std::string& text) = 0;
+  /// Enter gives No, the harmless answer.
   virtual Answer AskYesNo(const std::string& question) = 0;
+  /// The same where Yes loses nothing: Enter gives Yes.
+  virtual Answer OfferYesNo(const std::string& question) = 0;
   virtual Answer AskYesNoCancel(const std::string& question) = 0;
   /// A question with answers of its own; Enter gives the first. Returns the index of the one
   /// chosen, nothing when the box was closed without an answer.

@@ -18,6 +18,7 @@ constexpr const char* kNoAccess = "- can't access Corvanel website at present";
 constexpr double kHighestPart = 99;  // of a version number, which are compared by hundreds
 constexpr int kStopped = 1;          // by the director
 constexpr size_t kSha256Length = 64;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 /// Takes the next line off the text, without its end.
 std::string_view TakeLine(std::string_view& text) {
@@ -40,6 +41,7 @@ std::optional<int> VersionPart(std::string_view text) {
 
 std::optional<Release> ParseVersionFile(const std::string& bytes) {
   std::string_view rest = bytes;
+  if (rest.starts_with(kByteOrderMark)) rest.remove_prefix(kByteOrderMark.size());
   std::string_view first = TakeLine(rest);
   Release release;
   for (int* part : {&release.version.major, &release.version.minor, &release.version.revision}) {
@@ -71,6 +73,10 @@ bool UpdateCheck::Run() {
   parts_.splash.Log(available);
   std::string question = available;
   if (!release->notes.empty()) question += "\r\n" + release->notes;
+  if (!parts_.installer.CanStart()) {
+    parts_.prompts.Message(question + "\r\n\r\nIt is at " + parts_.server.Address());
+    return false;
+  }
   question += "\r\n\r\nDo you want to download and install the update?";
   return parts_.prompts.AskYesNo(question) == Answer::Yes && FetchAndStart();
 }
@@ -105,8 +111,9 @@ std::optional<Release> UpdateCheck::NewerRelease() {
 
 bool UpdateCheck::FetchAndStart() {
   parts_.splash.ShowDownload(true);
-  Status done = Error{0, "Connection to the internet has been lost"};
-  if (const auto promised = parts_.server.Begin(kInstaller)) done = Receive(promised.Value());
+  const auto promised = parts_.server.Begin(kInstaller);
+  Status done = promised ? Receive(promised.Value())
+                         : Error{0, "Error trying to download - " + promised.Failure().description};
   if (done) done = Verify();
   parts_.splash.ShowDownload(false);
   if (!done) {
@@ -114,12 +121,6 @@ bool UpdateCheck::FetchAndStart() {
     if (done.Failure().number != kStopped) parts_.installer.Remove();
     parts_.prompts.Message(done.Failure().description);
     parts_.splash.Log("Download failed");
-    return false;
-  }
-  if (!parts_.installer.CanStart()) {
-    parts_.prompts.Message("The installer was downloaded to\r\n" + parts_.installer.Path() +
-                           "\r\nIt is for another operating system");
-    parts_.installer.ShowFolder();
     return false;
   }
   parts_.prompts.Message("Corvanel will now close whilst the update is installed");

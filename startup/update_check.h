@@ -30,6 +30,8 @@ class UpdateServer {
  public:
   virtual ~UpdateServer() = default;
   virtual bool Connected() = 0;
+  /// Where its files are, for people.
+  virtual std::string Address() const = 0;
   /// The date of a file of the server, "20 Nov 2026 10:00:00"; empty when it does not answer.
   virtual std::string DateOf(const std::string& name) = 0;
   /// A small file of the server. The error's number is the result code.
@@ -53,14 +55,11 @@ class InstallerFile {
   virtual bool Close() = 0;
   /// Of what was written, in lower-case hexadecimal digits.
   virtual std::string Sha256() const = 0;
-  virtual std::string Path() const = 0;
   /// Takes a partial or wrong file away.
   virtual void Remove() = 0;
   /// Whether this system runs the installer at all.
   virtual bool CanStart() const = 0;
   virtual void Start() = 0;
-  /// Shows the file in its folder.
-  virtual void ShowFolder() = 0;
 };
 
 /// The splash as start-up sees it.

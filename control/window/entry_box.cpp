@@ -42,8 +42,8 @@ void EntryBox::keyPressEvent(QKeyEvent* event) {
 /// What was pasted, dropped or composed has not passed the keys' filter yet.
 void EntryBox::FilterInsertion(const QString& text) {
   const FilteredEdit edit = FilterEdit(box_, before_.toStdString(), text.toStdString());
-  if (edit.refused) {
-    QApplication::beep();
+  if (edit.refused) QApplication::beep();
+  if (edit.text != text.toStdString()) {
     setText(QString::fromStdString(edit.text));
     setCursorPosition(
         static_cast<int>(QString::fromStdString(edit.text.substr(0, edit.cursor)).size()));

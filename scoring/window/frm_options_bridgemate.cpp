@@ -19,6 +19,16 @@ QString PatternOf(const std::string& key) {
   return UnitOptions::Takes(key, '.') ? "[0-9]*\\.?[0-9]*" : "[0-9]*";
 }
 
+/// A comma is taken as the point.
+class NumberValidator : public QRegularExpressionValidator {
+ public:
+  using QRegularExpressionValidator::QRegularExpressionValidator;
+  State validate(QString& text, int& place) const override {
+    text.replace(',', '.');
+    return QRegularExpressionValidator::validate(text, place);
+  }
+};
+
 }  // namespace
 
 FrmOptionsBridgemate::FrmOptionsBridgemate(UnitOptions& logic, QWidget* parent)
@@ -29,7 +39,7 @@ FrmOptionsBridgemate::FrmOptionsBridgemate(UnitOptions& logic, QWidget* parent)
   for (const std::string& key : UnitOptions::NumberKeys()) {
     auto* box = qobject_cast<QLineEdit*>(rows_->Find(key));
     numbers_.push_back(box);
-    box->setValidator(new QRegularExpressionValidator(QRegularExpression(PatternOf(key)), box));
+    box->setValidator(new NumberValidator(QRegularExpression(PatternOf(key)), box));
     box->installEventFilter(this);
     connect(box, &QLineEdit::inputRejected, this, [] { QApplication::beep(); });
   }

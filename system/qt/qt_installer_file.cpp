@@ -1,11 +1,9 @@
 #include "system/qt/qt_installer_file.h"
 
-#include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <QUrl>
 
 namespace corvanel {
 
@@ -47,10 +45,6 @@ bool QtInstallerFile::CanStart() const {
 
 void QtInstallerFile::Start() {
   QProcess::startDetached(file_.fileName(), {});
-}
-
-void QtInstallerFile::ShowFolder() {
-  QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(file_).path()));
 }
 
 }  // namespace corvanel

@@ -17,11 +17,10 @@ class QtInstallerFile : public InstallerFile {
   bool Write(const std::string& bytes) override;
   bool Close() override;
   std::string Sha256() const override { return hash_.result().toHex().toStdString(); }
-  std::string Path() const override { return file_.fileName().toStdString(); }
+  std::string Path() const { return file_.fileName().toStdString(); }
   void Remove() override;
   bool CanStart() const override;
   void Start() override;
-  void ShowFolder() override;
 
  private:
   QFile file_;

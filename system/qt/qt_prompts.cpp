@@ -58,6 +58,10 @@ Answer QtPrompts::AskYesNo(const std::string& question) {
   return Ask(question, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
 }
 
+Answer QtPrompts::OfferYesNo(const std::string& question) {
+  return Ask(question, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes);
+}
+
 Answer QtPrompts::AskYesNoCancel(const std::string& question) {
   return Ask(question, QMessageBox::Question,
              QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Cancel);

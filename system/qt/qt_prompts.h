@@ -11,6 +11,7 @@ class QtPrompts : public Prompts {
  public:
   void Message(const std::string& text) override;
   Answer AskYesNo(const std::string& question) override;
+  Answer OfferYesNo(const std::string& question) override;
   Answer AskYesNoCancel(const std::string& question) override;
   std::optional<size_t> Choose(const std::string& question,
                                const std::vector<std::string>& answers) override;

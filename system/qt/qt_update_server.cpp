@@ -1,12 +1,10 @@
 #include "system/qt/qt_update_server.h"
 
-#include <QEventLoop>
 #include <QHostAddress>
 #include <QNetworkInterface>
 #include <QNetworkReply>
 #include <QTimer>
 #include <algorithm>
-#include <functional>
 
 namespace corvanel {
 namespace {
@@ -18,27 +16,6 @@ bool OnThisComputer(const QUrl& url) {
   return url.host() == "localhost" || QHostAddress(url.host()).isLoopback();
 }
 
-/// Lets windows live until something is true; false when nothing comes from the server for the
-/// time of `patience`.
-bool WaitFor(QNetworkReply& reply, int patience, const std::function<bool()>& done) {
-  QEventLoop loop;
-  QTimer silence;
-  silence.setSingleShot(true);
-  silence.start(patience);
-  const auto look = [&] {
-    silence.start(patience);
-    if (done()) loop.quit();
-  };
-  const QMetaObject::Connection connections[] = {
-      QObject::connect(&reply, &QNetworkReply::readyRead, &loop, look),
-      QObject::connect(&reply, &QNetworkReply::metaDataChanged, &loop, look),
-      QObject::connect(&reply, &QNetworkReply::finished, &loop, look)};
-  QObject::connect(&silence, &QTimer::timeout, &loop, &QEventLoop::quit);
-  if (!done()) loop.exec();
-  for (const auto& connection : connections) QObject::disconnect(connection);
-  return done();
-}
-
 }  // namespace
 
 QUrl UpdateUrl() {
@@ -46,8 +23,33 @@ QUrl UpdateUrl() {
   return other.isEmpty() ? QUrl(CORVANEL_UPDATE_URL) : QUrl(other);
 }
 
-QtUpdateServer::QtUpdateServer(const QUrl& base, int patience) : base_(base), patience_(patience) {
+QtUpdateServer::QtUpdateServer(const QUrl& base, int patience)
+    : base_(base), patience_(patience), textUntil_(patience) {
   network_.setRedirectPolicy(QNetworkRequest::SameOriginRedirectPolicy);
+}
+
+void QtUpdateServer::Stop() {
+  stopped_ = true;
+  if (waiting_ != nullptr) waiting_->quit();
+}
+
+/// Lets windows live until something is true; false when it is not in time.
+bool QtUpdateServer::WaitFor(QNetworkReply& reply, QDeadlineTimer until,
+                             const std::function<bool()>& done) {
+  QEventLoop loop;
+  const auto look = [&] {
+    if (done()) loop.quit();
+  };
+  const QMetaObject::Connection connections[] = {
+      QObject::connect(&reply, &QNetworkReply::readyRead, &loop, look),
+      QObject::connect(&reply, &QNetworkReply::metaDataChanged, &loop, look),
+      QObject::connect(&reply, &QNetworkReply::finished, &loop, look)};
+  QTimer::singleShot(until.remainingTime(), &loop, &QEventLoop::quit);
+  waiting_ = &loop;
+  if (!done() && !stopped_) loop.exec();
+  waiting_ = nullptr;
+  for (const auto& connection : connections) QObject::disconnect(connection);
+  return done() && !stopped_;
 }
 
 bool QtUpdateServer::Allowed() const {
@@ -76,20 +78,21 @@ std::unique_ptr<QNetworkReply> QtUpdateServer::Get(const std::string& name) {
 }
 
 /// True when the server has begun to give the file.
-bool QtUpdateServer::WaitForHead(QNetworkReply& reply) const {
+bool QtUpdateServer::WaitForHead(QNetworkReply& reply, QDeadlineTimer until) {
   const auto status = [&] {
     return reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
   };
-  WaitFor(reply, patience_, [&] {
+  const bool begun = WaitFor(reply, until, [&] {
     return reply.isFinished() || (status() >= 200 && status() < 300) || status() >= 400;
   });
-  return (status() == 200 || status() == 206) && reply.error() == QNetworkReply::NoError;
+  return begun && (status() == 200 || status() == 206) && reply.error() == QNetworkReply::NoError;
 }
 
 std::string QtUpdateServer::DateOf(const std::string& name) {
   if (!Allowed()) return {};
+  textUntil_.setRemainingTime(patience_);
   const auto reply = Get(name);
-  if (!WaitForHead(*reply)) return {};
+  if (!WaitForHead(*reply, textUntil_)) return {};
   // "Fri, 20 Nov 2026 10:00:00 GMT": the day of the week is left out.
   const QByteArray date = reply->rawHeader("Last-Modified").mid(5, 20);
   reply->abort();
@@ -99,8 +102,8 @@ std::string QtUpdateServer::DateOf(const std::string& name) {
 Result<std::string> QtUpdateServer::Fetch(const std::string& name) {
   if (!Allowed()) return Error{12005, "The address is not safe"};
   const auto reply = Get(name);
-  const bool begun = WaitForHead(*reply);
-  const bool whole = begun && WaitFor(*reply, patience_, [&] {
+  const bool begun = WaitForHead(*reply, textUntil_);
+  const bool whole = begun && WaitFor(*reply, textUntil_, [&] {
                        return reply->isFinished() || reply->bytesAvailable() > kLargestText;
                      });
   const int code = reply->error() == QNetworkReply::NoError ? 12007 : int{reply->error()};
@@ -114,7 +117,9 @@ Result<std::string> QtUpdateServer::Fetch(const std::string& name) {
 Result<int64_t> QtUpdateServer::Begin(const std::string& name) {
   if (!Allowed()) return Error{12005, "The address is not safe"};
   download_ = Get(name);
-  if (!WaitForHead(*download_)) return Error{12007, "The server does not give the file"};
+  if (!WaitForHead(*download_, QDeadlineTimer(patience_))) {
+    return Error{12007, "the server does not give the file"};
+  }
   // What nobody has taken yet stays with the server.
   download_->setReadBufferSize(4 * kChunk);
   const QVariant length = download_->header(QNetworkRequest::ContentLengthHeader);
@@ -122,7 +127,7 @@ Result<int64_t> QtUpdateServer::Begin(const std::string& name) {
 }
 
 Result<std::string> QtUpdateServer::Next() {
-  const bool heard = WaitFor(*download_, patience_, [this] {
+  const bool heard = WaitFor(*download_, QDeadlineTimer(patience_), [this] {
     return download_->bytesAvailable() > 0 || download_->isFinished();
   });
   if (!heard) return Error{12007, "The server keeps silent"};

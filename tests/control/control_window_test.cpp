@@ -177,13 +177,24 @@ TEST(EntryRulesTest, PastedTextIsFilteredWhatStoodThereStays) {
   };
   const Row rows[] = {
       {Box::nRounds, "12", "1x2", "12", 1, true},
-      {Box::nRounds, "12", "1e9", "19", 2, true},
+      {Box::nRounds, "12", "1e9", "12", 1, true},
+      {Box::nRounds, "", " 12 ", "12", 2, false},
+      {Box::nRounds, "", "1 2", "", 0, true},
+      {Box::nRounds, "12345", "123456", "12345", 5, true},
+      {Box::nRounds, "123456", "1234567", "1234567", 7, false},  // nonsense that stood there
+      {Box::MinPerRound, "7", "7,", "7.", 2, false},
+      {Box::MinPerRound, "", "7,5", "7.5", 3, false},
+      {Box::BreakLength, "", "7,5", "7.5", 3, false},
+      {Box::MinPerRound, "", "0.333333", "0.333333", 8, false},
+      {Box::Skip, "", "3,5", "", 0, true},
+      {Box::Arrow, "", "3, 5", "3,5", 3, false},
+      {Box::FinishTime, "", "9:30 PM", "9:30PM", 6, false},
       {Box::nRounds, "12", "abc", "12", 0, true},
       {Box::nRounds, "12", "", "", 0, false},
       {Box::nRounds, "12", "1342", "1342", 3, false},
       {Box::Skip, "3,7", "3,71", "3,71", 4, false},  // a list that was taken over
-      {Box::Skip, "3,7", "3,7,1", "3,71", 4, true},
-      {Box::Arrow, "3", "3, 7é", "3,7", 3, true},
+      {Box::Skip, "3,7", "3,7,1", "3,7", 3, true},
+      {Box::Arrow, "3", "3, 7é", "3", 1, true},
       {Box::Header, "é", "éé", "éé", 4, false},
   };
   for (const Row& row : rows) {

@@ -217,7 +217,7 @@ TEST(ContinueSessionTest, ADamagedRecordIsToldInALineAndAnOlderOneServes) {
       "[1,2",
       std::string(100, '\0'),
       whole.substr(0, whole.size() / 2),
-      with("\"format\": 3", "\"format\": 3"),
+      with("\"format\": 3", "\"format\": 4"),
       with("\"phase\": \"round\"", "\"phase\": \"dance\""),
       with("\"round\": 1", "\"round\": 0"),
       with("\"nRounds\": \"4\"", "\"nRounds\": \"0\""),
@@ -363,7 +363,7 @@ TEST(ContinueSessionTest, TheReasonIsThatOfTheNewestRecord) {
   first.Begin();
   std::string newer = keeper.texts.front();
   const std::string format = "\"format\": 3";
-  newer.replace(newer.find(format), format.size(), "\"format\": 3");
+  newer.replace(newer.find(format), format.size(), "\"format\": 4");
   keeper.texts = {newer, "{}"};
   ProgramRun second(keeper, ClockTime::At(20, 1), "two");
   EXPECT_FALSE(second.Resume());

@@ -46,11 +46,10 @@ class StartUpTest : public testing::Test,
   }
   bool Close() override { return true; }
   std::string Sha256() const override { return std::string(64, 'a'); }
-  std::string Path() const override { return "/tmp/private/CorvanelSetup.exe"; }
   void Remove() override { done += "removed "; }
   bool CanStart() const override { return runs; }
   void Start() override { done += "started "; }
-  void ShowFolder() override { done += "folder "; }
+  std::string Address() const override { return "https://updates/"; }
   void Log(const std::string& line) override { log.push_back(line); }
   void ShowDownload(bool shown) override { done += shown ? "" : "hidden "; }
   void ShowDownloadProgress(const std::string& sizes, const std::string& remaining,
@@ -144,7 +143,7 @@ TEST_F(StartUpTest, OnlyAWholeInstallerIsStarted) {
     const char* message;
   };
   const Row rows[] = {
-      {"no such file", [&] { refused = true; }, "Connection to the internet has been lost"},
+      {"no such file", [&] { refused = true; }, "Error trying to download - refused"},
       {"cut off", [&] { chunks.pop_back(); }, "Connection to the internet has been lost"},
       {"lost",
        [&] {
@@ -173,13 +172,21 @@ TEST_F(StartUpTest, OnlyAWholeInstallerIsStarted) {
     EXPECT_EQ(log.back(), "Download failed");
   }
   files["corvanelsetup.exe.sha256"] = std::string(64, 'A') + "  corvanelsetup.exe\n";
-  runs = false;
   chunks = {std::string(1000, 'x'), std::string(500, 'y')};
-  done.clear();
   prompts.answers = {Answer::Yes};
+  EXPECT_TRUE(update.Run());
+}
+
+TEST_F(StartUpTest, WhatThisSystemCannotInstallIsOnlyTold) {
+  runs = false;
+  prompts.answers = {Answer::Yes};
+  files["timerversion.txt"] =
+      "\xEF\xBB\xBF"
+      "1,5,0\nFaster";
   EXPECT_FALSE(update.Run());
-  EXPECT_EQ(done, "hidden folder ");
-  EXPECT_THAT(prompts.texts.back(), HasSubstr("/tmp/private/CorvanelSetup.exe"));
+  EXPECT_EQ(prompts.texts.back(),
+            "Version 1.5.0 is available for download\r\nFaster\r\n\r\nIt is at https://updates/");
+  EXPECT_EQ(written, "");
 }
 
 TEST(SizeTextTest, KilobytesAndMegabytes) {

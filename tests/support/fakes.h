@@ -20,6 +20,7 @@ class FakePrompts : public Prompts {
  public:
   void Message(const std::string& text) override { texts.push_back(text); }
   Answer AskYesNo(const std::string& question) override { return Next(question); }
+  Answer OfferYesNo(const std::string& question) override { return Next(question); }
   Answer AskYesNoCancel(const std::string& question) override { return Next(question); }
   std::optional<size_t> Choose(const std::string& question,
                                const std::vector<std::string>& answers) override {

@@ -85,9 +85,13 @@ TEST_F(FrmMainTest, LettersAreRefusedAndTheTextStays) {
 
 TEST_F(FrmMainTest, APasteIsFilteredLikeTyping) {
   QLineEdit* rounds = Focus("txtnRounds");
-  QApplication::clipboard()->setText("1e9");
+  QApplication::clipboard()->setText(" 19");
   QTest::keyClick(rounds, Qt::Key_V, Qt::ControlModifier);
   EXPECT_EQ(rounds->text(), "19");
+  QLineEdit* minutes = Focus("txtMinPerRound");
+  QTest::keyClicks(minutes, "7,5");
+  EXPECT_EQ(minutes->text(), "7.5");
+  Focus("txtnRounds");
   rounds->selectAll();
   QApplication::clipboard()->setText("many");
   rounds->paste();

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QTimer>
 
 #include "system/qt/qt_installer_file.h"
 #include "system/qt/qt_update_server.h"
@@ -24,6 +25,11 @@ class UpdateServerTest : public testing::Test {
       QObject::connect(socket, &QTcpSocket::readyRead, socket, [this, socket] {
         requests += socket->readAll();
         socket->write(answer);
+        if (drips) {
+          auto* drop = new QTimer(socket);
+          QObject::connect(drop, &QTimer::timeout, socket, [socket] { socket->write("x"); });
+          drop->start(20);
+        }
         if (!stalls) socket->disconnectFromHost();
       });
     });
@@ -39,6 +45,7 @@ class UpdateServerTest : public testing::Test {
   QByteArray answer;
   QByteArray requests;
   bool stalls = false;
+  bool drips = false;  // a byte now and then, without end
 };
 
 TEST_F(UpdateServerTest, GivesDatesAndSmallFiles) {
@@ -79,6 +86,28 @@ TEST_F(UpdateServerTest, BadServersFailInTime) {
     EXPECT_FALSE(updates.Fetch("timerversion.txt")) << row.name;
     EXPECT_LT(time.elapsed(), 20 * kPatience) << row.name;
   }
+}
+
+TEST_F(UpdateServerTest, ATextThatTricklesInEndsInTime) {
+  stalls = drips = true;
+  for (const char* begin : {"", "HTTP/1.1 200 OK\r\nLast-Modified: x\r\n\r\n"}) {
+    answer = begin;
+    QtUpdateServer updates(Base(), kPatience);
+    QElapsedTimer time;
+    time.start();
+    updates.DateOf("timerversion.txt");
+    EXPECT_FALSE(updates.Fetch("timerversion.txt"));
+    EXPECT_LT(time.elapsed(), 10 * kPatience);
+  }
+}
+
+TEST_F(UpdateServerTest, WaitingCanBeStopped) {
+  stalls = true;
+  QtUpdateServer updates(Base(), 60000);
+  QTimer::singleShot(50, &server, [&] { updates.Stop(); });
+  EXPECT_EQ(updates.DateOf("timerversion.txt"), "");
+  EXPECT_FALSE(updates.Fetch("timerversion.txt"));
+  EXPECT_FALSE(updates.Begin("corvanelsetup.exe"));
 }
 
 TEST_F(UpdateServerTest, ADownloadComesInChunks) {
