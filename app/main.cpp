@@ -7,6 +7,8 @@
 #include <cstdio>
 
 #include "app/desktop.h"
+#include "startup/version.h"
+#include "system/durable_file.h"
 #include "system/folders.h"
 #include "system/qt/single_instance.h"
 
@@ -32,9 +34,37 @@ class Application : public QApplication {
   corvanel::ErrorTrap* errors = nullptr;
 };
 
+/// The program's own options.
+class CommandLine : public QCommandLineParser {
+ public:
+  CommandLine() {
+    setApplicationDescription(
+        QCoreApplication::translate("main", "The round clock for a duplicate bridge session."));
+    addHelpOption();
+    addVersionOption();
+    addOption(store);
+  }
+  const QCommandLineOption store{
+      "store", QCoreApplication::translate("main", "Use this settings file."), "file"};
+};
+
+/// Answers what needs no display, and ends the program with it.
+void AnswerWithoutDisplay(int argc, char** argv) {
+  const QCoreApplication app(argc, argv);
+  QCoreApplication::setApplicationName("corvanel");
+  QCoreApplication::setApplicationVersion(QString::fromStdString(corvanel::ThisVersion().Text()));
+  CommandLine line;
+  // Qt's own options are not known yet: what is wrong is told later.
+  line.parse(QCoreApplication::arguments());
+  if (line.isSet("help") || line.isSet("help-all")) line.showHelp();
+  if (line.isSet("version")) line.showVersion();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  corvanel::KeepFilesPrivate();
+  AnswerWithoutDisplay(argc, argv);
   Application app(argc, argv);
   QApplication::setApplicationName("Corvanel");
   QApplication::setQuitOnLastWindowClosed(false);
@@ -44,25 +74,25 @@ int main(int argc, char** argv) {
     icon.addFile(QString(":/icons/corvanel-%1.png").arg(size));
   QApplication::setWindowIcon(icon);
 
-  QCommandLineParser parser;
-  parser.setApplicationDescription(
-      QApplication::tr("The round clock for a duplicate bridge session."));
-  parser.addHelpOption();
-  const QCommandLineOption store("store", QApplication::tr("Use this settings file."), "file");
-  parser.addOption(store);
-  if (!parser.parse(QApplication::arguments()) || !parser.positionalArguments().isEmpty()) {
-    const QString problem = parser.errorText().isEmpty() ? QApplication::tr("Unexpected argument.")
-                                                         : parser.errorText();
+  CommandLine line;
+  if (!line.parse(QApplication::arguments()) || !line.positionalArguments().isEmpty()) {
+    const QString problem =
+        line.errorText().isEmpty() ? QApplication::tr("Unexpected argument.") : line.errorText();
     std::fprintf(stderr, "corvanel: %s\n", qPrintable(problem));
     return 2;
   }
-  if (parser.isSet("help")) parser.showHelp();
 
   std::filesystem::path file = corvanel::DefaultStoreFile();
-  if (parser.isSet(store)) file = parser.value(store).toStdString();
+  if (line.isSet(line.store)) file = line.value(line.store).toStdString();
   // A link is followed once, so that store, lock and records lie beside one and the same file.
   std::error_code error;
   if (const auto real = std::filesystem::weakly_canonical(file, error); !error) file = real;
+  if (std::filesystem::exists(file, error) && !std::filesystem::is_regular_file(file, error)) {
+    QMessageBox::warning(nullptr, "Corvanel",
+                         QApplication::tr("The settings file %1 is not a file")
+                             .arg(QString::fromStdString(file.string())));
+    return 2;
+  }
   corvanel::Desktop desktop(file);
   app.errors = &desktop.Errors();
   QDir().mkpath(QFileInfo(QString::fromStdString(file.string())).path());

@@ -1,16 +1,42 @@
 #include "basics/numbers.h"
 
 #include <fmt/format.h>
+#include <utf8proc.h>
 
 #include <algorithm>
 #include <cctype>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 
 #include "basics/runtime_error.h"
 
 namespace corvanel {
+namespace {
+
+/// Without case, accented letters included. What is no UTF-8 stays as it is.
+std::string Folded(std::string_view text) {
+  utf8proc_uint8_t* folded = nullptr;
+  const auto length = utf8proc_map(
+      reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
+      static_cast<utf8proc_ssize_t>(text.size()), &folded,
+      static_cast<utf8proc_option_t>(UTF8PROC_STABLE | UTF8PROC_COMPOSE | UTF8PROC_CASEFOLD));
+  if (length < 0) return std::string(text);
+  std::string result(reinterpret_cast<const char*>(folded), static_cast<size_t>(length));
+  std::free(folded);
+  return result;
+}
+
+bool IsAscii(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](unsigned char c) { return c < 0x80; });
+}
+
+char AsciiLower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+}  // namespace
 
 double Val(std::string_view text) {
   const size_t start = text.find_first_not_of(" \t");
@@ -60,9 +86,9 @@ std::string TwoDecimals(double value) {
 }
 
 bool SameName(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](unsigned char x, unsigned char y) {
-    return std::tolower(x) == std::tolower(y);
-  });
+  if (!IsAscii(a) || !IsAscii(b)) return Folded(a) == Folded(b);
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](char x, char y) { return AsciiLower(x) == AsciiLower(y); });
 }
 
 std::string_view Trimmed(std::string_view text) {

@@ -27,7 +27,7 @@ double RoundTo2Decimals(double value);
 /// "0.00" form of a number: 21.62, 8.00.
 std::string TwoDecimals(double value);
 
-/// Two texts that differ at most in the case of their ASCII letters.
+/// Two texts that differ at most in the case of their letters, whatever the user's language.
 bool SameName(std::string_view a, std::string_view b);
 
 /// The text without the blanks, tabs and line ends around it.

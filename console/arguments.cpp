@@ -4,6 +4,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include "startup/version.h"
+
 namespace corvanel {
 namespace {
 
@@ -75,6 +77,8 @@ std::optional<ConsoleArguments> ReadArguments(int argc, const char* const* argv)
                                  "Run the session with the real clock and print a line for "
                                  "each event"),
          a);
+  program.set_help_all_flag("--help-all", "Print the help of every command and exit");
+  program.set_version_flag("--version", "corvanel-console " + ThisVersion().Text());
   CLI::App* scoring = program.add_subcommand("scoring", "Print what a scoring file says");
   scoring->add_option("FILE", a.file)->required();
   AddRound(*scoring, a.round);
@@ -83,6 +87,12 @@ std::optional<ConsoleArguments> ReadArguments(int argc, const char* const* argv)
     program.parse(argc, argv);
   } catch (const CLI::CallForHelp&) {
     fmt::print("{}", program.help());
+    return std::nullopt;
+  } catch (const CLI::CallForAllHelp&) {
+    fmt::print("{}", program.help("", CLI::AppFormatMode::All));
+    return std::nullopt;
+  } catch (const CLI::CallForVersion& version) {
+    fmt::print("{}\n", version.what());
     return std::nullopt;
   } catch (const CLI::ParseError& error) {
     throw UsageError(error.what());

@@ -6,9 +6,11 @@
 
 #include "console/arguments.h"
 #include "console/commands.h"
+#include "system/durable_file.h"
 
 int main(int argc, char** argv) {
   using namespace corvanel;
+  KeepFilesPrivate();
   try {
     if (const auto arguments = ReadArguments(argc, argv)) RunCommand(*arguments);
     return std::fflush(stdout) == 0 ? 0 : 2;

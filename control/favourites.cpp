@@ -1,34 +1,17 @@
 #include "control/favourites.h"
 
 #include <fmt/format.h>
-#include <utf8proc.h>
 
 #include <algorithm>
-#include <cstdlib>
+
+#include "basics/numbers.h"
 
 namespace corvanel {
-namespace {
-
-/// The text in lower case, accented letters included. What is no UTF-8 stays as it is.
-std::string LowerCase(const std::string& text) {
-  utf8proc_uint8_t* folded = nullptr;
-  const auto length = utf8proc_map(
-      reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
-      static_cast<utf8proc_ssize_t>(text.size()), &folded,
-      static_cast<utf8proc_option_t>(UTF8PROC_STABLE | UTF8PROC_COMPOSE | UTF8PROC_CASEFOLD));
-  if (length < 0) return text;
-  std::string lower(reinterpret_cast<const char*>(folded), static_cast<size_t>(length));
-  std::free(folded);
-  return lower;
-}
-
-}  // namespace
 
 int Favourites::Find(const std::string& name) const {
-  const std::string wanted = LowerCase(name);
   for (int slot = 1; slot <= kFavourites; ++slot) {
     const std::string& present = parts_.table.Entry(slot).Name;
-    if (!present.empty() && LowerCase(present) == wanted) return slot;
+    if (!present.empty() && SameName(present, name)) return slot;
   }
   return 0;
 }
@@ -136,10 +119,8 @@ void Favourites::Delete(int slot, const std::string& name) {
   HandlerSteps step(parts_.errors, "frmMain.cmdFavDelete_Click");
   const bool inUse = slot == parts_.table.FavouriteInUse();
   parts_.table.DeleteFavourite(slot);
-  const std::string wanted = LowerCase(name);
-  const auto listed = std::find_if(list_.begin(), list_.end(), [&](const std::string& item) {
-    return LowerCase(item) == wanted;
-  });
+  const auto listed = std::find_if(list_.begin(), list_.end(),
+                                   [&](const std::string& item) { return SameName(item, name); });
   if (listed != list_.end()) list_.erase(listed);
   if (parts_.clock.UnderWay()) {
     if (inUse) parts_.table.UseFavourite(0, "");

@@ -42,12 +42,16 @@ bool SettingsMenu::Import(const std::string& path) {
     parts_.prompts.Message("Settings could not be imported\r\n" + bytes.Failure().description);
     return false;
   }
-  const std::string copy = parts_.store.KeepCopy();
+  // What an import that failed has left is nothing to come back to.
+  if (lastGood_.empty()) lastGood_ = parts_.store.KeepCopy();
   const bool whole = ImportSettings(bytes.Value(), parts_.store);
   parts_.store.Flush();
-  if (whole) return true;
+  if (whole) {
+    lastGood_.clear();
+    return true;
+  }
   parts_.prompts.Message(
-      "Settings could not be imported\r\nThe settings before the import are kept in " + copy);
+      "Settings could not be imported\r\nThe settings before the import are kept in " + lastGood_);
   return false;
 }
 
@@ -57,6 +61,7 @@ void SettingsMenu::mnuSettingsUndoImport_Click() {
       parts_.prompts.Message("No settings have been kept by an import yet");
       return;
     }
+    lastGood_.clear();
     parts_.favourites.Reload();
     parts_.prompts.Message("The settings before the last import are back");
   });

@@ -32,6 +32,7 @@ class SettingsMenu {
   bool Import(const std::string& path);
 
   Parts parts_;
+  std::string lastGood_;  // where the settings before a failed import are kept
 };
 
 }  // namespace corvanel

@@ -333,7 +333,7 @@ WidestTexts WidestTextsOf(const Session& session, double secondsLeft) {
   const TimeForm form = session.options.Form();
   const ClockTime widestTime = ClockTime::At(22, 58);
   WidestTexts texts;
-  if (session.options.Show[kShowTitle]) texts.header = s.Header;
+  if (session.options.Show[kShowTitle]) texts.header = ShownTitle(s.Header);
   texts.now = TimeText(widestTime, form);
   const double longest = std::max({s.MinPerRound * 60.0, s.MinBetweenRounds * 60.0,
                                    s.optBreak ? s.TimeForBreak * 60.0 : 0.0, secondsLeft});

@@ -87,11 +87,11 @@ bool IsValid(const UndoStep& step) {
   return std::isfinite(step.at) && IsValid(step.before);
 }
 
-/// No phase is longer than a day, so that nobody waits for a mark of another age.
+/// Nobody waits for a mark of another age.
 bool IsValid(const SessionRecord& record) {
   const double now = record.at.uptime;
   return IsValid(record.state) && std::isfinite(now) && std::isfinite(record.at.utc) &&
-         record.state.At(now).secondsLeft <= kSecondsPerDay &&
+         record.state.At(now).secondsLeft <= kLongestPhase * 60 &&
          std::all_of(record.undo.begin(), record.undo.end(),
                      [](const UndoStep& step) { return IsValid(step); });
 }
@@ -107,11 +107,15 @@ std::string TextOf(const SessionRecord& record) {
 Result<SessionRecord> ReadRecord(const std::string& text) {
   try {
     const auto parsed = json::parse(text);
-    if (parsed.at("format").get<int>() != kFormat) {
+    if (parsed.at("format") != kFormat) {
       return Error{13, "it was written by another version of the program"};
     }
     auto record = parsed.get<SessionRecord>();
-    if (IsValid(record)) return record;
+    // A number that does not fit its place has become another one.
+    const json back = record;
+    const bool fits =
+        back.at("state") == parsed.at("state") && back.at("undo") == parsed.at("undo");
+    if (fits && IsValid(record)) return record;
   } catch (const std::exception&) {
     return Error{13, "it is damaged"};
   }

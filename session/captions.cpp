@@ -39,6 +39,15 @@ std::string PhaseCaption(const SessionSettings& settings, const Standing& standi
   return RoundCaption(standing.round, ended ? standing.round : settings.nRounds);
 }
 
+std::string ShownTitle(const std::string& header) {
+  size_t characters = 0;
+  for (size_t i = 0; i < header.size(); ++i) {
+    const bool begins = (static_cast<unsigned char>(header[i]) & 0xC0) != 0x80;  // UTF-8
+    if (begins && ++characters > kLongestTitle) return header.substr(0, i) + "…";
+  }
+  return header;
+}
+
 std::string BreakLine(const Schedule& schedule, TimeForm form) {
   return fmt::format("Break:{} End:{}", TimeText(*schedule.breakAt, form),
                      TimeText(*schedule.breakEnd, form));

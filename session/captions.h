@@ -20,6 +20,9 @@ inline constexpr std::string_view kBreakCaption = "Time remaining for the break"
 /// "MOVE FOR THE FINAL ROUND".
 std::string MoveMessage(const SessionSettings& settings, int round);
 
+/// A title as the displays show it: cut with an ellipsis after kLongestTitle characters.
+std::string ShownTitle(const std::string& header);
+
 /// "Break:20:53 End:21:08", of a schedule with a break ahead.
 std::string BreakLine(const Schedule& schedule, TimeForm form);
 

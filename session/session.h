@@ -48,6 +48,7 @@ struct SessionSettings {
   bool operator==(const SessionSettings&) const = default;
 };
 
+constexpr int kLongestTitle = 200;     // characters
 constexpr float kShortestMove = 0.1F;  // minutes
 constexpr float kLongestPhase = 600;   // minutes
 

@@ -7,6 +7,9 @@
 
 namespace corvanel {
 
+/// What this program creates from now on is for its user alone.
+void KeepFilesPrivate();
+
 /// The runtime's error for a file that could not be written, from the system's error number.
 RuntimeError WriteError(const std::filesystem::path& file, int error);
 

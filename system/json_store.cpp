@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 #include <ctime>
 #include <fstream>
@@ -23,6 +24,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* kCopyMark = ".copy-";
+constexpr size_t kMostCopies = 10;
 constexpr const char* kOutsideMark = ".outside-";
 /// The name that the settings stand under; it does not change with the name of the program.
 constexpr const char* kApplication = "Olvendra";
@@ -125,6 +127,7 @@ class JsonStore::File {
   /// A name beside the file that is not taken. Several within a second get a number each; names
   /// sort by age.
   fs::path FreeName(const char* mark) const;
+  std::vector<fs::path> Copies() const;
 
  private:
   std::string PresentStamp() const;
@@ -185,14 +188,32 @@ void JsonStore::File::Write(const std::string& text) {
 }
 
 fs::path JsonStore::File::FreeName(const char* mark) const {
-  const std::time_t now = std::time(nullptr);
+  using namespace std::chrono;
+  const auto now = system_clock::now();
+  const auto milliseconds =
+      duration_cast<std::chrono::milliseconds>(now.time_since_epoch()).count();
   fs::path name;
   int number = 0;
   do {
     name = path_;
-    name += fmt::format("{}{:%Y-%m-%d-%H%M%S}-{:02}", mark, fmt::localtime(now), number++);
+    name +=
+        fmt::format("{}{:%Y-%m-%d-%H%M%S}-{:03}-{:02}", mark,
+                    fmt::localtime(system_clock::to_time_t(now)), milliseconds % 1000, number++);
   } while (fs::exists(name));
   return name;
+}
+
+/// The copies that were kept, the newest last.
+std::vector<fs::path> JsonStore::File::Copies() const {
+  std::error_code error;
+  const std::string mark = path_.filename().string() + kCopyMark;
+  std::vector<fs::path> copies;
+  for (const auto& entry :
+       fs::directory_iterator(fs::absolute(path_, error).parent_path(), error)) {
+    if (entry.path().filename().string().starts_with(mark)) copies.push_back(entry.path());
+  }
+  std::sort(copies.begin(), copies.end());
+  return copies;
 }
 
 JsonStore::JsonStore(const fs::path& file, DiskWriter& writer)
@@ -301,23 +322,16 @@ std::string JsonStore::KeepCopy() {
     const fs::path name = file->FreeName(kCopyMark);
     WriteDurably(name, text);
     *copy = name.string();
+    const std::vector<fs::path> copies = file->Copies();
+    for (size_t i = 0; i + kMostCopies < copies.size(); ++i) fs::remove(copies[i], error);
   });
   return *copy;
 }
 
 bool JsonStore::RestoreCopy() {
-  std::error_code error;
-  const std::string mark = path_.filename().string() + kCopyMark;
-  fs::path newest;
-  for (const auto& entry :
-       fs::directory_iterator(fs::absolute(path_, error).parent_path(), error)) {
-    const fs::path& path = entry.path();
-    if (path.filename().string().starts_with(mark) && path.filename() > newest.filename()) {
-      newest = path;
-    }
-  }
-  if (newest.empty()) return false;
-  sections_ = JsonStore(newest, writer_).sections_;
+  const std::vector<fs::path> copies = file_->Copies();
+  if (copies.empty()) return false;
+  sections_ = JsonStore(copies.back(), writer_).sections_;
   Flush();
   return true;
 }

@@ -4,10 +4,17 @@
 #include <QKeyEvent>
 #include <QTimer>
 
+#include "session/session.h"
+
 namespace corvanel {
 
 EntryBox::EntryBox(QWidget* parent) : QLineEdit(parent) {
   connect(this, &QLineEdit::textEdited, this, &EntryBox::FilterInsertion);
+}
+
+void EntryBox::SetBox(Box box) {
+  box_ = box;
+  if (box == Box::Header) setMaxLength(kLongestTitle);
 }
 
 void EntryBox::Show(const QString& text) {

@@ -14,7 +14,7 @@ class EntryBox : public QLineEdit {
  public:
   explicit EntryBox(QWidget* parent = nullptr);
   /// Which box this is; to be set before it is used.
-  void SetBox(Box box) { box_ = box; }
+  void SetBox(Box box);
   Box WhichBox() const { return box_; }
   /// Shows a text of the program's own; no signal.
   void Show(const QString& text);

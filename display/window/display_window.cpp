@@ -10,6 +10,7 @@
 #include "display/window/progress_frame.h"
 #include "display/window/text_measure.h"
 #include "display/window/text_row.h"
+#include "session/captions.h"
 
 namespace corvanel {
 namespace {
@@ -163,7 +164,7 @@ void DisplayWindow::PlaceElements() {
 }
 
 void DisplayWindow::ShowTexts() {
-  lblHeader_->SetText(session_.settings.Header);
+  lblHeader_->SetText(ShownTitle(session_.settings.Header));
   lblMin_->SetStyle(session_.elements[static_cast<size_t>(face_.countdownStyle)], Background());
   lblMin_->SetTexts(face_.countdown, StateWord(face_.phase, face_.paused, face_.countdownStyle));
   lblInfo_->SetText(face_.caption);

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <fmt/format.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -11,6 +12,8 @@
 
 namespace corvanel {
 namespace {
+
+constexpr mode_t kForUs = S_IRUSR | S_IWUSR;
 
 /// Makes a rename in `folder` last over a power cut; not every file system can.
 void SyncFolder(const std::filesystem::path& folder) {
@@ -22,13 +25,20 @@ void SyncFolder(const std::filesystem::path& folder) {
 
 }  // namespace
 
+void KeepFilesPrivate() {
+  ::umask(S_IRWXG | S_IRWXO);
+}
+
 RuntimeError WriteError(const std::filesystem::path& file, int error) {
   const int number = error == ENOSPC ? 61 : 75;
   return {number, fmt::format("{}: {}", file.string(), std::strerror(error))};
 }
 
 void WriteDurably(const std::filesystem::path& file, std::string_view text) {
-  const int handle = ::open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+  // Made afresh: what somebody else has put in its place, a link or a pipe, is not written to.
+  ::unlink(file.c_str());
+  const int handle =
+      ::open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kForUs);
   if (handle < 0) throw WriteError(file, errno);
   int failure = 0;
   while (!text.empty() && failure == 0) {
@@ -48,7 +58,8 @@ void WriteDurably(const std::filesystem::path& file, std::string_view text) {
 }
 
 void WriteInPlace(const std::filesystem::path& file, std::string_view text) {
-  const int handle = ::open(file.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
+  const int handle =
+      ::open(file.c_str(), O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, kForUs);
   if (handle < 0) return;
   [[maybe_unused]] const ssize_t written = ::pwrite(handle, text.data(), text.size(), 0);
   ::close(handle);

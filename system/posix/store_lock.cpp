@@ -17,7 +17,7 @@ StoreLock::~StoreLock() {
 }
 
 bool StoreLock::Take() {
-  if (handle_ < 0) handle_ = ::open(file_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
+  if (handle_ < 0) handle_ = ::open(file_.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600);
   if (handle_ < 0) handle_ = ::open(file_.c_str(), O_RDONLY | O_CLOEXEC);
   if (handle_ < 0) return true;
   return ::flock(handle_, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;

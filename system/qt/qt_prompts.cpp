@@ -1,15 +1,22 @@
 #include "system/qt/qt_prompts.h"
 
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGridLayout>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <algorithm>
 
 namespace corvanel {
 
 namespace {
+
+constexpr int kLongText = 1500;  // characters
+constexpr int kManyLines = 20;
+constexpr QSize kScrollSize(520, 280);  // pixels
 
 /// The window that the director works with, also while none has the keys yet.
 QWidget* DirectorsWindow() {
@@ -27,8 +34,27 @@ class Box : public QMessageBox {
       : QMessageBox(icon, QStringLiteral("Corvanel"), QString::fromStdString(text).remove('\r'),
                     buttons, DirectorsWindow()) {
     setTextFormat(Qt::PlainText);
+    if (QMessageBox::text().size() > kLongText || QMessageBox::text().count('\n') > kManyLines) {
+      ScrollText();
+    }
     // In front of a full-screen display and of windows that are always on top.
     setWindowFlag(Qt::WindowStaysOnTopHint);
+  }
+
+ private:
+  /// All but the last paragraph, which asks, goes into a box that scrolls, above the buttons.
+  void ScrollText() {
+    const QString all = QMessageBox::text();
+    const auto last = all.lastIndexOf("\n\n");
+    auto* scroll = new QPlainTextEdit(last < 0 ? all : all.left(last), this);
+    scroll->setReadOnly(true);
+    scroll->setMinimumSize(kScrollSize);
+    setText(last < 0 ? QString() : all.mid(last + 2));
+    auto* grid = qobject_cast<QGridLayout*>(layout());
+    auto* buttons = findChild<QDialogButtonBox*>();
+    const int rows = grid->rowCount();
+    grid->addWidget(scroll, rows, 0, 1, grid->columnCount());
+    grid->addWidget(buttons, rows + 1, 0, 1, grid->columnCount());
   }
 };
 

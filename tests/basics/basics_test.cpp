@@ -11,6 +11,13 @@
 namespace corvanel {
 namespace {
 
+TEST(SameNameTest, GoesByUnicodeAndNotByTheLocale) {
+  EXPECT_TRUE(SameName("TIMER", "timer"));
+  EXPECT_TRUE(SameName("Éric's", "éRIC'S"));
+  EXPECT_FALSE(SameName("Timer", "Timers"));
+  EXPECT_FALSE(SameName("\xC3", "\xC4"));  // no UTF-8
+}
+
 TEST(Numbers, ValReadsTheNumberInFront) {
   const std::pair<const char*, double> rows[] = {
       {"", 0},      {"12", 12}, {" 7.5 min", 7.5}, {"abc", 0}, {"1e9", 1e9}, {"-5", -5},

@@ -58,6 +58,24 @@ TEST_F(SettingsMenuTest, AnImportReplacesAndCanBeTakenBack) {
   EXPECT_EQ(view.listed, std::vector<std::string>{"Friday"});
 }
 
+TEST_F(SettingsMenuTest, TheWayBackLeadsPastImportsThatFailed) {
+  session.settings.nRounds = 5;
+  favourites.cmdSaveDefault_Click("Friday");
+  files["/usb/bad.txt"] = "nonsense";
+  files["/usb/good.txt"] = "\"[Timer]\",0\r\n\"nRounds\",\"9\"\r\n";
+  for (const char* file : {"/usb/bad.txt", "/usb/bad.txt", "/usb/good.txt"}) {
+    prompts.file = file;
+    menu.mnuSettingsImport_Click();
+  }
+  EXPECT_EQ(session.settings.nRounds, 9);
+  menu.mnuSettingsUndoImport_Click();
+  EXPECT_EQ(view.listed, std::vector<std::string>{"Friday"});
+  prompts.file = "/usb/bad.txt";
+  menu.mnuSettingsImport_Click();
+  menu.mnuSettingsUndoImport_Click();
+  EXPECT_EQ(view.listed, std::vector<std::string>{"Friday"});
+}
+
 TEST_F(SettingsMenuTest, AFailedImportSaysWhereTheOldSettingsAre) {
   files["/usb/a.txt"] = "nonsense";
   prompts.file = "/usb/a.txt";

@@ -79,17 +79,17 @@ TEST(ContinueSessionTest, TheLongestRoundThatCanBeStoredGoesOn) {
   FakeKeeper keeper;
   ProgramRun first(keeper, ClockTime::At(20, 0), "one");
   first.Begin();
-  first.session().settings.MinPerRound = 1440;  // as a favourite may have it
+  first.session().settings.MinPerRound = kLongestPhase;
   first.Pass(60);
   EXPECT_EQ(first.Face().countdown, "9:00");  // of the round in play nothing changes
   first.Do(SessionCommand::NextRound);
   first.Pass(600);
-  EXPECT_EQ(first.Face().countdown, "1430:00");
+  EXPECT_EQ(first.Face().countdown, "590:00");
   ProgramRun second(keeper, ClockTime::At(20, 12), "two");
   second.bench.base.prompts.choice = 0;
   ASSERT_TRUE(second.Resume());
   EXPECT_EQ(second.State().round, 2);
-  EXPECT_NEAR(second.Left(), 1440 * 60 - 660, 1);
+  EXPECT_NEAR(second.Left(), kLongestPhase * 60 - 660, 1);
 }
 
 TEST(ContinueSessionTest, ASettingThatTheRecordDoesNotKnowKeepsItsDefault) {
@@ -218,6 +218,9 @@ TEST(ContinueSessionTest, ADamagedRecordIsToldInALineAndAnOlderOneServes) {
       std::string(100, '\0'),
       whole.substr(0, whole.size() / 2),
       with("\"format\": 3", "\"format\": 4"),
+      with("\"format\": 3", "\"format\": 1e99"),
+      with("\"round\": 1,", "\"round\": 70001,"),
+      with("\"roundEnd\": 600.0", "\"roundEnd\": 600000.0"),
       with("\"phase\": \"round\"", "\"phase\": \"dance\""),
       with("\"round\": 1", "\"round\": 0"),
       with("\"nRounds\": \"4\"", "\"nRounds\": \"0\""),

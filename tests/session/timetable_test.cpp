@@ -188,6 +188,14 @@ TEST(CalcFinishTimeTest, ABreakThatNeverComesAddsNoMove) {
   EXPECT_EQ(TimeText(CalcFinishTime(s, 8, kStart).finish), "19:50");
 }
 
+TEST(CaptionsTest, ATitleIsCutWhereItIsTooLong) {
+  EXPECT_EQ(ShownTitle("Friday Pairs"), "Friday Pairs");
+  std::string title;
+  for (int i = 0; i < kLongestTitle; ++i) title += "é";
+  EXPECT_EQ(ShownTitle(title), title);
+  EXPECT_EQ(ShownTitle(title + "é b"), title + "…");
+}
+
 // Rounds that are added for another evening do not call players back into this one.
 TEST(CaptionsTest, AnEndedSessionKeepsItsFinalRound) {
   EXPECT_EQ(PhaseCaption(EightRounds(), {Phase::Ended, 6, 0}), "Final Round of 6");

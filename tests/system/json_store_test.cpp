@@ -143,6 +143,36 @@ TEST_F(JsonStoreTest, TheNewestCopyComesBack) {
   EXPECT_EQ(JsonStore(file, writer).GetSetting("Timer", "nRounds"), "6");
 }
 
+TEST_F(JsonStoreTest, OldCopiesAreThinnedOut) {
+  JsonStore store(file, writer);
+  for (int rounds = 1; rounds <= 14; ++rounds) {
+    store.SaveSetting("Timer", "nRounds", std::to_string(rounds));
+    store.KeepCopy();
+  }
+  const auto files = std::distance(fs::directory_iterator(folder), fs::directory_iterator());
+  EXPECT_EQ(files, 10);
+  EXPECT_TRUE(store.RestoreCopy());
+  writer.Wait(std::chrono::seconds(20));
+  EXPECT_EQ(store.GetSetting("Timer", "nRounds"), "14");
+}
+
+// Somebody else who can write the folder does not choose what is overwritten, or makes us wait.
+TEST_F(JsonStoreTest, WhatLiesInTheWayOfAFileIsNotFollowed) {
+  const fs::path victim = folder / "victim";
+  const fs::path temporary = file.string() + ".new";
+  std::ofstream(victim) << "precious";
+  JsonStore store(file, writer);
+  fs::create_symlink(victim, temporary);
+  Flush(store);
+  ASSERT_EQ(mkfifo(temporary.c_str(), 0600), 0);
+  store.SaveSetting("Timer", "nRounds", "7");
+  Flush(store);
+  EXPECT_FALSE(store.Failure());
+  EXPECT_EQ(Read(victim), "precious");
+  EXPECT_EQ(JsonStore(file, writer).GetSetting("Timer", "nRounds"), "7");
+  EXPECT_EQ(fs::status(file).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
+
 TEST_F(JsonStoreTest, MissingFoldersAreMade) {
   JsonStore store(folder / "new" / "deep" / "settings.json", writer);
   store.SaveSetting("Timer", "nRounds", "7");
