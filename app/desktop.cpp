@@ -1,5 +1,6 @@
 #include "app/desktop.h"
 
+#include <QWindow>
 #include <QAction>
 #include <QApplication>
 #include <QDesktopServices>
@@ -250,7 +251,10 @@ void Desktop::ArmTimeOfDay() {
 void Desktop::ShowControlWindow() {
   control_.BackFromDisplays();
   // Where it stood, rather than where the window system would put a new window.
-  frmMain_.move(frmMain_.pos());
+  // Only by the window beneath is that told to the window system as the director's own wish.
+  if (mainPlace_.isValid() && !frmMain_.isMaximized()) {
+    frmMain_.windowHandle()->setGeometry(mainPlace_);
+  }
   frmMain_.show();
   frmMain_.raise();
   frmMain_.activateWindow();

@@ -178,6 +178,7 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
                 .outsideChange = [this] { return store_.OutsideChange(); }}};
   StayAwake awake_;
   DialogPlacer dialogPlacer_{{&frmDisplay_, &frmDisplay2_}};
+  QRect mainPlace_;      // of the control window when it was hidden
   bool loaded_ = false;  // the control window shows what the store holds
   enum class Placed { Nothing, Room, Both };
   Placed placedFor_ = Placed::Nothing;  // what the displays were last placed for, in this run

@@ -70,7 +70,7 @@ void Desktop::ShowFullScreenPair(bool fullScreen) {
 void Desktop::ShowMonitorPairs() {
   frmDisplay2_.ShowRoomDisplay(frmDisplay_.isVisible(), !frmDisplay_.Place().normal);
   // Where both displays share one screen neither is full screen; that is not remembered.
-  if (QGuiApplication::screens().size() > 1) roomFullScreen_ = frmDisplay_.isFullScreen();
+  if (QGuiApplication::screens().size() > 1) roomFullScreen_ = frmDisplay_.FullScreen();
 }
 
 void Desktop::RearrangeDisplays() {
@@ -94,18 +94,21 @@ void Desktop::ApplyOnTop() {
 void Desktop::ShowDisplays() {
   if (UsesTwin()) {
     if (placedFor_ != Placed::Both) PlaceBothDisplays();
-    frmDisplay2_.show();
   } else {
     frmDisplay2_.hide();
     if (placedFor_ != Placed::Room) PlaceRoomDisplay();
   }
+  frmDisplay_.setAttribute(Qt::WA_ShowWithoutActivating, UsesTwin());
   frmDisplay_.show();
+  // Last, so that it has the keys.
+  if (UsesTwin()) frmDisplay2_.show();
   ShowMonitorPairs();
   // The director's keys go to the director's window.
   DisplayWindow& directors = UsesTwin() ? static_cast<DisplayWindow&>(frmDisplay2_) : frmDisplay_;
   directors.activateWindow();
   directors.setFocus();
   ArmTimeOfDay();
+  mainPlace_ = frmMain_.geometry();
   frmMain_.hide();
 }
 
@@ -150,7 +153,7 @@ void Desktop::ScreensChanged() {
   if (UsesTwin() && (frmDisplay_.isVisible() || frmDisplay2_.isVisible())) {
     PlaceBothDisplays();
     frmDisplay2_.activateWindow();
-  } else if (frmDisplay_.isVisible() && frmDisplay_.isFullScreen()) {
+  } else if (frmDisplay_.isVisible() && frmDisplay_.FullScreen()) {
     PlaceRoomDisplay();
   }
 }

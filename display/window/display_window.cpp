@@ -15,6 +15,7 @@
 namespace corvanel {
 namespace {
 
+constexpr int kWindowSettles = 300;  // milliseconds
 constexpr int kResizeSettles = 60;  // milliseconds
 
 }  // namespace
@@ -41,6 +42,16 @@ DisplayWindow::DisplayWindow(const Session& session, DisplayCommands& commands,
   timResize_.setSingleShot(true);
   timResize_.setInterval(kResizeSettles);
   connect(&timResize_, &QTimer::timeout, this, &DisplayWindow::Rearrange);
+  timSettle_.setSingleShot(true);
+  timSettle_.setInterval(kWindowSettles);
+  connect(&timSettle_, &QTimer::timeout, this, [this] {
+    if (!isVisible() || !fullScreen_) return;
+    // Some window managers take the state back, and without one nobody fits a window to its screen.
+    if (!isFullScreen()) setWindowState(windowState() | Qt::WindowFullScreen);
+    const QScreen* wanted = QGuiApplication::screenAt(normalPlace_.center());
+    const QRect room = (wanted == nullptr ? screen() : wanted)->geometry();
+    if (geometry() != room) setGeometry(room);
+  });
   timCommand_.setSingleShot(true);
   timCommand_.setInterval(kCommandBarMilliseconds);
   connect(&timCommand_, &QTimer::timeout, this, &DisplayWindow::HideCommandBar);
@@ -173,35 +184,47 @@ void DisplayWindow::ShowTexts() {
 }
 
 void DisplayWindow::PlaceAt(const QRect& place, bool fullScreen) {
-  if (isFullScreen()) setWindowState(windowState() & ~Qt::WindowFullScreen);
-  setGeometry(place);
-  if (fullScreen) SetFullScreen(true);
+  normalPlace_ = place;
+  fullScreen_ = fullScreen;
+  if (isVisible()) Settle();
 }
 
 WindowPlace DisplayWindow::Place() const {
-  const QRect place = geometry();
+  const QRect place = isVisible() ? geometry() : normalPlace_;
   return {place.x() * kTwipsPerPixel, place.y() * kTwipsPerPixel, place.width() * kTwipsPerPixel,
-          place.height() * kTwipsPerPixel, !isFullScreen() && !isMaximized() && !isMinimized()};
+          place.height() * kTwipsPerPixel, !fullScreen_ && !isMaximized() && !isMinimized()};
 }
 
 void DisplayWindow::SetFullScreen(bool fullScreen) {
-  const bool was = isFullScreen();
-  const Qt::WindowStates others =
-      windowState() & ~(Qt::WindowFullScreen | Qt::WindowMaximized | Qt::WindowMinimized);
-  // Without a window manager nobody else would fit the window to the screen, or take it back.
-  if (fullScreen) {
-    if (!was) normalPlace_ = geometry();
-    setGeometry(screen()->geometry());
-    setWindowState(others | Qt::WindowFullScreen);
-  } else {
-    setWindowState(others);
-    if (was && normalPlace_.isValid()) setGeometry(normalPlace_);
-  }
+  if (isVisible() && Place().normal) normalPlace_ = geometry();
+  fullScreen_ = fullScreen;
+  if (isVisible()) Settle();
+}
+
+void DisplayWindow::setVisible(bool visible) {
+  if (visible == isVisible()) return QWidget::setVisible(visible);
+  if (!visible && Place().normal) normalPlace_ = geometry();
+  if (visible) Settle();
+  QWidget::setVisible(visible);
+  if (visible) emit StateChanged();
+}
+
+/// Brings the window to where it is wanted. From its normal place it goes full screen on the right
+/// screen; what the window system makes of it is looked at when that has settled.
+void DisplayWindow::Settle() {
+  timSettle_.start();
+  constexpr Qt::WindowStates kOurs =
+      Qt::WindowFullScreen | Qt::WindowMaximized | Qt::WindowMinimized;
+  setWindowState(windowState() & ~kOurs);
+  if (normalPlace_.isValid()) setGeometry(normalPlace_);
+  if (fullScreen_) setWindowState(windowState() | Qt::WindowFullScreen);
 }
 
 void DisplayWindow::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
-  if (event->type() == QEvent::WindowStateChange) emit StateChanged();
+  if (event->type() != QEvent::WindowStateChange || !isVisible() || timSettle_.isActive()) return;
+  fullScreen_ = isFullScreen();
+  emit StateChanged();
 }
 
 void DisplayWindow::closeEvent(QCloseEvent* event) {

@@ -35,8 +35,14 @@ class DisplayWindow : public QWidget, public DisplayForm, public SessionListener
   void ShowNotices(const std::vector<Notice>& notices) override;
   /// Takes over fonts, colours and shown elements from the session and places everything anew.
   void Rearrange();
-  /// Puts the window at a place, or full screen on the screen of that place.
+  /// Gives the window its normal place, and has it stand there or full screen on the screen of that
+  /// place.
   void PlaceAt(const QRect& place, bool fullScreen);
+  /// Whether it is to be full screen. Ours, and never asked of the window system: that forgets it
+  /// when a window is hidden.
+  bool FullScreen() const { return fullScreen_; }
+  /// A window that is shown comes as it was wanted last.
+  void setVisible(bool visible) override;
 
   /// Where the countdown stands on the desktop, in pixels.
   QRect CountdownOnScreen() const;
@@ -83,6 +89,7 @@ class DisplayWindow : public QWidget, public DisplayForm, public SessionListener
   void FillProgress();
   void PlaceElements();
   void ShowTexts();
+  void Settle();
   void PlaceCommandBar();
   void ShowCommandBar();
   void HideCommandBar();
@@ -107,7 +114,9 @@ class DisplayWindow : public QWidget, public DisplayForm, public SessionListener
   QTimer timCommand_;
   QTimer timResize_;
   PointerWatch pointer_;
-  QRect normalPlace_;
+  bool fullScreen_ = false;
+  QRect normalPlace_;  // where it stands while it is not full screen
+  QTimer timSettle_;   // the window system is still moving the window about
 };
 
 }  // namespace corvanel
