@@ -95,6 +95,7 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
   template <class Dialog>
   int ShowSounds(Dialog& dialog);
   std::optional<Surroundings> LookAround();
+  const QWidget* DirectorsWindow() const;
   bool UsesTwin() const { return session_.settings.ExtraMonitor; }
   void PlaceRoomDisplay();
   void PlaceBothDisplays();
@@ -177,7 +178,7 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
                 .look = [this] { return LookAround(); },
                 .outsideChange = [this] { return store_.OutsideChange(); }}};
   StayAwake awake_;
-  DialogPlacer dialogPlacer_{{&frmDisplay_, &frmDisplay2_}};
+  DialogPlacer dialogPlacer_{{&frmDisplay_, &frmDisplay2_}, [this] { return DirectorsWindow(); }};
   QRect mainPlace_;      // of the control window when it was hidden
   bool loaded_ = false;  // the control window shows what the store holds
   enum class Placed { Nothing, Room, Both };

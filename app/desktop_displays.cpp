@@ -19,7 +19,9 @@ constexpr int kWindowsSettle = 300;  // milliseconds that the window system move
 void Desktop::ConnectDisplays() {
   for (DisplayWindow* display :
        {static_cast<DisplayWindow*>(&frmDisplay_), static_cast<DisplayWindow*>(&frmDisplay2_)}) {
-    display->setWindowTitle(frmMain_.windowTitle());
+    const bool twin = display == static_cast<DisplayWindow*>(&frmDisplay2_);
+    display->setWindowTitle(frmMain_.windowTitle() +
+                            (twin ? tr(" - director's display") : tr(" - room display")));
     On(display, &DisplayWindow::StateChanged, "frmDisplay.StateChanged", [this, display] {
       ShowFullScreenPair(!display->Place().normal);
       ShowMonitorPairs();
@@ -44,6 +46,12 @@ std::optional<Surroundings> Desktop::LookAround() {
   scoring_.CheckFile();
   return Surroundings{sounds_, sounds_.OutputProblem(), scoring_.Link().IsOpen(),
                       scoring_.Problem(), QGuiApplication::screens().size() > 1};
+}
+
+/// The one that the director works with. The twin is his also while it makes way for a question.
+const QWidget* Desktop::DirectorsWindow() const {
+  if (frmMain_.isVisible()) return &frmMain_;
+  return UsesTwin() ? static_cast<const QWidget*>(&frmDisplay2_) : &frmDisplay_;
 }
 
 void Desktop::ComeToFront() {

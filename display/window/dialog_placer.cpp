@@ -2,8 +2,10 @@
 
 #include <QDialog>
 #include <QEvent>
+#include <QGuiApplication>
 #include <QScreen>
 #include <algorithm>
+#include <iterator>
 
 #include "display/screen_plan.h"
 #include "display/window/display_window.h"
@@ -17,7 +19,9 @@ constexpr int kLeastBeside = 150;  // pixels; a countdown is still legible in th
 
 }  // namespace
 
-DialogPlacer::DialogPlacer(std::vector<DisplayWindow*> displays) : displays_(std::move(displays)) {}
+DialogPlacer::DialogPlacer(std::vector<DisplayWindow*> displays,
+                           std::function<const QWidget*()> directors)
+    : displays_(std::move(displays)), directors_(std::move(directors)) {}
 
 bool DialogPlacer::eventFilter(QObject* watched, QEvent* event) {
   if (event->spontaneous()) return false;
@@ -39,21 +43,29 @@ void DialogPlacer::GiveBack(const QObject* dialog) {
 }
 
 void DialogPlacer::PlaceBeside(QDialog& dialog) {
+  const auto shown = [](const QWidget* window) { return window->isVisible(); };
+  if (std::none_of(displays_.begin(), displays_.end(), shown)) return;
+  const auto* asked = qobject_cast<const QDialog*>(dialog.parentWidget());
+  const QRect over = (asked == nullptr ? directors_() : asked)->geometry();
+  const QScreen* screen = QGuiApplication::screenAt(over.center());
+  if (screen == nullptr) screen = QGuiApplication::primaryScreen();
+  std::vector<DisplayWindow*> near;
+  std::copy_if(displays_.begin(), displays_.end(), std::back_inserter(near),
+               [&](const DisplayWindow* display) {
+                 return display->isVisible() && screen->geometry().intersects(display->geometry());
+               });
   std::vector<Place> countdowns;
-  for (const DisplayWindow* display : displays_) {
-    if (display->isVisible()) countdowns.push_back(PlaceOf(display->CountdownOnScreen()));
-  }
-  if (countdowns.empty()) return;
-  const QRect wanted = dialog.geometry().adjusted(0, -kTitleBar, 0, 0);
-  const QRect screen = dialog.screen()->availableGeometry();
-  const QRect place = Pixels(PlaceDialog(PlaceOf(screen), PlaceOf(wanted), countdowns));
+  for (const DisplayWindow* display : near)
+    countdowns.push_back(PlaceOf(display->CountdownOnScreen()));
+  // At the show it has its size, but no place yet.
+  QRect wanted(QPoint(0, 0), dialog.size() + QSize(0, kTitleBar));
+  wanted.moveCenter(over.center());
+  const QRect place =
+      Pixels(PlaceDialog(PlaceOf(screen->availableGeometry()), PlaceOf(wanted), countdowns));
   dialog.move(place.topLeft());
-  for (DisplayWindow* display : displays_) {
+  for (DisplayWindow* display : near) {
     const int left = display->width() - place.width();
-    if (!display->isVisible() || !place.intersects(display->CountdownOnScreen()) ||
-        left < kLeastBeside) {
-      continue;
-    }
+    if (!place.intersects(display->CountdownOnScreen()) || left < kLeastBeside) continue;
     dialog.move(display->geometry().right() - place.width(), place.y());
     display->MakeRoom(place.width());
     rooms_.push_back({&dialog, display, place.width()});

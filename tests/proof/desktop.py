@@ -20,13 +20,16 @@ class Desktop:
         self.store = self.folder / "settings.json"
         timer = {"AutoUpdate": "False", "AutoLaunch": "True", "BMSuggest": "False"} | settings
         self.store.write_text(json.dumps({"Olvendra": {"Timer": timer}}))
-        read, write = os.pipe()
-        self.screen = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write), "-screen", "0", size + "x24", "-noreset",
-             "-fbdir", str(self.folder)], pass_fds=[write], stderr=subprocess.DEVNULL)
-        self.display = ":" + os.read(read, 16).decode().strip()
+        self.screen, self.display = self.start_screen(size)
         self.environment = os.environ | {"DISPLAY": self.display, "QT_QPA_PLATFORM": "xcb"}
         self.program = None
+
+    def start_screen(self, size):
+        read, write = os.pipe()
+        screen = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(write), "-screen", "0", size + "x24", "-noreset",
+             "-fbdir", str(self.folder)], pass_fds=[write], stderr=subprocess.DEVNULL)
+        return screen, ":" + os.read(read, 16).decode().strip()
 
     def close(self):
         if self.program:

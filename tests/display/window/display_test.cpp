@@ -352,7 +352,7 @@ TEST_F(FrmDisplayTest, OptionsSayWhatOfTheUnitsIsShown) {
 TEST_F(FrmDisplayTest, MakesRoomForADialogWhileThatIsOpen) {
   window.setGeometry(window.screen()->availableGeometry());
   window.Rearrange();
-  DialogPlacer placer({&window, &twin});
+  DialogPlacer placer({&window, &twin}, [&] { return &twin; });
   qApp->installEventFilter(&placer);
   const QRect before = window.CountdownOnScreen();
   QDialog dialog(&window);
