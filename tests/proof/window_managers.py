@@ -3,8 +3,8 @@
 
 Usage: window_managers.py PROGRAM_FOLDER [WINDOW_MANAGER...]. Drives the real program under each
 window manager (default: openbox, xfwm4, metacity, mutter; those that are not installed are left out)
-on an X server with two outputs that nobody sees (xserver-xorg-core, xserver-xorg-video-dummy). Prints
-what is not where it belongs; exits with 1 when something is not.
+on an X server with two outputs that nobody sees. Prints what is not where it belongs; exits with 1
+when something is not, and with 77 where such a server cannot be started.
 """
 
 import json
@@ -77,7 +77,11 @@ class Desk(Desktop):
             ["Xorg", "-displayfd", str(write), "-config", config, "-configdir", self.extra,
              "-logfile", f"{self.extra}/log", "-noreset", "-novtswitch", "-sharevts"],
             pass_fds=[write], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        os.close(write)
         display = ":" + os.read(read, 16).decode().strip()
+        if display == ":":
+            print("no X server with outputs of its own can be started here")
+            raise SystemExit(77)
         if self.outputs == 2:
             environment = os.environ | {"DISPLAY": display}
             for arguments in (["--addmode", "DUMMY1", "1920x1080"],
@@ -95,12 +99,14 @@ class Desk(Desktop):
         """(x, y, width, height, full screen) of every window that is shown."""
         found = []
         for number in self.xdotool("search", "--onlyvisible", "--name", title).split():
-            place = re.findall(r"(-?\d+),(-?\d+) .*\n.*?(\d+)x(\d+)",
-                               self.xdotool("getwindowgeometry", number))
+            # Of the window itself: xdotool counts frames in.
+            seen = subprocess.run(["xwininfo", "-id", number], text=True, capture_output=True,
+                                  env=self.environment).stdout
+            place = re.findall(r"(?:Absolute upper-left [XY]|Width|Height): +(-?\d+)", seen)
             state = subprocess.run(["xprop", "-id", number, "_NET_WM_STATE"], text=True,
                                    env=self.environment, capture_output=True).stdout
             if place:
-                found.append((*map(int, place[0]), "FULLSCREEN" in state))
+                found.append((*map(int, place), "FULLSCREEN" in state))
         return found
 
     def press(self, *keys, then=1.5):
@@ -201,6 +207,10 @@ def two_screens(programs, manager, left, found):
         desk.close()
 
 
+# It sees only outputs to which something is connected, and nothing is connected to the second one.
+ONE_SCREEN_ONLY = {"xfwm4"}
+
+
 def main():
     programs = pathlib.Path(sys.argv[1])
     managers = sys.argv[2:] or [name for name in COMMANDS if shutil.which(name)]
@@ -208,7 +218,7 @@ def main():
     for manager in managers:
         found = Findings()
         one_screen(programs, manager, found)
-        for left in (400, WIDTH + 400):
+        for left in () if manager in ONE_SCREEN_ONLY else (400, WIDTH + 400):
             two_screens(programs, manager, left, found)
         print(f"{manager}: {'all in place' if not found else ''}")
         for line in found:
