@@ -7,7 +7,7 @@
 namespace corvanel {
 
 std::string NamedFile(const SoundPlayer& sounds, const std::string& file) {
-  const std::string name(FileName(file));
+  std::string name(FileName(file));
   switch (sounds.Fitness(file)) {
     case SoundFitness::NotFound:
       return name + " (not found)";

@@ -173,7 +173,8 @@ bool ImportSettings(std::string bytes, SettingsStore& store) {
       store.SaveSetting(*section, *first, *second);
     }
   }
-  return true;
+  // An empty file, as a copy that broke off leaves one, says nothing.
+  return section.has_value();
 }
 
 }  // namespace corvanel

@@ -18,6 +18,7 @@ constexpr int kMostMinutes = 90;
 QSpinBox* NumberBox(const char* name, int most, int value) {
   auto* box = new QSpinBox;
   box->setObjectName(name);
+  box->setLocale(QLocale::c());  // the digits that all else has
   box->setRange(1, most);
   box->setValue(value);
   QFont large = box->font();

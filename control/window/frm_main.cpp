@@ -59,7 +59,8 @@ FrmMain::FrmMain(const Session& session, QWidget* parent)
     boxes_[i]->SetBox(box);
   }
   ui_->txtHeader->setAccessibleName(tr("Title"));
-  setStyleSheet(QString::fromUtf8(kStyle));
+  // Of the page alone: dialogs over this window keep their own colours.
+  centralWidget()->setStyleSheet(QString::fromUtf8(kStyle));
   connect(ui_->fraNotices, &NoticeList::ActionWanted, this, &FrmMain::NoticeActionWanted);
   connect(ui_->fraNotices, &NoticeList::Dismissed, this, &FrmMain::NoticeDismissed);
 }
@@ -112,6 +113,7 @@ void FrmMain::SetLogic(ControlWindow& logic) {
   connect(ui_->cmdSaveDefault, &QPushButton::clicked, this,
           [this] { emit SaveAsNew(ui_->txtDefault->text().trimmed().toStdString()); });
   connect(ui_->txtDefault, &QLineEdit::returnPressed, ui_->cmdSaveDefault, &QPushButton::click);
+  ui_->cboFavs->installEventFilter(this);
   connect(ui_->cboFavs, &QComboBox::activated, this,
           [this, listed] { emit FavouriteChosen(listed()); });
   connect(ui_->cmdFavSave, &QPushButton::clicked, this,
@@ -201,8 +203,10 @@ void FrmMain::ShowVersion(const QString& version) {
 void FrmMain::ShowScoring(const std::string& unit, const std::string& file) {
   // A unit's own name may hold the character that marks a menu's key.
   const QString caption = QString::fromStdString(unit).replace('&', "&&");
-  ui_->mnuBridgemate->setTitle(caption);
-  ui_->mnuOptionsBridgemate->setText(caption);
+  // B is the letter of the menu; another unit's first one may belong to something else.
+  ui_->mnuBridgemate->setTitle(caption.startsWith('B', Qt::CaseInsensitive) ? "&" + caption
+                                                                            : caption);
+  ui_->mnuOptionsBridgemate->setText(caption + "...");
   const QString path = QString::fromStdString(file);
   const QString name = path.section('/', -1);
   ui_->lblScoringFile->setText(name.isEmpty() ? QString() : tr("Scoring file: ") + name);
@@ -212,7 +216,8 @@ void FrmMain::ShowScoring(const std::string& unit, const std::string& file) {
 void FrmMain::ShowFavourites(const std::vector<std::string>& names, const std::string& text) {
   ui_->cboFavs->clear();
   for (const std::string& name : names) ui_->cboFavs->addItem(QString::fromStdString(name));
-  ui_->cboFavs->setCurrentText(QString::fromStdString(text));
+  // -1 where none is in use: the list must not show one that is not.
+  ui_->cboFavs->setCurrentIndex(ui_->cboFavs->findText(QString::fromStdString(text)));
   ui_->fraLoad->setVisible(!names.empty());
 }
 
@@ -225,6 +230,15 @@ void FrmMain::ShowInUse(const std::string& name) {
 
 void FrmMain::ClearNewName() {
   ui_->txtDefault->clear();
+}
+
+/// A turn of the wheel over the closed list scrolls the page, and loads no favourite.
+bool FrmMain::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != ui_->cboFavs || event->type() != QEvent::Wheel) {
+    return QMainWindow::eventFilter(watched, event);
+  }
+  event->ignore();
+  return true;
 }
 
 void FrmMain::closeEvent(QCloseEvent* event) {

@@ -61,6 +61,7 @@ class FrmMain : public QMainWindow, public ControlWindowView, public SessionList
   void NoticeDismissed(const Notice& notice);
 
  protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void showEvent(QShowEvent* event) override;
 

@@ -21,10 +21,10 @@ void CountdownPanel::SetTexts(const std::string& countdown, const std::string& s
   const std::string before = countdown_;
   countdown_ = countdown;
   stateWord_ = stateWord;
+  setAccessibleName(QString::fromStdString(countdown + ' ' + stateWord).trimmed());
   if (onlyDigits) {
     UpdateChangedCells(before);
   } else {
-    setAccessibleName(QString::fromStdString(stateWord));
     update();
   }
 }

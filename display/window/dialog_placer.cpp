@@ -55,8 +55,9 @@ void DialogPlacer::PlaceBeside(QDialog& dialog) {
                  return display->isVisible() && screen->geometry().intersects(display->geometry());
                });
   std::vector<Place> countdowns;
-  for (const DisplayWindow* display : near)
-    countdowns.push_back(PlaceOf(display->CountdownOnScreen()));
+  std::transform(
+      near.begin(), near.end(), std::back_inserter(countdowns),
+      [](const DisplayWindow* display) { return PlaceOf(display->CountdownOnScreen()); });
   // At the show it has its size, but no place yet.
   QRect wanted(QPoint(0, 0), dialog.size() + QSize(0, kTitleBar));
   wanted.moveCenter(over.center());

@@ -9,7 +9,9 @@ FrmOptions::FrmOptions(const Parts& parts, QWidget* parent)
   ui_->setupUi(this);
   rows_ = std::make_unique<OptionRows>(*this);
   rows_->Show([this](const std::string& key) { return OptionText(parts_.options, key); });
-  ui_->cmdBridgemate->setText(QString::fromStdString(parts.options.TableTopUnit + " Options"));
+  const QString unit = QString::fromStdString(parts.options.TableTopUnit);
+  // Its name may hold the character that marks a key.
+  ui_->cmdBridgemate->setText(QString(unit).replace('&', "&&") + tr(" Options"));
   connect(ui_->cmdDisplay, &QPushButton::clicked, this, &FrmOptions::DisplayOptionsWanted);
   connect(ui_->cmdSound, &QPushButton::clicked, this, &FrmOptions::SoundOptionsWanted);
   connect(ui_->cmdBridgemate, &QPushButton::clicked, this, &FrmOptions::UnitOptionsWanted);

@@ -47,7 +47,7 @@ TEST(ImportSettingsTest, ReplacesTheStoreAndReadsWhatItCan) {
       {"cut off after a key", "\"[Timer]\",0\r\n\"nRounds\",\"9\"\r\n\"Header\",", false, "9",
        std::nullopt},
       {"bare fields", "[Timer],0\r\nnRounds,9\r\n", true, "9", std::nullopt},
-      {"empty", "", true, std::nullopt, std::nullopt},
+      {"empty", "", false, std::nullopt, std::nullopt},
       {"another kind", std::string("\x89PNG\r\n\x1a\n\0\0\x81", 11), false, std::nullopt,
        std::nullopt},
       {"far too large", std::string(9U << 20U, 'x'), false, std::nullopt, std::nullopt},

@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTest>
+#include <QWheelEvent>
 #include <map>
 
 #include "control/control_window.h"
@@ -193,6 +194,40 @@ TEST_F(FrmMainTest, NoTwoControlsShareAMnemonic) {
   for (const char* menu : {"mnuSettings", "mnuOptions", "mnuBridgemate", "mnuHelp"}) {
     claim(Find<QMenu>(menu)->title(), Find<QMenu>(menu));
   }
+}
+
+TEST_F(FrmMainTest, TheMenusHaveTheLettersThatEverybodyKnows) {
+  window.ShowScoring("BridgeTab", "");
+  EXPECT_EQ(Find<QMenu>("mnuBridgemate")->title(), "&BridgeTab");
+  EXPECT_EQ(Find<QMenu>("mnuHelp")->title(), "&Help");
+  window.ShowScoring("Hand&made", "");  // the letter of Help
+  EXPECT_EQ(Find<QMenu>("mnuBridgemate")->title(), "Hand&&made");
+}
+
+// A slip of the hand must not bring another favourite, nor the list show one that is not in use.
+TEST_F(FrmMainTest, TheFavouritesListWaitsToBeAsked) {
+  window.ShowFavourites({"Five", "Six"}, "");
+  auto* list = Find<QComboBox>("cboFavs");
+  EXPECT_EQ(list->currentIndex(), -1);
+  window.ShowFavourites({"Five", "Six"}, "Five");
+  int chosen = 0;
+  QObject::connect(&window, &FrmMain::FavouriteChosen, [&](const std::string&) { ++chosen; });
+  QWheelEvent turn(QPointF(5, 5), list->mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton,
+                   Qt::NoModifier, Qt::NoScrollPhase, false);
+  QApplication::sendEvent(list, &turn);
+  EXPECT_EQ(list->currentText(), "Five");
+  EXPECT_EQ(chosen, 0);
+}
+
+TEST_F(FrmMainTest, DialogsOverItKeepTheirOwnColours) {
+  QDialog dialog(&window);
+  QLabel sample(&dialog);
+  QPalette colours = sample.palette();
+  colours.setColor(QPalette::Window, Qt::darkBlue);
+  sample.setAutoFillBackground(true);
+  sample.setPalette(colours);
+  sample.resize(40, 20);
+  EXPECT_EQ(sample.grab().toImage().pixelColor(20, 10), QColor(Qt::darkBlue));
 }
 
 TEST_F(FrmMainTest, EveryBoxHasANameForAScreenReader) {
