@@ -1,11 +1,11 @@
 #include "app/desktop.h"
 
-#include <QWindow>
 #include <QAction>
 #include <QApplication>
 #include <QDesktopServices>
 #include <QFile>
 #include <QUrl>
+#include <QWindow>
 #include <cmath>
 #include <cstdlib>
 #include <functional>
@@ -155,6 +155,8 @@ void Desktop::ConnectWatch() {
      [this](const std::string& file) { watch_.SoundHeard(file); });
   On(&sounds_, &QtSoundPlayer::NotHeard, "frmMain.SoundNotHeard",
      [this](const std::string& file, const std::string& why) { watch_.SoundNotHeard(file, why); });
+  On(&awake_, &StayAwake::Unprotected, "frmMain.StayAwake",
+     [this](bool unprotected) { watch_.MayFallAsleep(unprotected); });
   const auto act = [this](NoticeKind kind) { watch_.Act(kind); };
   const auto dismiss = [this](const Notice& notice) { watch_.Dismiss(notice); };
   On(&frmMain_, &FrmMain::NoticeActionWanted, "frmMain.cmdNotice_Click", act);

@@ -28,6 +28,16 @@ void Watch::SoundNotHeard(const std::string& file, const std::string& why) {
                       file});
 }
 
+void Watch::MayFallAsleep(bool may) {
+  if (!may) {
+    parts_.notices.Clear(NoticeKind::Awake);
+  } else {
+    parts_.notices.Set({NoticeKind::Awake,
+                        "Nothing keeps this computer awake: set its power settings so that the "
+                        "screen stays on"});
+  }
+}
+
 void Watch::ShowFace(const ClockFace& face) {
   if (face.away == 0) {
     parts_.notices.Clear(NoticeKind::Away);

@@ -29,6 +29,8 @@ class Watch : public SessionListener {
   /// A sound was heard, or a cue was not; `why` is for people.
   void SoundHeard(const std::string& file) { parts_.notices.Clear(NoticeKind::Sound, file); }
   void SoundNotHeard(const std::string& file, const std::string& why);
+  /// Whether nothing keeps the computer awake though a session is under way.
+  void MayFallAsleep(bool may);
   void ShowFace(const ClockFace& face) override;
 
   /// The director pressed the button of a line, or dismissed it.

@@ -18,7 +18,8 @@ enum class NoticeKind {
   SoundFiles,   // before the start: what will not be heard, followed or shown
   SoundDevice,
   Scoring,
-  SecondScreen
+  SecondScreen,
+  Awake  // nothing keeps the computer awake
 };
 
 /// A line for the director: shown on his screen and never on the room's, until it is mended or

@@ -1,31 +1,30 @@
 #pragma once
 
 #include <QObject>
-#include <QString>
-#include <optional>
+#include <memory>
 
 #include "session/session_listener.h"
 
 namespace corvanel {
 
-/// Keeps the computer from sleeping and the screen from going blank while a session is under way.
-/// On a desktop that cannot be asked for it nothing happens.
+/// Keeps the computer from sleeping and the screen from going blank while a session is under way,
+/// also when the desktop's service for it comes only later, or goes and comes back.
 class StayAwake : public QObject, public SessionListener {
   Q_OBJECT
 
  public:
-  /// `service`: who is asked; empty: the desktop. Tests name one of their own.
-  explicit StayAwake(QString service = {});
+  StayAwake();
   ~StayAwake() override;
   void ShowFace(const ClockFace& face) override;
 
- private:
-  void Hold();
-  void Release();
+ signals:
+  /// Whether the computer should be kept awake and nothing does it; told whenever that may have
+  /// changed.
+  void Unprotected(bool unprotected);
 
-  QString service_;
-  bool held_ = false;
-  std::optional<unsigned> cookie_;
+ private:
+  class Holder;
+  std::unique_ptr<Holder> holder_;
 };
 
 }  // namespace corvanel

@@ -123,6 +123,19 @@ TEST(WatchTest, TellsOfGapsSoundsAndAForeignStore) {
                                        "contents were kept as settings.json.outside-1"));
 }
 
+TEST(WatchTest, AComputerThatMayFallAsleepIsToldOf) {
+  ClockBench bench;
+  FakeNotices view;
+  Notices notices(view);
+  Watch watch({bench.session, bench.clock, notices, [] { return std::optional<Surroundings>(); },
+               [] { return std::string(); }});
+  watch.MayFallAsleep(true);
+  EXPECT_THAT(Texts(view), ElementsAre("Nothing keeps this computer awake: set its power settings "
+                                       "so that the screen stays on"));
+  watch.MayFallAsleep(false);
+  EXPECT_THAT(view.notices, IsEmpty());
+}
+
 TEST(NoticesTest, ALineThatWasDismissedComesBackOnlyWithNews) {
   FakeNotices view;
   Notices notices(view);
