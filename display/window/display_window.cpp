@@ -16,7 +16,7 @@ namespace corvanel {
 namespace {
 
 constexpr int kWindowSettles = 300;  // milliseconds
-constexpr int kResizeSettles = 60;  // milliseconds
+constexpr int kResizeSettles = 60;   // milliseconds
 
 }  // namespace
 
