@@ -312,6 +312,10 @@ void ControlWindow::PlanRound(int16_t round) {
   planned_.round = round;
   if (TextOf(Box::CurrentRound) == shown_[static_cast<size_t>(Box::CurrentRound)]) return;
   Put(Box::CurrentRound);
+  ShowPlannedRound();
+}
+
+void ControlWindow::ShowPlannedRound() {
   parts_.view.SetLabel(Label::cmdStart, "Start Timer from round " + TextOf(Box::CurrentRound));
 }
 

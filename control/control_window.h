@@ -98,6 +98,7 @@ class ControlWindow : public SessionListener {
   bool StoreBreakRound(const std::string& text);
   void StoreNumberOfRounds(const std::string& text);
   void PlanRound(int16_t round);
+  void ShowPlannedRound();
   void KeepRoundInPlay();
   std::string TextOf(Box box) const;
   void Put(Box box);

@@ -53,7 +53,11 @@ bool ControlWindow::Store(Box box, const std::string& text) {
   HandlerSteps step(parts_.errors, "frmMain.LostFocus");
   bool stored = false;
   step([&] { stored = StoreEntry(box, text); });
-  step([&] { Put(box); });
+  step([&] {
+    Put(box);
+    // The caption followed the typing of a number that could not be stored.
+    if (!stored && box == Box::CurrentRound) ShowPlannedRound();
+  });
   step([&] { DoCalc(); });
   return stored;
 }

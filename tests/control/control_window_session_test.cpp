@@ -167,6 +167,12 @@ TEST_F(ControlWindowTest, WhatTheEveningWillNotHaveIsTold) {
   EXPECT_EQ(lines(), "The finish at 19:40 will not be met|");
 }
 
+TEST_F(ControlWindowTest, TheStartButtonNamesTheRoundThatWillBeStarted) {
+  Enter(Box::CurrentRound, "40000");  // cannot be stored
+  EXPECT_EQ(Value(Box::CurrentRound), "1");
+  EXPECT_EQ(view.labels[Label::cmdStart], "Start Timer from round 1");
+}
+
 TEST_F(ControlWindowTest, AnEveningWithoutATitleLeavesTheTitleOn) {
   Enter(Box::Header, "");
   window.cmdStart_Click();
