@@ -210,14 +210,21 @@ void ControlWindow::Calculate(const Standing& standing) {
 /// A line each for what the director has set and the evening will not have.
 void ControlWindow::TellWhatWillNotBe(double minutesLate) {
   const SessionSettings& s = Settings();
-  const auto tell = [&](NoticeKind kind, bool missing, const std::string& text) {
-    missing ? parts_.notices.Set({kind, text}) : parts_.notices.Clear(kind);
-  };
-  tell(NoticeKind::Finish, minutesLate > 0,
-       fmt::format("The finish at {} will not be met", TextOf(Box::FinishTime)));
-  tell(NoticeKind::Break, s.BreakFollows(s.BreakAfterRound) && s.BreakAfterRound >= s.nRounds,
-       fmt::format("No break will come: it is set after round {}, and the session has {} round{}",
-                   s.BreakAfterRound, s.nRounds, s.nRounds == 1 ? "" : "s"));
+  // Every second, so that a text is made only where there is something to tell.
+  if (minutesLate > 0) {
+    parts_.notices.Set({NoticeKind::Finish,
+                        fmt::format("The finish at {} will not be met", TextOf(Box::FinishTime))});
+  } else {
+    parts_.notices.Clear(NoticeKind::Finish);
+  }
+  if (s.BreakFollows(s.BreakAfterRound) && !s.BreakComes()) {
+    parts_.notices.Set({NoticeKind::Break,
+                        fmt::format("No break will come: it is set after round {}, and the session "
+                                    "has {} round{}",
+                                    s.BreakAfterRound, s.nRounds, s.nRounds == 1 ? "" : "s")});
+  } else {
+    parts_.notices.Clear(NoticeKind::Break);
+  }
 }
 
 /// The bar shows what is still to come of a session under way.

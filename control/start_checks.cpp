@@ -13,7 +13,6 @@ namespace {
 
 /// Whether the session as it is set will come to the moment of a cue.
 bool WillOccur(Cue cue, const SessionSettings& s) {
-  const bool breakComes = s.BreakFollows(s.BreakAfterRound) && s.BreakAfterRound < s.nRounds;
   switch (cue) {
     case Cue::LastWarning:
       return s.MinWarning > 0;
@@ -22,9 +21,9 @@ bool WillOccur(Cue cue, const SessionSettings& s) {
     case Cue::EndOfRound:
       return s.nRounds > 1;
     case Cue::Break:
-      return breakComes;
+      return s.BreakComes();
     case Cue::EndOfBreak:
-      return breakComes && s.MinWarning > 0;
+      return s.BreakComes() && s.MinWarning > 0;
     case Cue::Skip:
       return !s.Skip.Empty();
     case Cue::Arrow:

@@ -44,6 +44,8 @@ struct SessionSettings {
   bool BreakFollows(int round) const {
     return optBreak && TimeForBreak > 0 && round == BreakAfterRound;
   }
+  /// Whether the break that is set comes before the last round is over.
+  bool BreakComes() const { return BreakFollows(BreakAfterRound) && BreakAfterRound < nRounds; }
 
   bool operator==(const SessionSettings&) const = default;
 };

@@ -49,14 +49,14 @@ void DialogPlacer::PlaceBeside(QDialog& dialog) {
   const QRect over = (asked == nullptr ? directors_() : asked)->geometry();
   const QScreen* screen = QGuiApplication::screenAt(over.center());
   if (screen == nullptr) screen = QGuiApplication::primaryScreen();
-  std::vector<DisplayWindow*> near;
-  std::copy_if(displays_.begin(), displays_.end(), std::back_inserter(near),
+  std::vector<DisplayWindow*> shownThere;
+  std::copy_if(displays_.begin(), displays_.end(), std::back_inserter(shownThere),
                [&](const DisplayWindow* display) {
                  return display->isVisible() && screen->geometry().intersects(display->geometry());
                });
   std::vector<Place> countdowns;
   std::transform(
-      near.begin(), near.end(), std::back_inserter(countdowns),
+      shownThere.begin(), shownThere.end(), std::back_inserter(countdowns),
       [](const DisplayWindow* display) { return PlaceOf(display->CountdownOnScreen()); });
   // At the show it has its size, but no place yet.
   QRect wanted(QPoint(0, 0), dialog.size() + QSize(0, kTitleBar));
@@ -64,7 +64,7 @@ void DialogPlacer::PlaceBeside(QDialog& dialog) {
   const QRect place =
       Pixels(PlaceDialog(PlaceOf(screen->availableGeometry()), PlaceOf(wanted), countdowns));
   dialog.move(place.topLeft());
-  for (DisplayWindow* display : near) {
+  for (DisplayWindow* display : shownThere) {
     const int left = display->width() - place.width();
     if (!place.intersects(display->CountdownOnScreen()) || left < kLeastBeside) continue;
     dialog.move(display->geometry().right() - place.width(), place.y());

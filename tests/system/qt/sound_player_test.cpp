@@ -111,7 +111,8 @@ TEST_F(SoundPlayerTest, TellsWhyACueIsNotHeard) {
       {"set-sink-volume first 60%", ""},
       {"suspend-sink first 1", "it did not begin within a second"},
       {"suspend-sink first 0", ""},
-      {"unload-module module-null-sink", "no audio output is connected"}};
+      {"unload-module module-null-sink", "no audio output is connected"},
+      {"load-module module-null-sink norewinds=1 sink_name=third", ""}};
   Ask("set-default-sink first");
   for (const auto& [change, why] : rows) {
     Ask(change);
