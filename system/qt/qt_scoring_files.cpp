@@ -2,7 +2,7 @@
 
 #include <QEventLoop>
 #include <QTimer>
-#include <chrono>
+#include <algorithm>
 #include <mutex>
 #include <optional>
 #include <thread>
@@ -58,34 +58,48 @@ void WaitFor(const std::function<bool()>& done, std::chrono::milliseconds patien
 
 }  // namespace
 
-QtScoringFiles::QtScoringFiles() : way_(std::make_shared<Way>(*this)) {}
+QtScoringFiles::QtScoringFiles(std::chrono::milliseconds patience)
+    : way_(std::make_shared<Way>(*this)), patience_(patience) {}
 
 QtScoringFiles::~QtScoringFiles() {
   way_->Close();
 }
 
+/// Whether the read under way may still be answered.
+bool QtScoringFiles::Waiting() const {
+  const auto patience = patience_ * std::min(1 << std::min(stuck_, 4), 10);
+  return std::chrono::steady_clock::now() - begun_ < patience;
+}
+
 void QtScoringFiles::Read(const std::string& path, Answer answer) {
-  if (reading_ == path) {
+  if (reading_ == path && Waiting()) {
     answer(NoAnswer());
     return;
   }
+  if (!reading_.empty()) ++stuck_;
   const ScoringContent last = path == path_ ? last_ : ScoringContent{};
-  std::thread([this, path, last, way = way_] {
+  ++number_;
+  std::thread([this, number = number_, path, last, way = way_] {
     Result<ScoringContent> content = Error{7, "Out of memory"};
     try {
       content = ReadScoringFile(path, last);
     } catch (const std::exception&) {
       // Whatever it was, the reader gets his answer.
     }
-    way->Post([this, path, content] { Arrived(path, content); });
+    way->Post([=, this] { Arrived(number, path, content); });
   }).detach();
   reading_ = path;
+  begun_ = std::chrono::steady_clock::now();
   answer_ = std::move(answer);
 }
 
-void QtScoringFiles::Arrived(const std::string& path, const Result<ScoringContent>& content) {
-  // A file that was asked for meanwhile has the later word.
-  if (path != reading_) return;
+void QtScoringFiles::Arrived(int number, const std::string& path,
+                             const Result<ScoringContent>& content) {
+  // What was asked for meanwhile has the later word.
+  if (number != number_) {
+    --stuck_;
+    return;
+  }
   reading_.clear();
   if (content) {
     path_ = path;
@@ -99,7 +113,7 @@ void QtScoringFiles::Arrived(const std::string& path, const Result<ScoringConten
 Result<PicturePointer> QtScoringFiles::ReadNow(const std::string& path) {
   std::optional<Result<PicturePointer>> result;
   const Answer keep = [&result](const Result<PicturePointer>& read) { result = read; };
-  if (reading_ == path) {
+  if (reading_ == path && Waiting()) {
     answer_ = keep;
   } else {
     Read(path, keep);

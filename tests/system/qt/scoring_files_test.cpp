@@ -62,6 +62,20 @@ TEST_F(ScoringFilesTest, APipeThatNobodyWritesHoldsNobodyUp) {
   const std::ofstream writer(file);  // lets the waiting read go
 }
 
+// A share that died and was mounted anew under the same name: what waits on the old one waits on.
+TEST_F(ScoringFilesTest, AReadThatIsStuckIsGivenUpForAnother) {
+  QtScoringFiles impatient(std::chrono::milliseconds(50));
+  ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+  EXPECT_FALSE(impatient.ReadNow(file));
+  const std::string dead = (folder / "dead.bws").string();
+  fs::rename(file, dead);
+  fs::copy_file(kFixtures / "live/02-1943.bws", file);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return static_cast<bool>(impatient.ReadNow(file)); }, 5000));
+  { const std::ofstream writer(dead); }  // the old read ends, and changes nothing
+  QTest::qWait(50);
+  EXPECT_EQ(impatient.ReadNow(file).Value()->received.size(), 17U);
+}
+
 TEST_F(ScoringFilesTest, AnswersByAnEventAndOneReadAtATime) {
   fs::copy_file(kFixtures / "live/02-1943.bws", file);
   std::vector<bool> answers;
