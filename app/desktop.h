@@ -42,7 +42,7 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
   /// The start of the program: the splash and what is done behind it, then the control window.
   void StartUp();
   /// The program was started again: shows the window that the director works with.
-  void ComeToFront();
+  void ComeToFront(const QString& token);
   /// Imports standard settings that are waiting, and loads the settings. False when the program
   /// has to end.
   bool Load();

@@ -8,6 +8,7 @@
 #include "app/desktop.h"
 #include "display/screen_plan.h"
 #include "display/window/text_row.h"
+#include "system/desktop_session.h"
 
 namespace corvanel {
 namespace {
@@ -22,6 +23,9 @@ void Desktop::ConnectDisplays() {
     const bool twin = display == static_cast<DisplayWindow*>(&frmDisplay2_);
     display->setWindowTitle(frmMain_.windowTitle() +
                             (twin ? tr(" - director's display") : tr(" - room display")));
+    On(display, &DisplayWindow::Landed, "frmDisplay.Landed", [this, display](bool there) {
+      watch_.DisplayLanded(display->windowTitle().toStdString(), there);
+    });
     On(display, &DisplayWindow::StateChanged, "frmDisplay.StateChanged", [this, display] {
       ShowFullScreenPair(!display->Place().normal);
       ShowMonitorPairs();
@@ -54,7 +58,7 @@ const QWidget* Desktop::DirectorsWindow() const {
   return UsesTwin() ? static_cast<const QWidget*>(&frmDisplay2_) : &frmDisplay_;
 }
 
-void Desktop::ComeToFront() {
+void Desktop::ComeToFront(const QString& token) {
   if (!loaded_ && !(splash_ && splash_->isVisible())) return;  // the control window is on its way
   QWidget* front = &frmMain_;
   if (splash_ && splash_->isVisible()) front = splash_.get();
@@ -63,6 +67,7 @@ void Desktop::ComeToFront() {
   front->setWindowState(front->windowState() & ~Qt::WindowMinimized);
   front->show();
   front->raise();
+  UseStartToken(token.toStdString(), QGuiApplication::platformName() == "xcb" ? front->winId() : 0);
   front->activateWindow();
 }
 
@@ -149,7 +154,9 @@ void Desktop::PlaceBothDisplays() {
   }
   const ScreenPlan plan = PlanScreens(areas, control);
   const bool wanted = roomFullScreen_.value_or(!session_.options.DisplayState);
-  const bool fullScreen = !plan.sideBySide && wanted;
+  // Where only a full-screen window can say which screen it wants, it is full screen.
+  const bool fullScreen =
+      !plan.sideBySide && (wanted || QGuiApplication::platformName() == "wayland");
   frmDisplay_.PlaceAt(Pixels(plan.room), fullScreen);
   frmDisplay2_.PlaceAt(Pixels(plan.twin), false);
   ShowFullScreenPair(fullScreen);

@@ -8,6 +8,7 @@
 
 #include "app/desktop.h"
 #include "startup/version.h"
+#include "system/desktop_session.h"
 #include "system/durable_file.h"
 #include "system/folders.h"
 #include "system/qt/single_instance.h"
@@ -65,6 +66,8 @@ void AnswerWithoutDisplay(int argc, char** argv) {
 int main(int argc, char** argv) {
   corvanel::KeepFilesPrivate();
   AnswerWithoutDisplay(argc, argv);
+  corvanel::ChooseWindowSystem();
+  const std::string token = corvanel::StartToken();
   Application app(argc, argv);
   QApplication::setApplicationName("Corvanel");
   QApplication::setQuitOnLastWindowClosed(false);
@@ -97,7 +100,7 @@ int main(int argc, char** argv) {
   app.errors = &desktop.Errors();
   QDir().mkpath(QFileInfo(QString::fromStdString(file.string())).path());
   corvanel::SingleInstance instance(QString::fromStdString(file.string()));
-  switch (instance.Take()) {
+  switch (instance.Take(QString::fromStdString(token))) {
     case corvanel::SingleInstance::Place::First:
       break;
     case corvanel::SingleInstance::Place::Second:

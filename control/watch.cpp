@@ -38,6 +38,18 @@ void Watch::MayFallAsleep(bool may) {
   }
 }
 
+void Watch::DisplayLanded(const std::string& window, bool there) {
+  if (there) {
+    parts_.notices.Clear(NoticeKind::Window, window);
+  } else {
+    parts_.notices.Set({NoticeKind::Window,
+                        fmt::format("This desktop did not let \"{}\" choose its screen: drag it "
+                                    "to the other one and press F there",
+                                    window),
+                        "", window});
+  }
+}
+
 void Watch::ShowFace(const ClockFace& face) {
   if (face.away == 0) {
     parts_.notices.Clear(NoticeKind::Away);

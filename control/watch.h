@@ -31,6 +31,8 @@ class Watch : public SessionListener {
   void SoundNotHeard(const std::string& file, const std::string& why);
   /// Whether nothing keeps the computer awake though a session is under way.
   void MayFallAsleep(bool may);
+  /// A display came to the screen that it was meant for, or to another one. `window`: its title.
+  void DisplayLanded(const std::string& window, bool there);
   void ShowFace(const ClockFace& face) override;
 
   /// The director pressed the button of a line, or dismissed it.

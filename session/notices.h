@@ -6,7 +6,7 @@
 namespace corvanel {
 
 /// What a line for the director is about; there is at most one line about each, of unheard cues
-/// one for each file.
+/// one for each file, of windows one for each.
 enum class NoticeKind {
   Away,         // the computer was asleep
   Record,       // the session cannot be written down
@@ -19,7 +19,8 @@ enum class NoticeKind {
   SoundDevice,
   Scoring,
   SecondScreen,
-  Awake  // nothing keeps the computer awake
+  Awake,  // nothing keeps the computer awake
+  Window  // is not on the screen that it was meant for
 };
 
 /// A line for the director: shown on his screen and never on the room's, until it is mended or
@@ -28,7 +29,7 @@ struct Notice {
   NoticeKind kind;
   std::string text;
   std::string action = {};   // what the director can have done about it; empty when nothing
-  std::string subject = {};  // the sound file that it is about
+  std::string subject = {};  // the sound file or the window that it is about
 
   bool operator==(const Notice&) const = default;
 };

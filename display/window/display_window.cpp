@@ -45,10 +45,12 @@ DisplayWindow::DisplayWindow(const Session& session, DisplayCommands& commands,
   timSettle_.setSingleShot(true);
   timSettle_.setInterval(kWindowSettles);
   connect(&timSettle_, &QTimer::timeout, this, [this] {
-    if (!isVisible() || !fullScreen_) return;
+    if (!isVisible()) return;
+    const QScreen* wanted = QGuiApplication::screenAt(normalPlace_.center());
+    emit Landed(wanted == nullptr || wanted == screen());
+    if (!fullScreen_) return;
     // Some window managers take the state back, and without one nobody fits a window to its screen.
     if (!isFullScreen()) setWindowState(windowState() | Qt::WindowFullScreen);
-    const QScreen* wanted = QGuiApplication::screenAt(normalPlace_.center());
     const QRect room = (wanted == nullptr ? screen() : wanted)->geometry();
     if (geometry() != room) setGeometry(room);
   });

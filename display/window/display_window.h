@@ -66,6 +66,8 @@ class DisplayWindow : public QWidget, public DisplayForm, public SessionListener
  signals:
   /// The window became full screen, maximised or normal, by whatever hand.
   void StateChanged();
+  /// It stands where the window system put it, on the screen that it was meant for or not.
+  void Landed(bool there);
   /// Of a line for the director.
   void NoticeActionWanted(NoticeKind kind);
   void NoticeDismissed(const Notice& notice);

@@ -8,6 +8,7 @@ namespace corvanel {
 namespace {
 
 constexpr int kAnswersWithin = 1000;  // milliseconds
+constexpr qint64 kLongestToken = 1000;
 
 QString NameOf(const QString& store) {
   const QByteArray path = QFileInfo(store).absoluteFilePath().toUtf8();
@@ -20,12 +21,17 @@ SingleInstance::SingleInstance(const QString& store)
     : lock_(store.toStdString()), name_(NameOf(store)) {
   server_.setSocketOptions(QLocalServer::UserAccessOption);
   connect(&server_, &QLocalServer::newConnection, this, [this] {
-    delete server_.nextPendingConnection();
-    emit StartedAgain();
+    QLocalSocket* second = server_.nextPendingConnection();
+    const auto heard = [this, second] {
+      emit StartedAgain(QString::fromUtf8(second->read(kLongestToken)));
+      second->deleteLater();
+    };
+    if (second->state() == QLocalSocket::UnconnectedState) return heard();
+    connect(second, &QLocalSocket::disconnected, this, heard);
   });
 }
 
-SingleInstance::Place SingleInstance::Take() {
+SingleInstance::Place SingleInstance::Take(const QString& token) {
   if (lock_.Take()) {
     QLocalServer::removeServer(name_);
     server_.listen(name_);
@@ -33,7 +39,10 @@ SingleInstance::Place SingleInstance::Take() {
   }
   QLocalSocket first;
   first.connectToServer(name_);
-  return first.waitForConnected(kAnswersWithin) ? Place::Second : Place::OtherComputer;
+  if (!first.waitForConnected(kAnswersWithin)) return Place::OtherComputer;
+  first.write(token.toUtf8());
+  first.waitForBytesWritten(kAnswersWithin);
+  return Place::Second;
 }
 
 }  // namespace corvanel

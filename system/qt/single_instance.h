@@ -16,11 +16,12 @@ class SingleInstance : public QObject {
 
   enum class Place { First, Second, OtherComputer };
   /// First also where the folder of the store cannot be written: then nobody writes it.
-  Place Take();
+  /// `token`: what this start hands to the first program, see `StartToken`.
+  Place Take(const QString& token);
 
  signals:
-  /// The program was started again.
-  void StartedAgain();
+  /// The program was started again, and with which token.
+  void StartedAgain(const QString& token);
 
  private:
   StoreLock lock_;

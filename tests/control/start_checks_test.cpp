@@ -123,6 +123,20 @@ TEST(WatchTest, TellsOfGapsSoundsAndAForeignStore) {
                                        "contents were kept as settings.json.outside-1"));
 }
 
+TEST(WatchTest, EachDisplayThatLandedElsewhereIsToldOf) {
+  ClockBench bench;
+  FakeNotices view;
+  Notices notices(view);
+  Watch watch({bench.session, bench.clock, notices, [] { return std::optional<Surroundings>(); },
+               [] { return std::string(); }});
+  watch.DisplayLanded("room", false);
+  watch.DisplayLanded("twin", false);
+  watch.DisplayLanded("room", true);
+  EXPECT_THAT(Texts(view),
+              ElementsAre("This desktop did not let \"twin\" choose its screen: drag it to the "
+                          "other one and press F there"));
+}
+
 TEST(WatchTest, AComputerThatMayFallAsleepIsToldOf) {
   ClockBench bench;
   FakeNotices view;
