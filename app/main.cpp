@@ -41,6 +41,8 @@ class CommandLine : public QCommandLineParser {
   CommandLine() {
     setApplicationDescription(
         QCoreApplication::translate("main", "The round clock for a duplicate bridge session."));
+    // Else Qt's own "-reverse" would be taken for -r, -e, -v...
+    setSingleDashWordOptionMode(ParseAsLongOptions);
     addHelpOption();
     addVersionOption();
     addOption(store);

@@ -38,4 +38,17 @@ double ContrastRatio(Colour one, Colour other) {
   return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
 }
 
+Colour Receding(Colour ink, Colour back, double share, double contrast) {
+  const auto mixed = [&](uint8_t one, uint8_t other) {
+    return static_cast<uint8_t>(std::lround(other + (one - other) * share));
+  };
+  constexpr double kStep = 0.02;
+  for (; share < 1; share += kStep) {
+    const Colour blend{mixed(ink.red, back.red), mixed(ink.green, back.green),
+                       mixed(ink.blue, back.blue)};
+    if (ContrastRatio(blend, back) >= contrast) return blend;
+  }
+  return ink;
+}
+
 }  // namespace corvanel

@@ -11,6 +11,10 @@ Colour Contrast(Colour back);
 /// relative luminance. Text across a room wants 7 or more.
 double ContrastRatio(Colour one, Colour other);
 
+/// A colour between two that recedes: the one with the least of `ink`, but at least this share of
+/// it, and with at least this contrast to `back`, as far as the ink itself has that.
+Colour Receding(Colour ink, Colour back, double share, double contrast);
+
 /// Below this two colours are hard to tell apart across a room.
 constexpr double kPoorContrast = 4.5;
 

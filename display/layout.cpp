@@ -1,27 +1,40 @@
 #include "display/layout.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <cmath>
 #include <map>
 #include <tuple>
 
-#include "session/captions.h"
-#include "session/countdown.h"
-
 namespace corvanel {
 namespace {
 
-constexpr double kMarginTwips = 1000;       // of width and of height, both sides together
-constexpr double kProbePoints = 100;        // sizes are measured at, and scaled from
-constexpr double kMoveMessageShare = 0.34;  // of the height, for the big message
-constexpr double kTagPoints = 22;           // at the reference height
-constexpr double kGap = 0.014;              // of the height, between rows
-constexpr double kPanelPadding = 0.055;     // of the panel's height, above and below the digits
-constexpr int kAttempts = 24;               // at ever smaller texts around the countdown
-constexpr int kMostLines = 3;               // of one text
-constexpr double kMoreLinesPay = 1.2;       // a further line must let the text grow by this
+constexpr double kMarginTwips = 1000;    // of width and of height, both sides together
+constexpr double kProbePoints = 100;     // sizes are measured at, and scaled from
+constexpr double kGap = 0.012;           // of the height, between rows
+constexpr double kPanelPadding = 0.055;  // of the panel's height, above and below the digits
+constexpr int kAttempts = 24;            // at ever smaller texts around the countdown
+constexpr double kSmaller = 0.94;        // each attempt
+constexpr int kMostLines = 3;            // of one text
+constexpr double kMoreLinesPay = 1.2;    // a further line must let the text grow by this
+
+// Heights of capitals and digits as shares of the window's height: what players with weak eyes read
+// from the back wall.
+constexpr double kTag = 0.0405;
+constexpr double kLarge = 0.1;
+constexpr double kLeastLarge = 0.073;
+constexpr double kMessage = 0.15;
+constexpr double kDigitsOfMove = 0.22;
+constexpr double kDigitsOfMoveAboveTables = 0.32;
+constexpr double kLeastDigits = 0.4;
+constexpr double kLeastDigitsAboveRow = 0.372;   // of tables
+constexpr double kLeastDigitsAboveRows = 0.305;  // of tables
+constexpr double kOneRow = 0.12;                 // height of a grid that is still one row
+
+constexpr double kCaptionBesideLarge = 0.6;  // of its own size
+constexpr double kBesideNews = 0.85;         // of the other texts' own sizes
+constexpr double kLeastScale = 0.52;         // of the same, where the window is large enough
+constexpr double kLineOfCapitals = 1.45;     // height of a line for that of its capitals
+constexpr double kTagInset = 0.28;           // of its height, from the panel's edges
 
 /// Remembers what has been measured: placing everything asks for the same few texts again and
 /// again.
@@ -50,153 +63,136 @@ const ElementStyle& StyleOf(const ElementStyles& styles, Element element) {
   return styles[static_cast<size_t>(element)];
 }
 
-std::vector<std::string> Words(const std::string& text) {
-  std::vector<std::string> words;
-  size_t start = 0;
-  while ((start = text.find_first_not_of(' ', start)) != std::string::npos) {
-    const size_t end = std::min(text.find(' ', start), text.size());
-    words.push_back(text.substr(start, end - start));
-    start = end;
-  }
-  return words;
-}
-
-/// Fills lines word by word, none wider than `width` where a single word allows it.
-std::vector<std::string> Fill(const std::vector<std::string>& words, double width,
-                              const ElementStyle& style, double points,
-                              const TextMeasure& measure) {
-  std::vector<std::string> lines;
-  for (const std::string& word : words) {
-    const std::string longer = lines.empty() ? word : lines.back() + ' ' + word;
-    if (!lines.empty() && measure.Line(longer, style, points).width <= width) {
-      lines.back() = longer;
-    } else {
-      lines.push_back(word);
-    }
-  }
-  return lines;
-}
-
-double WidestLine(const std::vector<std::string>& lines, const ElementStyle& style, double points,
-                  const TextMeasure& measure) {
-  double widest = 0;
-  for (const std::string& line : lines) {
-    widest = std::max(widest, measure.Line(line, style, points).width);
-  }
-  return widest;
-}
-
-/// The most even way to break words into at most `count` lines.
-std::vector<std::string> Balance(const std::vector<std::string>& words, int count,
-                                 const ElementStyle& style, double points,
-                                 const TextMeasure& measure) {
-  double low = WidestLine(words, style, points, measure);
-  double high = WidestLine(Fill(words, 1e9, style, points, measure), style, points, measure);
-  std::vector<std::string> best = Fill(words, high, style, points, measure);
-  if (count == 1) return best;
-  best = Fill(words, std::max(high / count, low), style, points, measure);
-  for (int step = 0; step < 12; ++step) {
-    const double width = (low + high) / 2;
-    const auto lines = Fill(words, width, style, points, measure);
-    if (static_cast<int>(lines.size()) > count) {
-      low = width;
-    } else {
-      high = width;
-      best = lines;
-    }
-  }
-  return best;
-}
-
 /// A text's size in a room of its own.
 struct Fitted {
   double points = 0;
   int lines = 1;
   double height = 0;  // pixels
+  bool capitals = false;
 };
 
 struct Room {
   double width = 0;
   double height = 0;
   double mostPoints = 0;
+  bool capitals = false;
+  double moreLinesPay = kMoreLinesPay;
 };
 
 /// The largest size, down to the least one, at which the text fits the room in a few lines.
 Fitted Fit(const std::string& text, const ElementStyle& style, const Room& room,
            const TextMeasure& measure) {
-  const std::vector<std::string> words = Words(text);
-  if (words.empty()) return {};
+  if (text.find_first_not_of(' ') == std::string::npos) return {};
   // A hair more for what line heights are rounded up by at other sizes.
-  const double lineHeight = 1.015 * measure.Line(text, style, kProbePoints).height / kProbePoints;
+  const double lineHeight =
+      room.capitals ? kLineOfCapitals * measure.Digits("0", style, 1).height
+                    : 1.015 * measure.Line(text, style, kProbePoints).height / kProbePoints;
   Fitted best;
   for (int count = 1; count <= kMostLines; ++count) {
-    const auto lines = Balance(words, count, style, kProbePoints, measure);
+    const auto lines = Balance(text, count, style, kProbePoints, measure);
     const double width = WidestLine(lines, style, kProbePoints, measure) / kProbePoints;
     // A hair less, since widths do not scale quite evenly.
     const double points =
         std::min({room.mostPoints, 0.985 * room.width / width,
                   room.height / (lineHeight * static_cast<double>(lines.size()))});
     const bool stillTooSmall = best.points < kLeastTextPoints && points > best.points;
-    if (stillTooSmall || points > best.points * kMoreLinesPay) {
+    if (stillTooSmall || points > best.points * room.moreLinesPay) {
       best = {points, static_cast<int>(lines.size()), 0};
     }
   }
   if (best.points < kLeastTextPoints) {
-    const auto lines = Fill(words, room.width, style, kLeastTextPoints, measure);
+    const auto lines = Fill(text, room.width, style, kLeastTextPoints, measure);
     best = {kLeastTextPoints, std::min(static_cast<int>(lines.size()), kMostLines), 0};
   }
   best.height = best.points * lineHeight * best.lines;
+  best.capitals = room.capitals;
   return best;
 }
 
-double FitDigits(const std::string& text, const ElementStyles& styles, double width, double height,
-                 const TextMeasure& measure) {
-  double points = 1e9;
-  // The four colours of the countdown may have four fonts; its size must not jump between them.
-  for (const Element element :
-       {Element::TimeRemaining, Element::LastWarning, Element::TimeUp, Element::EarlyWarning}) {
-    const Extent digits = measure.Digits(text, StyleOf(styles, element), kProbePoints);
-    points = std::min({points, kProbePoints * 0.985 * width / digits.width,
-                       kProbePoints * height / digits.height});
-  }
-  return points;
-}
+// The four colours of the countdown may have four fonts; its size must not jump between them.
+constexpr std::array kCountdowns = {Element::TimeRemaining, Element::LastWarning, Element::TimeUp,
+                                    Element::EarlyWarning};
 
-/// All rows but the countdown's, with the sizes of the smaller texts taken down by `scale`.
 struct Rows {
   Fitted header;
   Fitted now;
-  Fitted tag;
+  Fitted large;
   Fitted caption;
   Fitted finish;
   Fitted unit;
   double gap = 0;
   double panel = 0;  // height that remains for the countdown's panel
+
+  double Height() const {
+    double height = 0;
+    for (const Fitted* row : {&header, &now, &large, &caption, &finish, &unit}) {
+      if (row->points > 0) height += row->height + gap;
+    }
+    return height;
+  }
+  int Count() const {
+    int count = 0;
+    for (const Fitted* row : {&header, &now, &large, &caption, &finish, &unit}) {
+      count += row->points > 0 ? 1 : 0;
+    }
+    return count;
+  }
+};
+
+/// The countdown in its panel.
+struct Digits {
+  double points = 0;
+  double height = 0;       // pixels
+  double tagHeight = 0;    // of a row for the tag above them; 0 where it stands beside them
+  bool fillWidth = false;  // less height for the rows would not make them larger
 };
 
 class Composer {
  public:
   Composer(const LayoutInput& input, const ElementStyles& styles, const TextMeasure& measure)
       : input_(input), styles_(styles), measure_(measure) {
-    const double margin =
-        std::max(kMarginTwips / kTwipsPerPixel / 2, 0.03 * std::min(input.width, input.height));
+    const double margin = MarginOf(input.width, input.height);
     area_ = {margin, margin, std::max(input.width - 2 * margin, 1.0),
              std::max(input.height - 2 * margin, 1.0)};
+    news_ = input.moving && input.texts.large.empty();
+    tag_ = FitTag();
   }
 
   Layout Compose() const {
     Rows rows;
-    double points = 0;
-    double scale = 1;
-    for (int attempt = 0; attempt < kAttempts; ++attempt, scale *= 0.88) {
+    Digits digits;
+    double scale = news_ && input_.tables <= 0 ? kBesideNews : 1;
+    for (int attempt = 0; attempt < kAttempts; ++attempt, scale *= kSmaller) {
       rows = RowsAt(scale);
-      points = DigitPoints(rows);
-      if (points >= kLeastCountdownPoints && rows.panel >= 0.4 * area_.height) break;
+      digits = DigitsIn(rows.panel);
+      const bool large = digits.height >= LeastDigits() * input_.height || digits.fillWidth;
+      const bool smallest = scale * kSmaller < kLeastScale && rows.panel >= LeastPanel();
+      if ((large || smallest) && digits.points >= kLeastCountdownPoints &&
+          rows.panel >= LeastPanel())
+        break;
     }
-    return Arrange(rows, points);
+    return Arrange(rows, digits);
   }
 
  private:
+  double LeastDigits() const {
+    if (news_) return kDigitsOfMove * 0.97;
+    if (input_.tables <= 0) return kLeastDigits;
+    return input_.tables <= kOneRow * input_.height ? kLeastDigitsAboveRow : kLeastDigitsAboveRows;
+  }
+  /// Above tables the message has one line, and leaves more.
+  double MostDigitsOfMove() const {
+    return input_.height * (input_.tables > 0 ? kDigitsOfMoveAboveTables : kDigitsOfMove);
+  }
+  /// In a window so low or narrow that nothing is as it should be.
+  double LeastPanel() const { return news_ || input_.tables > 0 ? 0 : 0.4 * area_.height; }
+
+  /// The size at which an element's capitals have this height, pixels.
+  double PointsFor(double capitals, Element element) const {
+    return kProbePoints * capitals /
+           measure_.Digits("0", StyleOf(styles_, element), kProbePoints).height;
+  }
+
   Fitted FitRow(const std::string& text, Element element, double mostPoints,
                 double mostHeight) const {
     return Fit(text, StyleOf(styles_, element), {area_.width, mostHeight, mostPoints}, measure_);
@@ -208,169 +204,165 @@ class Composer {
   }
 
   Rows RowsAt(double scale) const {
+    const WidestTexts& texts = input_.texts;
+    constexpr Element kCaption = Element::RoundInformation;
     Rows rows;
     rows.gap = kGap * area_.height;
-    if (input_.show[kShowTitle]) rows.header = Row(input_.texts.header, Element::Title, scale);
-    if (input_.show[0]) rows.now = Row(input_.texts.now, Element::CurrentTime, scale);
-    if (input_.show[1]) rows.finish = Row(input_.texts.finish, Element::FinishTime, scale);
-    rows.unit = Row(input_.texts.unit, Element::UnitInfo, scale);
-    if (input_.moving) {
-      rows.caption = FitRow(input_.texts.message, Element::RoundInformation, 1e9,
-                            kMoveMessageShare * scale * area_.height);
-    } else if (input_.show[2]) {
-      rows.caption = Row(input_.texts.caption, Element::RoundInformation, scale);
+    if (input_.show[kShowTitle]) rows.header = Row(texts.header, Element::Title, scale);
+    if (input_.show[0]) rows.now = Row(texts.now, Element::CurrentTime, scale);
+    if (input_.show[1]) rows.finish = Row(texts.finish, Element::FinishTime, scale);
+    rows.unit = Row(texts.unit, Element::UnitInfo, scale);
+    if (!texts.large.empty()) {
+      const double capitals = std::max(kLarge * scale, kLeastLarge) * input_.height;
+      rows.large = Fit(texts.large, StyleOf(styles_, kCaption),
+                       {area_.width, area_.height / 3.5,
+                        std::max(PointsFor(capitals, kCaption), kLeastTextPoints), true},
+                       measure_);
     }
-    const double tagPoints =
-        std::max(kTagPoints * scale * input_.height / kReferenceHeight, kLeastTextPoints);
-    rows.tag = FitRow(StateWord(Phase::Round, false, Element::EarlyWarning), Element::TimeUp,
-                      tagPoints, area_.height);
-    double used = 0;
-    for (const Fitted* row : {&rows.header, &rows.now, &rows.caption, &rows.finish, &rows.unit}) {
-      if (row->points > 0) used += row->height + rows.gap;
+    if (!news_ && (input_.show[2] || input_.moving)) {
+      rows.caption =
+          Row(texts.caption, kCaption, texts.large.empty() ? scale : scale * kCaptionBesideLarge);
     }
-    rows.panel = area_.height - used;
+    rows.panel = area_.height - rows.Height();
+    if (input_.tables > 0) rows.panel -= input_.tables + rows.gap;
+    if (!news_) return rows;
+    // The message takes what the count, at its own size, leaves.
+    const double panel =
+        std::min(MostDigitsOfMove() / (1 - 2 * kPanelPadding), std::max(rows.panel * 0.4, 1.0));
+    const double most = PointsFor(kMessage * input_.height, kCaption);
+    rows.caption = Fit(texts.caption, StyleOf(styles_, kCaption),
+                       {area_.width, std::max(rows.panel - panel - rows.gap, 1.0),
+                        std::max(most, kLeastTextPoints), true, 1},
+                       measure_);
+    rows.panel -= rows.caption.height + rows.gap;
     return rows;
   }
 
-  double DigitRoom(const Rows& rows) const {
-    return rows.panel * (1 - 2 * kPanelPadding) - rows.tag.height;
+  /// Each word of "EARLY WARNING" on a line of its own, at a size that holds in all four fonts.
+  Fitted FitTag() const {
+    Fitted tag{1e9, 2, 0};
+    for (const Element element : kCountdowns) {
+      tag.points = std::min(tag.points, PointsFor(kTag * input_.height, element));
+    }
+    tag.points = std::max(tag.points, kLeastTextPoints);
+    for (const Element element : kCountdowns) {
+      const double height = measure_.Line("X", Bold(element), tag.points).height;
+      tag.height = std::max(tag.height, 2 * height);
+    }
+    return tag;
+  }
+  ElementStyle Bold(Element element) const {
+    ElementStyle style = StyleOf(styles_, element);
+    style.Bold = true;
+    return style;
+  }
+  double TagWidth(const std::string& text) const {
+    double width = 0;
+    for (const Element element : kCountdowns) {
+      width = std::max(width, measure_.Line(text, Bold(element), tag_.points).width);
+    }
+    return width + tag_.height / 2 * kTagInset * 2;
   }
 
-  double DigitPoints(const Rows& rows) const {
-    return FitDigits(input_.texts.countdown, styles_, area_.width * 0.97, DigitRoom(rows),
-                     measure_);
+  /// The size at which a countdown is so wide, or digits so high, in none of the four fonts more.
+  double FitWidth(const std::string& text, double width) const {
+    double points = 1e9;
+    for (const Element element : kCountdowns) {
+      const double wide = measure_.Digits(text, StyleOf(styles_, element), kProbePoints).width;
+      points = std::min(points, kProbePoints * 0.985 * std::max(width, 1.0) / wide);
+    }
+    return points;
+  }
+  double FitHeight(double height) const {
+    double points = 1e9;
+    for (const Element element : kCountdowns) points = std::min(points, PointsFor(height, element));
+    return points;
+  }
+
+  Digits DigitsIn(double panel) const {
+    const double most = news_ ? MostDigitsOfMove() : input_.height;
+    const double width = area_.width * 0.97;
+    const auto fit = [&](double tagHeight, double mostPoints) {
+      const double room = std::max(panel * (1 - 2 * kPanelPadding) - tagHeight, 1.0);
+      const double byWidth = std::min(FitWidth(input_.texts.countdown, width), mostPoints);
+      Digits digits{std::min(byWidth, FitHeight(std::min(room, most))), 0, tagHeight, false};
+      digits.fillWidth = digits.points >= FitWidth(input_.texts.countdown, width);
+      digits.height = DigitHeight(digits.points);
+      return digits;
+    };
+    // Beside the tag they may be less wide, and below it less high.
+    const Digits below = fit(tag_.height / 2, 1e9);
+    const double free = area_.width - 2 * TagWidth("WARNING");
+    const Digits beside = fit(0, FitWidth(input_.texts.tagged, free));
+    return beside.points >= below.points ? beside : below;
+  }
+
+  double DigitHeight(double points) const {
+    return measure_.Digits("0", StyleOf(styles_, Element::TimeRemaining), points).height;
   }
 
   /// A row across the whole width; texts are centred in it.
   TextPlace Put(const Fitted& row, double& y, double gap) const {
     if (row.points == 0) return {};
-    const TextPlace placed{{area_.x, y, area_.width, row.height}, row.points, row.lines};
+    const TextPlace placed{
+        {area_.x, y, area_.width, row.height}, row.points, row.lines, row.capitals};
     y += row.height + gap;
     return placed;
   }
 
-  Layout Arrange(const Rows& rows, double points) const {
+  Layout Arrange(const Rows& rows, const Digits& digits) const {
     Layout layout;
-    const double digits =
-        measure_.Digits(input_.texts.countdown, StyleOf(styles_, Element::TimeRemaining), points)
-            .height;
     // In a window that is high for its width the panel hugs the digits, and the rows spread.
-    const double snug = std::min(rows.panel, digits * 1.3 + rows.tag.height * 2);
-    const int gaps = 6;
-    const double gap = rows.gap + (rows.panel - snug) / gaps;
-    double y = area_.y + (rows.panel - snug) / gaps;
-    layout.header = Put(rows.header, y, rows.header.points > 0 ? rows.gap : 0);
+    const double snug =
+        std::min(rows.panel, (digits.height + digits.tagHeight) / (1 - 2 * kPanelPadding));
+    const double spread = (rows.panel - snug) / (rows.Count() + (input_.tables > 0 ? 3 : 2));
+    const double gap = rows.gap + spread;
+    double y = area_.y + spread;
+    layout.header = Put(rows.header, y, rows.gap);
     layout.now = Put(rows.now, y, gap);
     layout.panel = {area_.x, y, area_.width, snug};
-    layout.tag = {{area_.x + rows.tag.height * 0.5, y + snug * kPanelPadding,
-                   area_.width - rows.tag.height, rows.tag.height},
-                  rows.tag.points,
-                  1};
-    const double top = layout.tag.place.Bottom();
-    layout.countdown = {
-        {area_.x, top, area_.width, y + snug * (1 - kPanelPadding) - top}, points, 1};
+    PlaceTag(digits, layout);
     y += snug + gap;
+    layout.large = Put(rows.large, y, gap);
     layout.caption = Put(rows.caption, y, gap);
     layout.finish = Put(rows.finish, y, gap);
     layout.unit = Put(rows.unit, y, gap);
+    layout.tables = {area_.x, area_.Bottom() - input_.tables, area_.width, input_.tables};
     return layout;
+  }
+
+  /// The tag in the panel's left upper corner; the digits in the middle of what they have.
+  void PlaceTag(const Digits& digits, Layout& layout) const {
+    const Place& panel = layout.panel;
+    const double line = tag_.height / 2;
+    const double inset = line * kTagInset;
+    const bool beside = digits.tagHeight == 0;
+    layout.tag = {{panel.x + inset, panel.y + (beside ? inset : panel.height * kPanelPadding / 2),
+                   beside ? TagWidth("WARNING") - inset : panel.width - 2 * inset,
+                   std::min(beside ? 2 * line : line, panel.height)},
+                  tag_.points,
+                  beside ? 2 : 1};
+    const double top = beside ? panel.y : layout.tag.place.Bottom();
+    layout.countdown = {{panel.x, top, panel.width, panel.Bottom() - top}, digits.points, 1};
   }
 
   const LayoutInput& input_;
   const ElementStyles& styles_;
   const TextMeasure& measure_;
+  bool news_ = false;  // the move message is what matters
+  Fitted tag_;
   Place area_;
 };
 
-/// Takes off the last character, of one byte or of several.
-void PopCharacter(std::string& text) {
-  const auto continues = [](char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-  };
-  while (!text.empty() && continues(text.back())) text.pop_back();
-  if (!text.empty()) text.pop_back();
-}
-
-std::string Elided(std::string text, double width, const ElementStyle& style, double points,
-                   const TextMeasure& measure) {
-  if (measure.Line(text, style, points).width <= width) return text;
-  const std::string ellipsis = "…";
-  while (!text.empty() && measure.Line(text + ellipsis, style, points).width > width) {
-    PopCharacter(text);
-  }
-  return text + ellipsis;
-}
-
 }  // namespace
+
+double MarginOf(double width, double height) {
+  return std::max(kMarginTwips / kTwipsPerPixel / 2, 0.03 * std::min(width, height));
+}
 
 Layout LayOut(const LayoutInput& input, const ElementStyles& styles, const TextMeasure& measure) {
   const Remembering remembering(measure);
   return Composer(input, styles, remembering).Compose();
-}
-
-std::vector<std::string> BreakLines(const std::string& text, int lines, double width,
-                                    const ElementStyle& style, double points,
-                                    const TextMeasure& measure) {
-  const std::vector<std::string> words = Words(text);
-  if (words.empty()) return {};
-  // As few lines as the width allows: a short text keeps to one.
-  std::vector<std::string> broken;
-  for (int count = 1; count <= lines; ++count) {
-    broken = Balance(words, count, style, points, measure);
-    if (WidestLine(broken, style, points, measure) <= width) return broken;
-  }
-  broken = Fill(words, width, style, points, measure);
-  while (static_cast<int>(broken.size()) > lines) {
-    broken[broken.size() - 2] += ' ' + broken.back();
-    broken.pop_back();
-  }
-  for (std::string& line : broken) line = Elided(line, width, style, points, measure);
-  return broken;
-}
-
-WidestTexts WidestTextsOf(const Session& session, double secondsLeft) {
-  const SessionSettings& s = session.settings;
-  const TimeForm form = session.options.Form();
-  const ClockTime widestTime = ClockTime::At(22, 58);
-  WidestTexts texts;
-  if (session.options.Show[kShowTitle]) texts.header = ShownTitle(s.Header);
-  texts.now = TimeText(widestTime, form);
-  const double longest = std::max({s.MinPerRound * 60.0, s.MinBetweenRounds * 60.0,
-                                   s.optBreak ? s.TimeForBreak * 60.0 : 0.0, secondsLeft});
-  const double shown = ShownSeconds(longest, CountdownStep(session.options.TimeChange));
-  // All digits take the same room, so only their number counts.
-  texts.countdown =
-      std::string(std::to_string(std::lround(std::floor(shown / 60))).size(), '8') + ":00";
-  texts.caption = s.nRounds < 100 ? RoundCaption(22, 28) : RoundCaption(222, 228);
-  for (int round = 1; round < std::min<int>(s.nRounds, 100); ++round) {
-    const std::string message = MoveMessage(s, round);
-    if (message.size() > texts.message.size()) texts.message = message;
-  }
-  texts.finish = FinishLine(widestTime, form);
-  if (s.optBreak) {
-    texts.finish =
-        FinishAndBreak(texts.finish, BreakLine({widestTime, widestTime, widestTime}, form));
-  }
-  return texts;
-}
-
-std::string FinishAndBreak(const std::string& finish, const std::string& breakLine) {
-  return breakLine.empty() ? finish : finish + " · " + breakLine;
-}
-
-std::string StateWord(Phase phase, bool paused, Element countdownStyle) {
-  if (paused) return "PAUSED";
-  if (phase == Phase::Break) return "BREAK";
-  switch (countdownStyle) {
-    case Element::EarlyWarning:
-      return "EARLY WARNING";
-    case Element::LastWarning:
-      return "LAST WARNING";
-    case Element::TimeUp:
-      return "TIME UP";
-    default:
-      return {};
-  }
 }
 
 }  // namespace corvanel

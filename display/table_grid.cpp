@@ -6,8 +6,19 @@
 namespace corvanel {
 namespace {
 
-constexpr double kWidestCell = 1.7;  // width of a cell for its height
-constexpr size_t kSectionRows = 10;  // more sections than this do not begin a row each
+// Shares of the window's height.
+constexpr double kTallestCell = 0.105;
+constexpr double kAllCells = 0.21;
+constexpr double kLists = 0.2;
+constexpr double kTallestNumber = 0.075;
+
+constexpr double kWidestCell = 2.2;     // width of a cell for its height
+constexpr double kNarrowestCell = 1.1;  // the same, below which its texts shrink
+constexpr double kNumber = 1.35;        // width of a number's place in a list for its height
+constexpr double kMoreRowsPay = 1.2;    // a further row must let the cells grow by this
+constexpr size_t kSectionRows = 10;     // more sections than this do not begin a row each
+constexpr double kInBox = 0.62;         // of a box's height, for its rows
+constexpr double kBoxGap = 0.012;       // between boxes, of the width
 
 /// A way of placing: so many columns, and the rows that come of it.
 struct Shape {
@@ -16,75 +27,137 @@ struct Shape {
   bool rowPerSection = false;
 };
 
-size_t Slots(size_t tables, bool letter) {
-  return tables + (letter ? 1 : 0);
+size_t DividedUp(size_t count, size_t by) {
+  return (count + by - 1) / by;
 }
 
-size_t RowsFor(const std::vector<size_t>& tables, size_t columns, bool letters, bool perSection) {
+/// Everything one after the other, in so many rows; or each section from a row of its own.
+Shape ShapeOf(const std::vector<size_t>& tables, size_t columns, bool perSection) {
+  const size_t letter = tables.size() > 1 ? 1 : 0;
+  size_t slots = 0;
   size_t rows = 0;
-  size_t all = 0;
   for (const size_t count : tables) {
+    slots += count + letter;
     // The letter stands before the first row; further rows keep its column free.
-    const size_t inRow = std::max<size_t>(columns - (letters ? 1 : 0), 1);
-    rows += (count + inRow - 1) / inRow;
-    all += Slots(count, letters);
+    rows += DividedUp(count, std::max<size_t>(columns - letter, 1));
   }
-  return std::max<size_t>(perSection ? rows : (all + columns - 1) / columns, 1);
+  return {columns, perSection ? rows : DividedUp(slots, columns), perSection};
 }
 
-double CellHeight(const Shape& shape, double width, double height) {
-  return std::min(height / static_cast<double>(shape.rows),
-                  width / static_cast<double>(shape.columns) / kWidestCell * 1.35);
+double CellHeight(const Shape& shape, double width, double windowHeight) {
+  return std::min({kTallestCell * windowHeight,
+                   kAllCells * windowHeight / static_cast<double>(shape.rows),
+                   width / static_cast<double>(shape.columns) / kNarrowestCell});
+}
+
+/// The shape with the largest cells, of fewer rows where that is nearly as good.
+Shape BestShape(const std::vector<size_t>& tables, double width, double windowHeight) {
+  size_t slots = tables.size() > 1 ? tables.size() : 0;
+  for (const size_t count : tables) slots += count;
+  const bool perSection = tables.size() > 1 && tables.size() <= kSectionRows;
+  Shape best{slots, 1, false};
+  for (size_t columns = slots; columns >= (tables.size() > 1 ? 2U : 1U); --columns) {
+    const Shape shape = ShapeOf(tables, columns, perSection);
+    if (CellHeight(shape, width, windowHeight) >
+        CellHeight(best, width, windowHeight) * (shape.rows > best.rows ? kMoreRowsPay : 1)) {
+      best = shape;
+    }
+  }
+  return best;
 }
 
 }  // namespace
 
-double GridShare(size_t tables) {
-  constexpr double kFewest = 0.15;
-  constexpr double kMost = 0.4;
-  return std::clamp(0.09 + 0.022 * std::sqrt(static_cast<double>(tables)) * 1.4, kFewest, kMost);
+std::vector<SectionCells> ShownTables(const std::vector<SectionCells>& sections) {
+  size_t all = 0;
+  for (const SectionCells& section : sections) all += section.cells.size();
+  if (all <= kMostCells) return sections;
+  std::vector<SectionCells> shown;
+  for (SectionCells section : sections) {
+    std::erase_if(section.cells, [](const TableCell& cell) {
+      return cell.state == TableState::Finished || cell.state == TableState::NotPlaying;
+    });
+    if (!section.cells.empty()) shown.push_back(std::move(section));
+  }
+  return shown;
 }
 
-TableGrid LayOutTables(const std::vector<size_t>& tables, double width, double height) {
-  const bool letters = tables.size() > 1;
-  size_t all = 0;
-  for (const size_t count : tables) all += Slots(count, letters);
+TableGrid LayOutTables(const std::vector<size_t>& tables, double width, double windowHeight) {
   TableGrid grid;
-  if (all == 0) return grid;
-  const bool perSection = letters && tables.size() <= kSectionRows;
-  Shape best;
-  for (size_t columns = letters ? 2 : 1; columns <= std::max<size_t>(all, 2); ++columns) {
-    const Shape shape{columns, RowsFor(tables, columns, letters, perSection), perSection};
-    if (columns == (letters ? 2U : 1U) ||
-        CellHeight(shape, width, height) > CellHeight(best, width, height)) {
-      best = shape;
-    }
-  }
-  const double cellHeight = CellHeight(best, width, height);
+  if (tables.empty()) return grid;
+  const bool letters = tables.size() > 1;
+  const Shape best = BestShape(tables, width, windowHeight);
+  const double cellHeight = CellHeight(best, width, windowHeight);
   const double cellWidth =
       std::min(width / static_cast<double>(best.columns), cellHeight * kWidestCell);
+  grid.height = cellHeight * static_cast<double>(best.rows);
   const double left = (width - cellWidth * static_cast<double>(best.columns)) / 2;
-  const double top = (height - cellHeight * static_cast<double>(best.rows)) / 2;
-  const auto slot = [&](size_t row, size_t column) {
-    return Place{left + cellWidth * static_cast<double>(column),
-                 top + cellHeight * static_cast<double>(row), cellWidth, cellHeight};
-  };
   size_t row = 0;
   size_t column = 0;
   const auto next = [&] {
     if (column == best.columns) {
       ++row;
-      column = perSection ? 1 : 0;
+      column = best.rowPerSection ? 1 : 0;
     }
-    return slot(row, column++);
+    return Place{left + cellWidth * static_cast<double>(column++),
+                 cellHeight * static_cast<double>(row), cellWidth, cellHeight};
   };
   for (const size_t count : tables) {
     if (letters) grid.letters.push_back(next());
     auto& cells = grid.cells.emplace_back();
     for (size_t i = 0; i < count; ++i) cells.push_back(next());
-    if (perSection) {
+    if (best.rowPerSection) {
       ++row;
       column = 0;
+    }
+  }
+  return grid;
+}
+
+TableGrid LayOutLists(const std::vector<size_t>& tables, double width, double windowHeight) {
+  TableGrid grid;
+  if (tables.empty()) return grid;
+  grid.height = kLists * windowHeight;
+  const size_t letter = tables.size() > 1 ? 1 : 0;
+  const size_t most = *std::max_element(tables.begin(), tables.end());
+  const double gap = kBoxGap * width;
+  struct Lists {
+    size_t across = 1;  // boxes
+    size_t columns = 1;
+    double number = 0;  // height
+  } best;
+  const auto box = [&](size_t across) {
+    const auto down = static_cast<double>(DividedUp(tables.size(), across));
+    const auto beside = static_cast<double>(across);
+    return Place{0, 0, (width - gap * (beside - 1)) / beside,
+                 (grid.height - gap * (down - 1)) / down};
+  };
+  for (size_t across = 1; across <= tables.size(); ++across) {
+    for (size_t columns = 1; columns <= most; ++columns) {
+      const Place one = box(across);
+      const double number =
+          std::min({kTallestNumber * windowHeight,
+                    one.height * kInBox / static_cast<double>(DividedUp(most, columns)),
+                    (one.width - gap) / static_cast<double>(columns + letter) / kNumber});
+      if (number > best.number) best = {across, columns, number};
+    }
+  }
+  const Place one = box(best.across);
+  const double slot = best.number * kNumber;
+  for (size_t s = 0; s < tables.size(); ++s) {
+    const double x = (one.width + gap) * static_cast<double>(s % best.across);
+    const double y = (one.height + gap) * static_cast<double>(s / best.across);
+    grid.boxes.push_back({x, y, one.width, one.height});
+    const auto rows = static_cast<double>(DividedUp(tables[s], best.columns));
+    const double top = y + (one.height - rows * best.number) / 2;
+    const auto place = [&](size_t column, size_t row) {
+      return Place{x + gap / 2 + slot * static_cast<double>(column),
+                   top + best.number * static_cast<double>(row), slot, best.number};
+    };
+    if (letter > 0) grid.letters.push_back(place(0, 0));
+    auto& cells = grid.cells.emplace_back();
+    for (size_t i = 0; i < tables[s]; ++i) {
+      cells.push_back(place(letter + i % best.columns, i / best.columns));
     }
   }
   return grid;

@@ -68,6 +68,14 @@ std::vector<std::string> RoundProgress::PlayingLabels() const {
   return labels;
 }
 
+std::string RoundProgress::Waiting() const {
+  const auto playing = PlayingLabels();
+  if (playing.empty()) return {};
+  if (playing.size() > kPlayingListed) return fmt::format("WAITING FOR {} TABLES", playing.size());
+  return fmt::format("WAITING FOR TABLE{} {}", playing.size() == 1 ? "" : "S",
+                     fmt::join(playing, " "));
+}
+
 bool RoundProgress::AllFinished() const {
   bool finished = false;
   for (const TableProgress& table : tables) {

@@ -180,6 +180,7 @@ void ProgressMonitor::Show(const RoundProgress& progress) {
   face.lines = progress.texts;
   if (!progress.tables.empty()) face.sections = GridOf(parts_.link.Model(), progress, Input());
   face.info = Info(progress);
+  if (parts_.clock.State().autoPaused) face.waiting = progress.Waiting();
   if (face == face_) return;
   face_ = face;
   parts_.listener.ShowTables(face_);

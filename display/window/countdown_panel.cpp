@@ -62,11 +62,20 @@ void CountdownPanel::SetStyle(const ElementStyle& style, Colour background) {
   TakeFont();
 }
 
+QFont CountdownPanel::WordFont() const {
+  ElementStyle bold = style_;
+  bold.Bold = true;
+  return FontOf(bold, tag_.points);
+}
+
 void CountdownPanel::TakeFont() {
   font_ = FontOf(style_, std::max(place_.points, 1.0));
   digitCell_ = CellWidth(QLatin1Char('0'), font_);
   colonCell_ = CellWidth(QLatin1Char(':'), font_);
   digitHeight_ = DigitHeight(font_);
+  // Fonts set the colon on the line, for words; between digits it belongs at their middle.
+  const QRectF colon = QFontMetricsF(font_).tightBoundingRect(":");
+  colonLift_ = digitHeight_ / 2 + colon.center().y();
   update();
 }
 
@@ -81,7 +90,9 @@ double CountdownPanel::CountdownWidth(const std::string& text) const {
 QRectF CountdownPanel::CellOf(size_t index) const {
   const double left = place_.place.x + (place_.place.width - CountdownWidth(countdown_)) / 2 +
                       CountdownWidth(countdown_.substr(0, index));
-  const double top = place_.place.y + (place_.place.height - digitHeight_) / 2;
+  // The room for a word above them serves them too while there is none.
+  const double top = stateWord_.empty() ? (height() - digitHeight_) / 2
+                                        : place_.place.y + (place_.place.height - digitHeight_) / 2;
   return {left, top, CountdownWidth(countdown_.substr(index, 1)), digitHeight_};
 }
 
@@ -98,11 +109,11 @@ void CountdownPanel::paintEvent(QPaintEvent* event) {
   }
   painter.setPen(ColourOf(style_.Forecolour));
   if (!stateWord_.empty() && event->rect().intersects(Pixels(tag_.place))) {
-    ElementStyle tagStyle = style_;
-    tagStyle.Bold = true;
-    painter.setFont(FontOf(tagStyle, tag_.points));
+    painter.setFont(WordFont());
+    QString word = QString::fromStdString(stateWord_);
+    if (tag_.lines > 1) word.replace(' ', '\n');
     painter.drawText(QRectF(tag_.place.x, tag_.place.y, tag_.place.width, tag_.place.height),
-                     Qt::AlignLeft | Qt::AlignVCenter, QString::fromStdString(stateWord_));
+                     Qt::AlignLeft | Qt::AlignTop, word);
   }
   painter.setFont(font_);
   painter.setBrush(ColourOf(style_.Forecolour));
@@ -111,7 +122,8 @@ void CountdownPanel::paintEvent(QPaintEvent* event) {
     if (!event->rect().intersects(cell.toAlignedRect())) continue;
     const QChar character = QLatin1Char(countdown_[i]);
     const double inset = (cell.width() - QFontMetricsF(font_).horizontalAdvance(character)) / 2;
-    painter.drawText(QPointF(cell.left() + inset, cell.bottom()), character);
+    const double lift = character == ':' ? colonLift_ : 0;
+    painter.drawText(QPointF(cell.left() + inset, cell.bottom() - lift), character);
   }
 }
 

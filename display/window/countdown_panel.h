@@ -3,6 +3,7 @@
 #include <QWidget>
 
 #include "display/layout.h"
+#include "display/window/text_measure.h"
 
 namespace corvanel {
 
@@ -23,11 +24,14 @@ class CountdownPanel : public QWidget {
   QRect DigitsPlace() const;
   /// Of the widest countdown that the layout was made for, "88:88", pixels.
   QSizeF DigitsSize() const { return {CountdownWidth("88:88"), digitHeight_}; }
+  /// The height of the capitals of the word, pixels.
+  double WordCapitals() const { return DigitHeight(WordFont()); }
 
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  QFont WordFont() const;
   void TakeFont();
   QRectF CellOf(size_t index) const;
   double CountdownWidth(const std::string& text) const;
@@ -42,6 +46,7 @@ class CountdownPanel : public QWidget {
   double digitCell_ = 0;  // width of a digit's cell, and of the colon's
   double colonCell_ = 0;
   double digitHeight_ = 0;
+  double colonLift_ = 0;  // pixels above where the font has it
   Colour background_;
 };
 

@@ -5,6 +5,8 @@
 #include <QScreen>
 #include <cmath>
 
+#include "display/contrast.h"
+#include "display/state_words.h"
 #include "display/window/command_bar.h"
 #include "display/window/countdown_panel.h"
 #include "display/window/progress_frame.h"
@@ -15,8 +17,10 @@
 namespace corvanel {
 namespace {
 
-constexpr int kWindowSettles = 300;  // milliseconds
-constexpr int kResizeSettles = 60;   // milliseconds
+constexpr int kWindowSettles = 300;    // milliseconds
+constexpr int kResizeSettles = 60;     // milliseconds
+constexpr double kPausedShare = 0.45;  // of the digits' colour
+constexpr double kLargeTextContrast = 3;
 
 }  // namespace
 
@@ -30,6 +34,7 @@ DisplayWindow::DisplayWindow(const Session& session, DisplayCommands& commands,
       lblMin_(new CountdownPanel("lblMin", this)),
       lblInfo_(new TextRow("lblInfo", this)),
       moveLine_(lblInfo_),
+      lblState_(new TextRow("lblState", this)),
       lblEnd_(new TextRow("lblEnd", this)),
       lblBridgemate_(new TextRow("lblBridgemate", this)),
       fraProgress_(new ProgressFrame(this)),
@@ -48,7 +53,12 @@ DisplayWindow::DisplayWindow(const Session& session, DisplayCommands& commands,
     if (!isVisible()) return;
     const QScreen* wanted = QGuiApplication::screenAt(normalPlace_.center());
     emit Landed(wanted == nullptr || wanted == screen());
-    if (!fullScreen_) return;
+    if (!fullScreen_) {
+      // A title bar above the screen could not be taken hold of.
+      const int above = screen()->availableGeometry().top() - frameGeometry().top();
+      if (above > 0) move(x(), frameGeometry().top() + above);
+      return;
+    }
     // Some window managers take the state back, and without one nobody fits a window to its screen.
     if (!isFullScreen()) setWindowState(windowState() | Qt::WindowFullScreen);
     const QRect room = (wanted == nullptr ? screen() : wanted)->geometry();
@@ -75,16 +85,24 @@ Colour DisplayWindow::Background() const {
 }
 
 LayoutInput DisplayWindow::Input() const {
+  const Options& options = session_.options;
   LayoutInput input;
   input.width = width() - room_;
   input.height = height() - FootHeight();
-  input.height -= fraProgress_->HeightIn(input.height);
+  const double tablesWidth = input.width - 2 * MarginOf(input.width, input.height);
+  input.tables = fraProgress_->TablesHeightIn(tablesWidth, input.height);
   input.moving = face_.phase == Phase::Move;
   input.texts = WidestTextsOf(session_, face_.secondsLeft);
-  input.show = session_.options.Show;
-  if (!tables_.info.empty() && ShowsUnits() && session_.options.BMShowInfo) {
-    // In the widest form that it can take, so that nothing jumps while numbers grow.
-    input.texts.unit = session_.options.TableTopUnit + ": 88 of 88 tables finished";
+  input.texts.large = StateWordsOf(face_, Waiting(), options.Form()).large;
+  if (face_.phase == Phase::Move) input.texts.caption = face_.message;
+  if (face_.phase == Phase::Ended) input.texts.caption.clear();
+  input.show = options.Show;
+  // In the widest form that they can take, so that nothing jumps while numbers change.
+  if (!ProgressLine().empty()) {
+    input.texts.unit =
+        "Last board not started at tables 28 28 28 · Tables 28 28 28 28 still playing";
+  } else if (!UnitLine().empty()) {
+    input.texts.unit = options.TableTopUnit + ": 88 of 88 tables finished";
   }
   return input;
 }
@@ -94,25 +112,50 @@ bool DisplayWindow::ShowsUnits() const {
   return !session_.options.BMControl || Kind() == DisplayKind::Twin;
 }
 
+/// Whom an automatic pause waits for, as far as this window tells it.
+std::string DisplayWindow::Waiting() const {
+  return ShowsUnits() && session_.options.BMShowProgress ? tables_.waiting : std::string();
+}
+
+/// Who still plays; empty where the state itself says so.
+std::string DisplayWindow::ProgressLine() const {
+  if (!ShowsUnits() || !session_.options.BMShowProgress) return {};
+  if (face_.paused && !Waiting().empty()) return {};
+  std::string line;
+  for (const std::string& part : tables_.lines) line += (line.empty() ? "" : " · ") + part;
+  return line;
+}
+
+/// What the units say, where the line above does not say it already.
+std::string DisplayWindow::UnitLine() const {
+  if (!ShowsUnits() || !session_.options.BMShowInfo || !ProgressLine().empty()) return {};
+  return face_.paused && !Waiting().empty() ? std::string() : tables_.info;
+}
+
 void DisplayWindow::FillProgress() {
-  const Options& options = session_.options;
-  fraProgress_->Show(tables_, ShowsUnits() && options.BMShowProgress,
-                     ShowsUnits() && options.BMShowTables,
-                     session_.elements[static_cast<size_t>(Element::UnitInfo)]);
+  const bool grid = ShowsUnits() && session_.options.BMShowTables;
+  fraProgress_->Show(ProgressLine(), grid ? tables_.sections : std::vector<SectionCells>());
+  lblBridgemate_->SetText(UnitLine());
 }
 
 void DisplayWindow::ShowTables(const ProgressFace& tables) {
   tables_ = tables;
+  if (!isVisible()) return;
   FillProgress();
-  lblBridgemate_->SetText(tables_.info);
-  if (isVisible() && Input() != placed_) Rearrange();
+  if (Input() != placed_) {
+    Rearrange();
+  } else {
+    PlaceProgress();
+  }
 }
 
 void DisplayWindow::ShowFace(const ClockFace& face) {
+  const bool other = face.paused != face_.paused || face.phase != face_.phase;
   face_ = face;
   fraCommand_->ShowPaused(face.paused);
   fraCommand_->ShowUndo(QString::fromStdString(face.undo));
   if (!isVisible()) return;
+  if (other) FillProgress();
   if (!timResize_.isActive() && Input() != placed_) PlaceElements();
   ShowTexts();
 }
@@ -149,26 +192,23 @@ void DisplayWindow::Rearrange() {
 void DisplayWindow::PlaceElements() {
   placed_ = Input();
   const ElementStyles& styles = session_.elements;
-  const Layout layout = LayOut(placed_, styles, QtTextMeasure());
+  layout_ = LayOut(placed_, styles, QtTextMeasure());
   const auto style = [&](Element element) { return styles[static_cast<size_t>(element)]; };
   QPalette colours = palette();
   colours.setColor(QPalette::Window, ColourOf(Background()));
   setPalette(colours);
-  lblHeader_->SetPlace(layout.header, style(Element::Title), Background());
-  lblNow_->SetPlace(layout.now, style(Element::CurrentTime), Background());
-  lblMin_->SetPlace(layout);
+  lblHeader_->SetPlace(layout_.header, style(Element::Title), Background());
+  lblNow_->SetPlace(layout_.now, style(Element::CurrentTime), Background());
+  lblMin_->SetPlace(layout_);
   lblMin_->setVisible(placed_.show[3]);
+  lblState_->SetPlace(layout_.large, style(Element::RoundInformation), Background());
   TextRow* line = placed_.moving ? moveLine_ : lblInfo_;
   for (TextRow* row : {lblInfo_, moveLine_}) {
-    row->SetPlace(row == line ? layout.caption : TextPlace{}, style(Element::RoundInformation),
+    row->SetPlace(row == line ? layout_.caption : TextPlace{}, style(Element::RoundInformation),
                   Background());
   }
-  lblEnd_->SetPlace(layout.finish, style(Element::FinishTime), Background());
-  lblBridgemate_->SetPlace(layout.unit, style(Element::UnitInfo), Background());
-  const int progressTop = static_cast<int>(std::ceil(placed_.height));
-  fraProgress_->SetPlace(
-      QRect(0, progressTop, width() - room_, height() - FootHeight() - progressTop), Background(),
-      height() - FootHeight());
+  lblEnd_->SetPlace(layout_.finish, style(Element::FinishTime), Background());
+  PlaceProgress();
   // While it is shown it moves with the window alone: a line that comes or goes at the foot must
   // not put another button under the director's pointer.
   if (fraCommand_->isHidden() || barIn_ != size()) PlaceCommandBar();
@@ -176,10 +216,24 @@ void DisplayWindow::PlaceElements() {
   PlaceFoot();
 }
 
+/// The one line about the tables, and their grid.
+void DisplayWindow::PlaceProgress() {
+  const ElementStyle& style = session_.elements[static_cast<size_t>(Element::UnitInfo)];
+  lblBridgemate_->SetPlace(UnitLine().empty() ? TextPlace{} : layout_.unit, style, Background());
+  fraProgress_->SetPlace(layout_, style, Background(), placed_.height);
+}
+
 void DisplayWindow::ShowTexts() {
   lblHeader_->SetText(ShownTitle(session_.settings.Header));
-  lblMin_->SetStyle(session_.elements[static_cast<size_t>(face_.countdownStyle)], Background());
-  lblMin_->SetTexts(face_.countdown, StateWord(face_.phase, face_.paused, face_.countdownStyle));
+  const StateWords words = StateWordsOf(face_, Waiting(), session_.options.Form());
+  ElementStyle countdown = session_.elements[static_cast<size_t>(face_.countdownStyle)];
+  if (face_.paused) {
+    countdown.Forecolour =
+        Receding(countdown.Forecolour, countdown.Backcolour, kPausedShare, kLargeTextContrast);
+  }
+  lblMin_->SetStyle(countdown, Background());
+  lblMin_->SetTexts(face_.countdown, words.tag);
+  lblState_->SetText(words.large);
   lblInfo_->SetText(face_.caption);
   if (face_.phase == Phase::Move) moveLine_->SetText(face_.message);
   lblEnd_->SetText(FinishAndBreak(face_.finish, face_.breakLine));

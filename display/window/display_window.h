@@ -88,8 +88,12 @@ class DisplayWindow : public QWidget, public DisplayForm, public SessionListener
   int VirtualKey(const QKeyEvent& event) const;
   LayoutInput Input() const;
   bool ShowsUnits() const;
+  std::string Waiting() const;
+  std::string ProgressLine() const;
+  std::string UnitLine() const;
   void FillProgress();
   void PlaceElements();
+  void PlaceProgress();
   void ShowTexts();
   void Settle();
   void PlaceCommandBar();
@@ -104,11 +108,13 @@ class DisplayWindow : public QWidget, public DisplayForm, public SessionListener
   QSize barIn_;         // of the window when the command bar was placed
   int room_ = 0;        // pixels kept free at the right edge
   LayoutInput placed_;  // what the present layout was made for
+  Layout layout_;
   TextRow* lblHeader_;
   TextRow* lblNow_;
   CountdownPanel* lblMin_;
   TextRow* lblInfo_;
   TextRow* moveLine_;
+  TextRow* lblState_;
   TextRow* lblEnd_;
   TextRow* lblBridgemate_;
   ProgressFrame* fraProgress_;

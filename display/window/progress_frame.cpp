@@ -3,64 +3,38 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <algorithm>
-#include <cmath>
 
+#include "display/contrast.h"
 #include "display/window/text_measure.h"
-#include "display/window/text_row.h"
 
 namespace corvanel {
 namespace {
 
-constexpr double kLineHeight = 1.75;  // pixels for each point of the text
-constexpr int kLines = 2;
-constexpr double kCellGap = 0.05;  // of a cell's height
+constexpr double kCellGap = 0.06;  // of a cell's height
 constexpr double kLeastCellText = 5;
 
 constexpr QColor kNotPlaying(128, 128, 128);
-constexpr QColor kFinished(0x2E, 0x7D, 0x32);
 constexpr QColor kSlow(0xFF, 0xB3, 0x00);
+
+// How far what is finished recedes, as contrast to the background.
+constexpr double kFaintLine = 1.5;
+constexpr double kFaintText = 5;
 
 QRectF Rect(const Place& place) {
   return {place.x, place.y, place.width, place.height};
 }
 
+void PaintTick(QPainter& painter, const QRectF& place, const QColor& ink) {
+  QPainterPath tick;
+  const double unit = place.height() * 0.5;
+  tick.moveTo(place.center() + QPointF(-unit, -unit * 0.1));
+  tick.lineTo(place.center() + QPointF(-unit * 0.3, unit * 0.5));
+  tick.lineTo(place.center() + QPointF(unit, -unit * 0.7));
+  painter.setPen(QPen(ink, unit * 0.3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.drawPath(tick);
+}
+
 }  // namespace
-
-ProgressLines::ProgressLines(QWidget* parent) : QWidget(parent) {
-  setObjectName("lblProgress");
-  setAttribute(Qt::WA_TransparentForMouseEvents);
-}
-
-void ProgressLines::Show(const std::vector<std::string>& lines) {
-  if (lines == lines_) return;
-  lines_ = lines;
-  QStringList texts;
-  for (const std::string& line : lines_) texts << QString::fromStdString(line);
-  setAccessibleName(texts.join('\n'));
-  update();
-}
-
-void ProgressLines::SetStyle(const ElementStyle& style, double points) {
-  style_ = style;
-  points_ = points;
-  update();
-}
-
-void ProgressLines::paintEvent(QPaintEvent* /*event*/) {
-  QPainter painter(this);
-  painter.setPen(ColourOf(style_.Forecolour));
-  const double height = this->height() / static_cast<double>(kLines);
-  double y = (this->height() - height * static_cast<double>(lines_.size())) / 2;
-  for (const std::string& line : lines_) {
-    const QString text = QString::fromStdString(line);
-    double points = points_;
-    const double wide = QFontMetricsF(FontOf(style_, points)).horizontalAdvance(text);
-    if (wide > width()) points *= 0.98 * width() / wide;
-    painter.setFont(FontOf(style_, points));
-    painter.drawText(QRectF(0, y, width(), height), Qt::AlignCenter, text);
-    y += height;
-  }
-}
 
 TableGridView::TableGridView(QWidget* parent) : QWidget(parent) {
   setObjectName("lblTable");
@@ -68,43 +42,57 @@ TableGridView::TableGridView(QWidget* parent) : QWidget(parent) {
 }
 
 void TableGridView::Show(const std::vector<SectionCells>& sections) {
-  if (sections == sections_) return;
-  sections_ = sections;
+  size_t all = 0;
+  for (const SectionCells& section : sections) all += section.cells.size();
+  std::vector<SectionCells> shown = ShownTables(sections);
+  if (shown == sections_ && listed_ == (all > kMostCells)) return;
+  listed_ = all > kMostCells;
+  sections_ = std::move(shown);
   update();
 }
 
-void TableGridView::SetStyle(const ElementStyle& style) {
+void TableGridView::SetStyle(const ElementStyle& style, Colour background, double width,
+                             double windowHeight) {
   style_ = style;
+  background_ = background;
+  width_ = width;
+  windowHeight_ = windowHeight;
   update();
 }
 
-void TableGridView::PaintText(QPainter& painter, const QString& text, const QRectF& place) const {
+QColor TableGridView::Ink() const {
+  return ColourOf(Contrast(background_));
+}
+
+QColor TableGridView::Receding(double share, double contrast) const {
+  return ColourOf(corvanel::Receding(Contrast(background_), background_, share, contrast));
+}
+
+void TableGridView::PaintText(QPainter& painter, const QString& text, const QRectF& place,
+                              Qt::Alignment alignment) const {
   const double probe = 100;
   const QFontMetricsF metrics(FontOf(style_, probe));
   const double points = std::min(probe * place.height() / metrics.height(),
                                  probe * place.width() / metrics.horizontalAdvance(text));
   painter.setFont(FontOf(style_, std::max(points, 1.0)));
-  painter.drawText(place, Qt::AlignCenter | Qt::TextDontClip, text);
+  painter.drawText(place, static_cast<int>(alignment) | Qt::TextDontClip, text);
 }
 
 void TableGridView::PaintCell(QPainter& painter, const TableCell& cell, const QRectF& place) const {
   const double gap = std::max(kCellGap * place.height(), 1.0);
   const QRectF box = place.adjusted(gap, gap, -gap, -gap);
-  const double line = std::max(box.height() * 0.04, 1.0);
-  const double round = box.height() * 0.16;
-  QColor ink = ColourOf(style_.Forecolour);
-  QPen outline(ink, line);
+  const double line = std::max(box.height() * 0.015, 1.0);
+  const double round = box.height() * 0.1;
+  QColor ink = Ink();
+  QPen outline(ink, line * 3);
   QBrush fill = Qt::NoBrush;
   switch (cell.state) {
     case TableState::Finished:
-      fill = kFinished;
-      outline = Qt::NoPen;
-      ink = Qt::white;
+      ink = Receding(0, kFaintText);
+      outline = QPen(Receding(0, kFaintLine), line);
       break;
     case TableState::Playing:
-      break;
     case TableState::LastBoard:
-      outline.setWidthF(line * 2.5);
       break;
     case TableState::Slow:
       fill = kSlow;
@@ -113,7 +101,7 @@ void TableGridView::PaintCell(QPainter& painter, const TableCell& cell, const QR
       break;
     case TableState::NotPlaying:
       ink = kNotPlaying;
-      outline = Qt::NoPen;
+      outline = QPen(Receding(0, kFaintLine), line, Qt::DotLine);
       break;
     case TableState::Silent:
       outline.setStyle(Qt::DotLine);
@@ -124,34 +112,49 @@ void TableGridView::PaintCell(QPainter& painter, const TableCell& cell, const QR
   painter.drawRoundedRect(box, round, round);
   painter.setPen(ink);
   painter.setBrush(Qt::NoBrush);
-  const QString number = QString::fromStdString(cell.number);
   const QRectF inside = box.adjusted(round, 0, -round, 0);
   const QRectF upper(inside.x(), box.y() + box.height() * 0.06, inside.width(),
                      box.height() * 0.56);
-  const QRectF lower(inside.x(), box.y() + box.height() * 0.6, inside.width(), box.height() * 0.34);
-  PaintText(painter, number, upper);
+  const QRectF lower(inside.x(), box.y() + box.height() * 0.6, inside.width(), box.height() * 0.32);
+  PaintText(painter, QString::fromStdString(cell.number), upper);
   if (cell.state == TableState::Finished) {
-    QPainterPath tick;
-    const double unit = lower.height() * 0.5;
-    tick.moveTo(lower.center() + QPointF(-unit, -unit * 0.1));
-    tick.lineTo(lower.center() + QPointF(-unit * 0.3, unit * 0.5));
-    tick.lineTo(lower.center() + QPointF(unit, -unit * 0.7));
-    painter.setPen(QPen(ink, line * 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.drawPath(tick);
+    PaintTick(painter, lower.adjusted(0, lower.height() * 0.12, 0, -lower.height() * 0.12), ink);
   } else if (!cell.text.empty() && lower.height() >= kLeastCellText) {
-    const QString text = QString::fromStdString(cell.text);
-    PaintText(painter, cell.state == TableState::Slow ? tr("slow %1").arg(text) : text, lower);
+    PaintText(painter, QString::fromStdString(cell.text), lower);
   }
 }
 
-TableGrid TableGridView::Grid() const {
+/// A table in a list.
+void TableGridView::PaintNumber(QPainter& painter, const TableCell& cell,
+                                const QRectF& place) const {
+  const bool slow = cell.state == TableState::Slow;
+  if (slow) {
+    const double radius = place.height() * 0.15;
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(kSlow);
+    painter.drawRoundedRect(place.adjusted(place.width() * 0.1, place.height() * 0.05,
+                                           -place.width() * 0.1, -place.height() * 0.05),
+                            radius, radius);
+  }
+  painter.setPen(slow ? QColor(Qt::black) : Ink());
+  PaintText(painter, QString::fromStdString(cell.number),
+            place.adjusted(place.width() * 0.12, place.height() * 0.03, -place.width() * 0.12,
+                           -place.height() * 0.03));
+}
+
+TableGrid TableGridView::GridIn(double width, double windowHeight) const {
   std::vector<size_t> tables;
   for (const SectionCells& section : sections_) tables.push_back(section.cells.size());
-  return LayOutTables(tables, width(), height());
+  return listed_ ? LayOutLists(tables, width, windowHeight)
+                 : LayOutTables(tables, width, windowHeight);
+}
+
+double TableGridView::HeightIn(double width, double windowHeight) const {
+  return GridIn(width, windowHeight).height;
 }
 
 QString TableGridView::TipAt(const QPoint& point) const {
-  const TableGrid grid = Grid();
+  const TableGrid grid = GridIn(width_, windowHeight_);
   for (size_t s = 0; s < grid.cells.size(); ++s) {
     for (size_t t = 0; t < grid.cells[s].size(); ++t) {
       if (Rect(grid.cells[s][t]).contains(point)) {
@@ -165,62 +168,68 @@ QString TableGridView::TipAt(const QPoint& point) const {
 void TableGridView::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  const TableGrid grid = Grid();
+  const TableGrid grid = GridIn(width_, windowHeight_);
   for (size_t s = 0; s < sections_.size(); ++s) {
+    if (!grid.boxes.empty()) {
+      const QRectF box = Rect(grid.boxes[s]).adjusted(1, 1, -1, -1);
+      painter.setPen(QPen(Receding(0, kFaintLine), std::max(windowHeight_ / 700, 1.0)));
+      painter.setBrush(Qt::NoBrush);
+      painter.drawRoundedRect(box, windowHeight_ * 0.008, windowHeight_ * 0.008);
+    }
     if (!grid.letters.empty()) {
-      painter.setPen(ColourOf(style_.Forecolour));
+      painter.setPen(Receding(0, kFaintText));
       const QRectF place = Rect(grid.letters[s]);
+      const double trim = place.height() * (listed_ ? 0.06 : 0.2);
       PaintText(painter, QString::fromStdString(sections_[s].letter),
-                place.adjusted(0, place.height() * 0.15, 0, -place.height() * 0.15));
+                place.adjusted(0, trim, listed_ ? 0 : -place.width() * 0.2, -trim),
+                listed_ ? Qt::AlignCenter : Qt::AlignRight | Qt::AlignVCenter);
     }
     for (size_t t = 0; t < sections_[s].cells.size(); ++t) {
-      PaintCell(painter, sections_[s].cells[t], Rect(grid.cells[s][t]));
+      const QRectF place = Rect(grid.cells[s][t]);
+      if (listed_) {
+        PaintNumber(painter, sections_[s].cells[t], place);
+      } else {
+        PaintCell(painter, sections_[s].cells[t], place);
+      }
     }
   }
 }
 
-QString ProgressFrame::TipAt(const QPoint& point) const {
-  return lblTable_->TipAt(point - lblTable_->pos());
-}
-
 ProgressFrame::ProgressFrame(QWidget* parent)
-    : QWidget(parent), lblProgress_(new ProgressLines(this)), lblTable_(new TableGridView(this)) {
+    : QWidget(parent),
+      lblProgress_(new TextRow("lblProgress", this)),
+      lblTable_(new TableGridView(this)) {
   setObjectName("fraProgress");
   setAttribute(Qt::WA_TransparentForMouseEvents);
   setAutoFillBackground(true);
 }
 
-double ProgressFrame::LinesHeight(double windowHeight) const {
-  return lines_ ? kLines * kLineHeight * style_.Size * windowHeight / kReferenceHeight : 0;
+void ProgressFrame::Show(const std::string& line, const std::vector<SectionCells>& tables) {
+  lblProgress_->SetText(line);
+  lblTable_->Show(tables);
 }
 
-double ProgressFrame::HeightIn(double windowHeight) const {
-  return LinesHeight(windowHeight) + (tables_ > 0 ? GridShare(tables_) * windowHeight : 0);
-}
-
-void ProgressFrame::Show(const ProgressFace& face, bool lines, bool grid,
-                         const ElementStyle& style) {
-  style_ = style;
-  lines_ = lines && !face.sections.empty();
-  tables_ = 0;
-  for (const SectionCells& section : face.sections) tables_ += grid ? section.cells.size() : 0;
-  lblProgress_->Show(lines_ ? face.lines : std::vector<std::string>());
-  lblTable_->Show(tables_ > 0 ? face.sections : std::vector<SectionCells>());
-}
-
-void ProgressFrame::SetPlace(const QRect& place, Colour background, double windowHeight) {
-  setVisible(HeightIn(windowHeight) > 0);
+void ProgressFrame::SetPlace(const Layout& layout, const ElementStyle& style, Colour background,
+                             double windowHeight) {
+  const bool line = !lblProgress_->Text().empty() && layout.unit.points > 0;
+  const QRect tables = Pixels(layout.tables);
+  setVisible(line || layout.tables.height > 0);
+  QRect place = tables;
+  if (line) place = place.united(Pixels(layout.unit.place));
   setGeometry(place);
   QPalette colours = palette();
   colours.setColor(QPalette::Window, ColourOf(background));
   setPalette(colours);
-  const int lines = static_cast<int>(std::lround(LinesHeight(windowHeight)));
-  const int margin = place.height() / 40;
-  const int side = place.width() / 50;
-  lblProgress_->setGeometry(side, 0, place.width() - 2 * side, lines);
-  lblProgress_->SetStyle(style_, style_.Size * windowHeight / kReferenceHeight);
-  lblTable_->setGeometry(side, lines, place.width() - 2 * side, place.height() - lines - margin);
-  lblTable_->SetStyle(style_);
+  TextPlace row = line ? layout.unit : TextPlace{};
+  row.place.x -= place.x();
+  row.place.y -= place.y();
+  lblProgress_->SetPlace(row, style, background);
+  lblTable_->setGeometry(tables.translated(-place.topLeft()));
+  lblTable_->SetStyle(style, background, layout.tables.width, windowHeight);
+}
+
+QString ProgressFrame::TipAt(const QPoint& point) const {
+  return lblTable_->TipAt(point - lblTable_->pos());
 }
 
 }  // namespace corvanel

@@ -3,37 +3,26 @@
 #include <QWidget>
 
 #include "display/table_grid.h"
+#include "display/window/text_row.h"
 #include "session/progress_face.h"
 
 namespace corvanel {
 
-/// Lines of text in the middle of their room, as large as chosen or as much smaller as they need.
-class ProgressLines : public QWidget {
-  Q_OBJECT
-
- public:
-  explicit ProgressLines(QWidget* parent);
-  void Show(const std::vector<std::string>& lines);
-  void SetStyle(const ElementStyle& style, double points);
-
- protected:
-  void paintEvent(QPaintEvent* event) override;
-
- private:
-  std::vector<std::string> lines_;
-  ElementStyle style_;
-  double points_ = 1;
-};
-
-/// One cell per table. How far a table is shows in the cell's shape and text, not only in its
-/// colour: from the last rows of the room a mark is seen before a colour is.
+/// One cell per table, or of very many tables the numbers of those that still play. What is
+/// finished recedes, what still plays stands out, and the slow ones alone are filled: from the last
+/// rows of the room a mark is seen before a colour is.
 class TableGridView : public QWidget {
   Q_OBJECT
 
  public:
   explicit TableGridView(QWidget* parent);
   void Show(const std::vector<SectionCells>& sections);
-  void SetStyle(const ElementStyle& style);
+  /// The height that it wants, pixels, being `width` wide in a window of this height; 0 when it has
+  /// nothing to show.
+  double HeightIn(double width, double windowHeight) const;
+  /// `style` is that of the units' information; `background` that of the window; width and height
+  /// as for HeightIn.
+  void SetStyle(const ElementStyle& style, Colour background, double width, double windowHeight);
   /// Who is at the table whose cell is at a point of this view; empty where there is none.
   QString TipAt(const QPoint& point) const;
 
@@ -41,41 +30,44 @@ class TableGridView : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  TableGrid Grid() const;
+  TableGrid GridIn(double width, double windowHeight) const;
   void PaintCell(QPainter& painter, const TableCell& cell, const QRectF& place) const;
-  void PaintText(QPainter& painter, const QString& text, const QRectF& place) const;
+  void PaintNumber(QPainter& painter, const TableCell& cell, const QRectF& place) const;
+  void PaintText(QPainter& painter, const QString& text, const QRectF& place,
+                 Qt::Alignment alignment = Qt::AlignCenter) const;
+  QColor Ink() const;
+  QColor Receding(double share, double contrast) const;
 
   std::vector<SectionCells> sections_;
+  bool listed_ = false;
   ElementStyle style_;
+  Colour background_;
+  double width_ = 0;
+  double windowHeight_ = 0;
 };
 
-/// The progress of the tables at the foot of a display: who is slow and who still plays, and the
-/// grid of tables.
+/// The progress of the tables at the foot of a display: a line that says who is slow and who still
+/// plays, and the tables.
 class ProgressFrame : public QWidget {
   Q_OBJECT
 
  public:
   explicit ProgressFrame(QWidget* parent);
 
-  /// The height that it wants in a window of this height, pixels; 0 when it has nothing to show.
-  /// Lines have their room also while there are none, so that nothing jumps when they come.
-  double HeightIn(double windowHeight) const;
-  /// What is to be shown, in the font and colour of the units' information; `lines` and `grid` say
-  /// whether each is wanted at all.
-  void Show(const ProgressFace& face, bool lines, bool grid, const ElementStyle& style);
-  /// Takes its place in a window of this back colour and height.
-  void SetPlace(const QRect& place, Colour background, double windowHeight);
+  /// `line` and `tables`: what is to be shown of each.
+  void Show(const std::string& line, const std::vector<SectionCells>& tables);
+  double TablesHeightIn(double width, double windowHeight) const {
+    return lblTable_->HeightIn(width, windowHeight);
+  }
+  /// Takes the layout's places for the line and for the tables, in a window of this back colour.
+  void SetPlace(const Layout& layout, const ElementStyle& style, Colour background,
+                double windowHeight);
   /// Who is at the table at a point of this frame; empty where there is none.
   QString TipAt(const QPoint& point) const;
 
  private:
-  double LinesHeight(double windowHeight) const;
-
-  ProgressLines* lblProgress_;
+  TextRow* lblProgress_;
   TableGridView* lblTable_;
-  bool lines_ = false;
-  size_t tables_ = 0;
-  ElementStyle style_;
 };
 
 }  // namespace corvanel

@@ -2,6 +2,7 @@
 
 #include <QFontMetricsF>
 #include <QPainter>
+#include <algorithm>
 #include <cmath>
 
 #include "display/window/text_measure.h"
@@ -48,6 +49,11 @@ void TextRow::Break() {
   update();
 }
 
+double TextRow::LineHeight() const {
+  if (place_.capitals) return place_.place.height / place_.lines;
+  return QFontMetricsF(FontOf(style_, place_.points)).height();
+}
+
 bool TextRow::Fits() const {
   const QFontMetricsF metrics(FontOf(style_, place_.points));
   std::string whole;
@@ -55,25 +61,30 @@ bool TextRow::Fits() const {
     if (metrics.horizontalAdvance(QString::fromStdString(line)) > width() + 0.5) return false;
     whole += line;
   }
-  return metrics.height() * static_cast<double>(lines_.size()) <= height() + 0.5 &&
+  return std::max(LineHeight(), Capitals()) * static_cast<double>(lines_.size()) <=
+             height() + 0.5 &&
          (whole.find("…") == std::string::npos || text_.find("…") != std::string::npos);
+}
+
+double TextRow::Capitals() const {
+  return DigitHeight(FontOf(style_, place_.points));
 }
 
 void TextRow::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setFont(FontOf(style_, place_.points));
   const QFontMetricsF metrics(painter.font());
-  const double height = metrics.height() * static_cast<double>(lines_.size());
-  double y = (this->height() - height) / 2;
-  for (const std::string& line : lines_) {
-    const QString text = QString::fromStdString(line);
+  const double line = LineHeight();
+  const double base = place_.capitals ? (line + Capitals()) / 2 : metrics.ascent();
+  double y = (height() - line * static_cast<double>(lines_.size())) / 2;
+  for (const std::string& part : lines_) {
+    const QString text = QString::fromStdString(part);
     const double width = metrics.horizontalAdvance(text);
     const double x = (this->width() - width) / 2;
-    if (field_)
-      painter.fillRect(QRectF(x, y, width, metrics.height()), ColourOf(style_.Backcolour));
+    if (field_) painter.fillRect(QRectF(x, y, width, line), ColourOf(style_.Backcolour));
     painter.setPen(ColourOf(style_.Forecolour));
-    painter.drawText(QPointF(x, y + metrics.ascent()), text);
-    y += metrics.height();
+    painter.drawText(QPointF(x, y + base), text);
+    y += line;
   }
 }
 

@@ -20,12 +20,15 @@ class TextRow : public QWidget {
   void SetPlace(const TextPlace& place, const ElementStyle& style, Colour background);
   /// Whether the present text stands within the row whole.
   bool Fits() const;
+  /// The height of its capitals, pixels.
+  double Capitals() const;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
   void Break();
+  double LineHeight() const;
 
   std::string text_;
   TextPlace place_;

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "display/state_words.h"
 #include "display/table_grid.h"
 
 namespace corvanel {
@@ -43,20 +44,57 @@ struct Named {
   Element element;
 };
 
-void Check(double width, double height, bool moving, const Session& session) {
+/// What one picture of the display has to hold.
+struct Scene {
+  const char* name;
+  bool moving = false;
+  const char* large = "";
+  double tables = 0;  // share of the height
+};
+
+constexpr Scene kScenes[] = {
+    {"round"},
+    {"move", true},
+    {"paused", false, "PAUSED"},
+    {"paused move", true, "PAUSED"},
+    {"waiting", false, "WAITING FOR TABLES A11 B12 C13 D14", 0.2},
+    {"tables", false, "", 0.105},
+    {"move with tables", true, "", 0.21},
+};
+
+/// Small windows may be too small for everything: there it is enough that nothing is lost.
+bool Roomy(double width, double height) {
+  return width >= 800 && height >= 600 && width < 2 * height;
+}
+
+LayoutInput InputOf(const Scene& scene, double width, double height, const Session& session) {
+  LayoutInput input{width,
+                    height,
+                    scene.moving,
+                    scene.tables * height,
+                    WidestTextsOf(session, 0),
+                    session.options.Show};
+  input.texts.large = scene.large;
+  if (scene.moving) input.texts.caption = "SKIP/ARROW - MOVE FOR THE FINAL ROUND";
+  if (scene.tables > 0) input.texts.unit = "Last board not started at tables 28 28 28";
+  return input;
+}
+
+void Check(double width, double height, const Scene& scene, const Session& session) {
   const EvenFont font;
-  LayoutInput input{width, height, moving, WidestTextsOf(session, 0), session.options.Show};
+  const LayoutInput input = InputOf(scene, width, height, session);
   const Layout layout = LayOut(input, session.elements, font);
-  const std::string where =
-      std::to_string(width) + "x" + std::to_string(height) + (moving ? " moving" : "");
+  const std::string where = std::to_string(width) + "x" + std::to_string(height) + ' ' + scene.name;
   const Named rows[] = {
       {"header", layout.header, input.texts.header, Element::Title},
       {"now", layout.now, input.texts.now, Element::CurrentTime},
-      {"caption", layout.caption, moving ? input.texts.message : input.texts.caption,
-       Element::RoundInformation},
+      {"large", layout.large, input.texts.large, Element::RoundInformation},
+      {"caption", layout.caption, input.texts.caption, Element::RoundInformation},
       {"finish", layout.finish, input.texts.finish, Element::FinishTime},
+      {"unit", layout.unit, input.texts.unit, Element::UnitInfo},
   };
   std::vector<Place> places = {layout.panel};
+  if (scene.tables > 0) places.push_back(layout.tables);
   for (const Named& row : rows) {
     if (row.widest.empty()) continue;
     EXPECT_GE(row.text.points, kLeastTextPoints) << row.name << ' ' << where;
@@ -68,7 +106,8 @@ void Check(double width, double height, bool moving, const Session& session) {
     for (const std::string& line : lines) {
       const Extent extent = font.Line(line, style, row.text.points);
       EXPECT_LE(extent.width, row.text.place.width + 0.01) << row.name << ' ' << where;
-      tall += extent.height;
+      tall += row.text.capitals ? 1.45 * font.Digits("0", style, row.text.points).height
+                                : extent.height;
       if (width >= 480) {
         EXPECT_EQ(line.find("…"), std::string::npos) << row.name << ' ' << where;
       }
@@ -76,7 +115,8 @@ void Check(double width, double height, bool moving, const Session& session) {
     EXPECT_LE(tall, row.text.place.height + 0.01) << row.name << ' ' << where;
     places.push_back(row.text.place);
   }
-  for (size_t i = 0; i < places.size(); ++i) {
+  const bool roomy = Roomy(width, height);
+  for (size_t i = 0; i < places.size() && (roomy || scene.tables == 0); ++i) {
     EXPECT_GE(places[i].y, kLeastWindow / 16) << where;
     EXPECT_LE(places[i].Bottom(), height - kLeastWindow / 16) << i << ' ' << where;
     for (size_t j = 0; j < i; ++j) {
@@ -87,14 +127,17 @@ void Check(double width, double height, bool moving, const Session& session) {
   }
   const Extent digits =
       font.Digits(input.texts.countdown, session.elements[3], layout.countdown.points);
-  EXPECT_GE(layout.countdown.points, kLeastCountdownPoints) << where;
   EXPECT_LE(digits.width, layout.countdown.place.width) << where;
+  EXPECT_LE(layout.countdown.place.Bottom(), layout.panel.Bottom() + 0.01) << where;
+  if (!roomy) return;
+  EXPECT_GE(layout.countdown.points, kLeastCountdownPoints) << where;
   EXPECT_LE(digits.height, layout.countdown.place.height + 0.01) << where;
-  EXPECT_GE(layout.countdown.place.y, layout.tag.place.Bottom() - 0.01) << where;
-  EXPECT_LE(layout.countdown.place.Bottom(), layout.panel.Bottom()) << where;
-  if (width >= 640 && width < 2.5 * height) {
-    EXPECT_TRUE(digits.width >= 0.45 * width || digits.height >= 0.45 * height) << where;
-  }
+  // The word stands above the digits, or beside the widest with which it is shown.
+  const double tagged =
+      font.Digits(input.texts.tagged, session.elements[5], layout.countdown.points).width;
+  EXPECT_TRUE(layout.countdown.place.y >= layout.tag.place.Bottom() - 0.01 ||
+              layout.tag.place.Right() <= (width - tagged) / 2)
+      << where;
 }
 
 TEST(LayoutTest, EverythingFitsAtEverySize) {
@@ -116,10 +159,42 @@ TEST(LayoutTest, EverythingFitsAtEverySize) {
   Session plain;
   plain.settings.Header = "Friday Pairs";
   for (const auto& [width, height] : sizes) {
-    for (const bool moving : {false, true}) {
-      Check(width, height, moving, plain);
-      Check(width, height, moving, LongTexts());
+    for (const Scene& scene : kScenes) {
+      Check(width, height, scene, plain);
+      Check(width, height, scene, LongTexts());
     }
+  }
+}
+
+// Shares of the height: what weak eyes read from the back wall.
+TEST(LayoutTest, TheCountdownStaysKingAndTheMessageIsTheNews) {
+  struct Row {
+    Scene scene;
+    double digits;
+    double caption;  // of the message, each line
+    double large;
+  };
+  const Row rows[] = {
+      {{"round"}, 0.4, 0, 0},
+      {{"one row of tables", false, "", 0.105}, 0.37, 0, 0},
+      {{"many tables", false, "", 0.21}, 0.3, 0, 0},
+      {{"paused", false, "PAUSED"}, 0.37, 0, 0.07},
+      {{"paused with tables", false, "PAUSED", 0.21}, 0.3, 0, 0.07},
+      {{"move", true}, 0.21, 0.095, 0},
+  };
+  Session session;
+  session.settings.Header = "Friday Pairs";
+  session.settings.MinPerRound = 20;
+  const EvenFont font;
+  const auto capitals = [&](const TextPlace& text) {
+    return font.Digits("0", {}, text.points).height / 1080;
+  };
+  for (const Row& row : rows) {
+    const Layout layout = LayOut(InputOf(row.scene, 1920, 1080, session), session.elements, font);
+    EXPECT_GE(capitals(layout.countdown), row.digits) << row.scene.name;
+    EXPECT_GE(capitals(layout.caption), row.caption) << row.scene.name;
+    EXPECT_GE(capitals(layout.large), row.large) << row.scene.name;
+    EXPECT_GE(capitals(layout.tag), 0.04) << row.scene.name;
   }
 }
 
@@ -127,7 +202,7 @@ TEST(LayoutTest, HiddenRowsLeaveTheirRoomToTheCountdown) {
   Session session;
   session.settings.Header = "Friday Pairs";
   const EvenFont font;
-  LayoutInput input{1024, 768, false, WidestTextsOf(session, 0), {1, 1, 1, 1, 1}};
+  LayoutInput input{1920, 800, false, 0, WidestTextsOf(session, 0), {1, 1, 1, 1, 1}};
   const Layout all = LayOut(input, session.elements, font);
   input.show = {0, 0, 0, 1, 0};
   const Layout bare = LayOut(input, session.elements, font);
@@ -141,10 +216,10 @@ TEST(LayoutTest, TheWidestTextsComeFromTheSession) {
   session.settings.nRounds = 5;
   session.settings.MinPerRound = 7.5F;
   session.settings.TimeForBreak = 20;
-  session.settings.Arrow = "2";
+  session.settings.MinWarning1 = 9;
   WidestTexts texts = WidestTextsOf(session, 0);
   EXPECT_EQ(texts.countdown, "88:00");
-  EXPECT_EQ(texts.message, "ARROW - MOVE FOR ROUND 3");
+  EXPECT_EQ(texts.tagged, "8:00");
   EXPECT_EQ(texts.caption, "Time remaining for Round 22 of 28");
   EXPECT_EQ(WidestTextsOf(session, 100 * 60).countdown, "888:00");
   session.settings.optBreak = false;
@@ -158,48 +233,92 @@ TEST(LayoutTest, TheWidestTextsComeFromTheSession) {
 TEST(LayoutTest, LinesBreakEvenlyAndShortTextsKeepToOne) {
   const EvenFont font;
   const ElementStyle style;
-  const auto broken = BreakLines("SKIP/ARROW - MOVE FOR THE FINAL ROUND", 2, 300, style, 20, font);
+  const auto broken = BreakLines("SKIP/ARROW - MOVE FOR THE FINAL ROUND", 2, 400, style, 20, font);
   ASSERT_EQ(broken.size(), 2U);
-  EXPECT_EQ(broken[1], "FOR THE FINAL ROUND");
+  EXPECT_EQ(broken[0], "SKIP/ARROW -");
+  EXPECT_EQ(BreakLines("MOVE FOR ROUND 5", 2, 200, style, 20, font)[1], "ROUND 5");
   EXPECT_EQ(BreakLines("MOVE", 2, 300, style, 20, font).size(), 1U);
   const auto elided = BreakLines("ÄÄÄÄÄÄÄÄÄÄÄÄÄÄÄÄÄÄÄÄÄÄÄÄ", 1, 200, style, 20, font);
   ASSERT_EQ(elided.size(), 1U);
   EXPECT_TRUE(elided[0].ends_with("Ä…"));
 }
 
-TEST(LayoutTest, EveryStateHasAWord) {
-  EXPECT_EQ(StateWord(Phase::Round, false, Element::TimeRemaining), "");
-  EXPECT_EQ(StateWord(Phase::Round, false, Element::EarlyWarning), "EARLY WARNING");
-  EXPECT_EQ(StateWord(Phase::Round, false, Element::LastWarning), "LAST WARNING");
-  EXPECT_EQ(StateWord(Phase::Move, false, Element::TimeUp), "TIME UP");
-  EXPECT_EQ(StateWord(Phase::Break, false, Element::LastWarning), "BREAK");
-  EXPECT_EQ(StateWord(Phase::Move, true, Element::TimeUp), "PAUSED");
+TEST(StateWordsTest, EveryStateHasAWord) {
+  struct Row {
+    Phase phase;
+    Element style;
+    bool paused;
+    const char* waiting;
+    StateWords words;
+  };
+  constexpr Element kCalm = Element::TimeRemaining;
+  const Row rows[] = {
+      {Phase::Round, kCalm, false, "", {"", ""}},
+      {Phase::Round, Element::EarlyWarning, false, "", {"EARLY WARNING", ""}},
+      {Phase::Round, Element::LastWarning, true, "", {"LAST WARNING", "PAUSED"}},
+      {Phase::Round, kCalm, true, "WAITING FOR TABLE 5", {"", "WAITING FOR TABLE 5"}},
+      {Phase::Round, Element::TimeUp, false, "", {"TIME UP", ""}},
+      {Phase::Move, Element::TimeUp, false, "", {"MOVE", ""}},
+      {Phase::Move, Element::TimeUp, true, "", {"MOVE", "PAUSED"}},
+      {Phase::Break, kCalm, false, "", {"", "BREAK UNTIL 21:08"}},
+      {Phase::Break, Element::LastWarning, true, "", {"", "PAUSED"}},
+      {Phase::Ended, Element::TimeUp, false, "", {"", "END OF PLAY"}},
+  };
+  for (const Row& row : rows) {
+    ClockFace face;
+    face.phase = row.phase;
+    face.countdownStyle = row.style;
+    face.paused = row.paused;
+    face.schedule.breakEnd = ClockTime::At(21, 8);
+    EXPECT_EQ(StateWordsOf(face, row.waiting, TimeForm::Hours24), row.words)
+        << row.words.tag << ' ' << row.words.large;
+  }
+}
+
+/// Nothing overlaps, nothing reaches beyond the grid.
+void ExpectApart(const TableGrid& grid, const std::vector<size_t>& tables, double width) {
+  std::vector<Place> all = grid.letters;
+  ASSERT_EQ(grid.cells.size(), tables.size());
+  for (size_t s = 0; s < tables.size(); ++s) {
+    EXPECT_EQ(grid.cells[s].size(), tables[s]);
+    all.insert(all.end(), grid.cells[s].begin(), grid.cells[s].end());
+  }
+  for (size_t i = 0; i < all.size(); ++i) {
+    EXPECT_TRUE(all[i].x > -0.01 && all[i].y > -0.01 && all[i].Right() < width + 0.01 &&
+                all[i].Bottom() < grid.height + 0.01);
+    for (size_t j = 0; j < i; ++j) {
+      const bool apart = all[i].x > all[j].Right() - 0.01 || all[j].x > all[i].Right() - 0.01 ||
+                         all[i].y > all[j].Bottom() - 0.01 || all[j].y > all[i].Bottom() - 0.01;
+      ASSERT_TRUE(apart) << tables.size() << " sections, cells " << i << " and " << j;
+    }
+  }
 }
 
 TEST(TableGridTest, CellsStandApartWithinTheirRoom) {
   const std::vector<std::vector<size_t>> rows = {
-      {1}, {8}, {256}, {7, 6}, std::vector<size_t>(8, 25), std::vector<size_t>(78, 3), {1, 40}};
+      {1},    {8}, {40}, {256}, {7, 6}, std::vector<size_t>(8, 25), std::vector<size_t>(78, 3),
+      {1, 40}};
   for (const auto& tables : rows) {
-    for (const auto& [width, height] : {std::pair(1000.0, 120.0), std::pair(400.0, 300.0)}) {
-      const TableGrid grid = LayOutTables(tables, width, height);
-      std::vector<Place> all = grid.letters;
-      ASSERT_EQ(grid.cells.size(), tables.size());
-      for (size_t s = 0; s < tables.size(); ++s) {
-        EXPECT_EQ(grid.cells[s].size(), tables[s]);
-        all.insert(all.end(), grid.cells[s].begin(), grid.cells[s].end());
-      }
-      for (size_t i = 0; i < all.size(); ++i) {
-        EXPECT_TRUE(all[i].x > -0.01 && all[i].y > -0.01 && all[i].Right() < width + 0.01 &&
-                    all[i].Bottom() < height + 0.01);
-        for (size_t j = 0; j < i; ++j) {
-          const bool apart = all[i].x > all[j].Right() - 0.01 || all[j].x > all[i].Right() - 0.01 ||
-                             all[i].y > all[j].Bottom() - 0.01 || all[j].y > all[i].Bottom() - 0.01;
-          ASSERT_TRUE(apart) << tables.size() << " sections, cells " << i << " and " << j;
-        }
-      }
+    for (const auto& [width, height] : {std::pair(1000.0, 700.0), std::pair(400.0, 1000.0)}) {
+      ExpectApart(LayOutTables(tables, width, height), tables, width);
+      EXPECT_LE(LayOutTables(tables, width, height).height, 0.22 * height);
+      ExpectApart(LayOutLists(tables, width, height), tables, width);
     }
   }
-  EXPECT_TRUE(LayOutTables({}, 100, 100).cells.empty());
+  EXPECT_EQ(LayOutTables({}, 100, 100).height, 0);
+  EXPECT_EQ(LayOutLists({}, 100, 100).height, 0);
+}
+
+TEST(TableGridTest, AboveFortyOnlyThoseThatPlayAreShown) {
+  SectionCells first{"A", std::vector<TableCell>(20, {"1", TableState::Finished, "", ""})};
+  SectionCells second{"B", std::vector<TableCell>(20, {"2", TableState::Finished, "", ""})};
+  second.cells[7].state = TableState::Slow;
+  EXPECT_EQ(ShownTables({first, second}).size(), 2U);
+  second.cells.push_back({"21", TableState::NotPlaying, "NP", ""});
+  const auto shown = ShownTables({first, second});
+  ASSERT_EQ(shown.size(), 1U);
+  ASSERT_EQ(shown[0].cells.size(), 1U);
+  EXPECT_EQ(shown[0].cells[0].state, TableState::Slow);
 }
 
 }  // namespace
