@@ -115,6 +115,9 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
   ErrorReport errors_;
   Broadcast broadcast_{errors_};
   SettingsTable settings_{store_, session_, errors_};
+  // Before the first process is started: while the session bus is looked for, a pipe is open that a
+  // child would keep open, and the program would wait for its end for ever.
+  StayAwake awake_;
   QtSoundPlayer sounds_;
   RoundClock clock_{{.session = session_,
                      .time = time_,
@@ -177,7 +180,6 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
                 .notices = notices_,
                 .look = [this] { return LookAround(); },
                 .outsideChange = [this] { return store_.OutsideChange(); }}};
-  StayAwake awake_;
   DialogPlacer dialogPlacer_{{&frmDisplay_, &frmDisplay2_}, [this] { return DirectorsWindow(); }};
   QRect mainPlace_;      // of the control window when it was hidden
   bool loaded_ = false;  // the control window shows what the store holds

@@ -123,6 +123,12 @@ void Desktop::ShowDisplays() {
   ArmTimeOfDay();
   mainPlace_ = frmMain_.geometry();
   frmMain_.hide();
+  // Some window managers give the keys to nobody when the window that had them goes.
+  QTimer::singleShot(kWindowsSettle, &directors, [&directors] {
+    if (directors.isVisible() && QApplication::activeWindow() == nullptr) {
+      directors.activateWindow();
+    }
+  });
 }
 
 /// Where the room display stood when the program was last used.

@@ -89,6 +89,10 @@ int main(int argc, char** argv) {
 
   std::filesystem::path file = corvanel::DefaultStoreFile();
   if (line.isSet(line.store)) file = line.value(line.store).toStdString();
+  if (file.empty()) {
+    std::fprintf(stderr, "corvanel: --store needs a file\n");
+    return 2;
+  }
   // A link is followed once, so that store, lock and records lie beside one and the same file.
   std::error_code error;
   if (const auto real = std::filesystem::weakly_canonical(file, error); !error) file = real;

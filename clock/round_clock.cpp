@@ -111,7 +111,7 @@ void RoundClock::Do(SessionCommand command) {
         Resume(command == SessionCommand::AutoResume);
         break;
       case SessionCommand::NextRound:
-        if (!UnderWay() || InFinalRound()) break;
+        if (state_.phase == Phase::Idle || InFinalRound()) break;
         Remember(command);
         AdvanceRound();
         break;

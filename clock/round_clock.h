@@ -33,13 +33,13 @@ namespace corvanel {
 /// | Start    | starts the round asked for, from any state                                      |
 /// | Pause    | -      | pauses     | pauses          | pauses          | -        | -          |
 /// | Resume   | -      | -          | -               | -               | -        | goes on    |
-/// | Next     | -      | next round | next round now  | next round now  | -        | next round |
+/// | Next     | -      | next round | next round now  | next round now  | next one | next round |
 /// | Restart  | -      | again      | round just over | round just over | last one | as unpaused|
 /// | +-minute | -      | changes    | -               | changes         | -        | -          |
 /// | Undo     | takes the last command back, in any state                                        |
 ///
-/// Next does nothing in the final round. After the director's own Resume the clock is not paused
-/// automatically again in this round.
+/// Next does nothing in the final round, and after the end only where rounds were added since.
+/// After the director's own Resume the clock is not paused automatically again in this round.
 class RoundClock {
  public:
   struct Parts {

@@ -13,10 +13,11 @@ namespace {
 
 constexpr double kSameMoment = 1;  // second; what two clocks read one after the other can differ by
 
-/// How much later than it is required a session ends; negative when it is earlier.
-double MinutesLate(ClockTime finish, ClockTime required) {
+/// How much later than it is required a session ends; negative when it is earlier. In 12-hour form
+/// either half of the day may be meant.
+double MinutesLate(ClockTime finish, ClockTime required, TimeForm form) {
   return std::remainder((finish.Seconds() - ToNearestMinute(required).Seconds()) / 60,
-                        kMinutesPerDay);
+                        form == TimeForm::Hours12 ? kMinutesPerDay / 2 : kMinutesPerDay);
 }
 
 }  // namespace
@@ -232,7 +233,7 @@ void ControlWindow::ShowSchedule(const Schedule& schedule, const Standing& stand
                                  ClockTime start) {
   const SessionSettings& s = Settings();
   const bool required = s.Calculate == 1 && s.RequiredFinish;
-  const double late = required ? MinutesLate(schedule.finish, *s.RequiredFinish) : 0;
+  const double late = required ? MinutesLate(schedule.finish, *s.RequiredFinish, Form()) : 0;
   parts_.view.SetLabel(Label::lblFinish,
                        required && late == 0 ? "Required Finish Time" : "Estimated Finish Time");
   TellWhatWillNotBe(late);

@@ -11,7 +11,7 @@ constexpr std::string_view kNumber = "0123456789.,";  // a comma is taken as the
 constexpr std::string_view kTime = "0123456789:ampAMP";
 constexpr std::string_view kRoundList = "0123456789,";
 constexpr std::string_view kAny;
-constexpr size_t kMostDigits = 5;
+constexpr size_t kMostDigits = 4;
 
 constexpr std::array<Box, 2> Always(Box box) {
   return {box, box};

@@ -41,13 +41,13 @@ constexpr int kMinus = 189;  // the - _ key
 }  // namespace key
 
 /// One shortcut: its keys by virtual-key code (0: no second one), how the help window lists it
-/// (empty: not listed), what it does, and whether only the twin knows it.
+/// (empty: not listed), what it does, and whether there must be a twin for it.
 struct Shortcut {
   std::array<int, 2> keys;
   std::string_view listed;
   std::string_view action;
   DisplayCommand command;
-  bool twinOnly = false;
+  bool withTwin = false;
 };
 
 /// All shortcuts, in the order of the help window's list.
@@ -73,11 +73,12 @@ inline constexpr std::array kShortcuts = std::to_array<Shortcut>({
     {{key::kF1, 0}, "", "", DisplayCommand::Help},
 });
 
-/// The command of a virtual key, with or without Shift; nothing for a key without one.
-constexpr std::optional<DisplayCommand> CommandOfKey(int virtualKey, DisplayKind kind) {
+/// The command of a virtual key, with or without Shift; nothing for a key without one. `twin`:
+/// whether both displays are in use; whichever of them has the keys then knows all commands.
+constexpr std::optional<DisplayCommand> CommandOfKey(int virtualKey, bool twin) {
   if (virtualKey == 0) return std::nullopt;  // stands for no second key in the table
   for (const Shortcut& shortcut : kShortcuts) {
-    if (shortcut.twinOnly && kind != DisplayKind::Twin) continue;
+    if (shortcut.withTwin && !twin) continue;
     if (shortcut.keys[0] == virtualKey || shortcut.keys[1] == virtualKey) return shortcut.command;
   }
   return std::nullopt;

@@ -84,7 +84,8 @@ bool IsValid(const ClockState& state) {
 }
 
 bool IsValid(const UndoStep& step) {
-  return std::isfinite(step.at) && IsValid(step.before);
+  return std::isfinite(step.at) && IsValid(step.before) &&
+         step.before.At(step.at).secondsLeft <= kLongestPhase * 60;
 }
 
 /// Nobody waits for a mark of another age.

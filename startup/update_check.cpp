@@ -96,8 +96,8 @@ std::optional<Release> UpdateCheck::NewerRelease() {
     return std::nullopt;
   }
   const auto file = parts_.server.Fetch(kVersionFile);
-  if (file) parts_.keepVersionFile(file.Value());
   auto release = file ? ParseVersionFile(file.Value()) : std::nullopt;
+  if (release) parts_.keepVersionFile(file.Value());
   if (!release) {
     if (!file) splash.Log(fmt::format("{}{:X}", kNoAccess, file.Failure().number));
     splash.Log("Update information could not be found");

@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QGuiApplication>
 #include <QScreen>
+#include <QWindow>
 #include <algorithm>
 #include <iterator>
 
@@ -25,7 +26,13 @@ DialogPlacer::DialogPlacer(std::vector<DisplayWindow*> displays,
 
 bool DialogPlacer::eventFilter(QObject* watched, QEvent* event) {
   if (event->spontaneous()) return false;
-  if (event->type() == QEvent::Show) {
+  if (event->type() == QEvent::Polish) {
+    auto* dialog = qobject_cast<QDialog*>(watched);
+    const bool asked =
+        dialog != nullptr && qobject_cast<DisplayWindow*>(dialog->parentWidget()) != nullptr;
+    // A click beside it must not bring the full-screen display before it.
+    if (asked) dialog->setWindowFlag(Qt::WindowStaysOnTopHint);
+  } else if (event->type() == QEvent::Show) {
     if (auto* dialog = qobject_cast<QDialog*>(watched)) PlaceBeside(*dialog);
   } else if (event->type() == QEvent::Hide) {
     GiveBack(watched);
@@ -45,6 +52,10 @@ void DialogPlacer::GiveBack(const QObject* dialog) {
 void DialogPlacer::PlaceBeside(QDialog& dialog) {
   const auto shown = [](const QWidget* window) { return window->isVisible(); };
   if (std::none_of(displays_.begin(), displays_.end(), shown)) return;
+  // Else GNOME pins it over the middle of the display, whatever place it asks for.
+  if (qobject_cast<DisplayWindow*>(dialog.parentWidget()) != nullptr) {
+    dialog.windowHandle()->setTransientParent(nullptr);
+  }
   const auto* asked = qobject_cast<const QDialog*>(dialog.parentWidget());
   const QRect over = (asked == nullptr ? directors_() : asked)->geometry();
   const QScreen* screen = QGuiApplication::screenAt(over.center());

@@ -95,6 +95,7 @@ LayoutInput DisplayWindow::Input() const {
   input.texts = WidestTextsOf(session_, face_.secondsLeft);
   input.texts.large = StateWordsOf(face_, Waiting(), options.Form()).large;
   if (face_.phase == Phase::Move) input.texts.caption = face_.message;
+  if (face_.phase == Phase::Break) input.texts.caption = face_.caption;
   if (face_.phase == Phase::Ended) input.texts.caption.clear();
   input.show = options.Show;
   // In the widest form that they can take, so that nothing jumps while numbers change.
@@ -348,7 +349,8 @@ int DisplayWindow::VirtualKey(const QKeyEvent& event) const {
 }
 
 void DisplayWindow::keyPressEvent(QKeyEvent* event) {
-  const auto command = CommandOfKey(VirtualKey(*event), Kind());
+  const bool twin = Kind() == DisplayKind::Twin || session_.settings.ExtraMonitor;
+  const auto command = CommandOfKey(VirtualKey(*event), twin);
   // A key that is held down, or that something lies on, must not throw round after round away:
   // only minutes are repeated.
   const bool repeats =

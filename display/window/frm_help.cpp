@@ -72,7 +72,7 @@ QTreeWidget* FrmHelp::AddList(const char* name, bool ofTwin) {
   list->setFocusPolicy(Qt::NoFocus);
   list->setSelectionMode(QAbstractItemView::NoSelection);
   for (const Shortcut& shortcut : kShortcuts) {
-    if (!shortcut.listed.empty() && shortcut.twinOnly == ofTwin) {
+    if (!shortcut.listed.empty() && shortcut.withTwin == ofTwin) {
       AddLine(*list, shortcut.listed, shortcut.action);
     }
   }

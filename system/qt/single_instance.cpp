@@ -3,16 +3,20 @@
 #include <QCryptographicHash>
 #include <QFileInfo>
 #include <QLocalSocket>
+#include <QStandardPaths>
 
 namespace corvanel {
 namespace {
 
 constexpr int kAnswersWithin = 1000;  // milliseconds
+constexpr int kToldWithin = 200;      // milliseconds
 constexpr qint64 kLongestToken = 1000;
 
 QString NameOf(const QString& store) {
   const QByteArray path = QFileInfo(store).absoluteFilePath().toUtf8();
-  return "corvanel-" + QCryptographicHash::hash(path, QCryptographicHash::Sha1).toHex();
+  // In the user's own folder: in one of all users somebody else might listen under this name.
+  return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + "/corvanel-" +
+         QCryptographicHash::hash(path, QCryptographicHash::Sha1).toHex();
 }
 
 }  // namespace
@@ -22,12 +26,9 @@ SingleInstance::SingleInstance(const QString& store)
   server_.setSocketOptions(QLocalServer::UserAccessOption);
   connect(&server_, &QLocalServer::newConnection, this, [this] {
     QLocalSocket* second = server_.nextPendingConnection();
-    const auto heard = [this, second] {
-      emit StartedAgain(QString::fromUtf8(second->read(kLongestToken)));
-      second->deleteLater();
-    };
-    if (second->state() == QLocalSocket::UnconnectedState) return heard();
-    connect(second, &QLocalSocket::disconnected, this, heard);
+    second->waitForReadyRead(kToldWithin);
+    emit StartedAgain(QString::fromUtf8(second->read(kLongestToken)).trimmed());
+    second->deleteLater();
   });
 }
 
@@ -40,7 +41,7 @@ SingleInstance::Place SingleInstance::Take(const QString& token) {
   QLocalSocket first;
   first.connectToServer(name_);
   if (!first.waitForConnected(kAnswersWithin)) return Place::OtherComputer;
-  first.write(token.toUtf8());
+  first.write(token.toUtf8() + '\n');
   first.waitForBytesWritten(kAnswersWithin);
   return Place::Second;
 }

@@ -11,6 +11,19 @@ namespace {
 
 using testing::ElementsAre;
 
+TEST(RoundClockTest, NextAfterTheEndPlaysARoundThatWasAdded) {
+  ClockBench bench;
+  SetShape(bench, 2, 10, 1);
+  bench.clock.Start(2);
+  bench.RunToEnd();
+  bench.session.settings.nRounds = 3;
+  bench.clock.Do(SessionCommand::NextRound);
+  EXPECT_EQ(bench.face.caption, "Final Round of 3");
+  EXPECT_EQ(bench.face.countdown, "10:00");
+  bench.clock.Do(SessionCommand::Undo);
+  EXPECT_EQ(bench.clock.State().phase, Phase::Ended);
+}
+
 // Every command in every state: the phase that follows, the round, and whether the clock is paused.
 TEST(RoundClockTest, EveryCommandInEveryState) {
   using Command = void (*)(RoundClock&);

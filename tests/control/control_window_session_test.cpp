@@ -167,6 +167,15 @@ TEST_F(ControlWindowTest, WhatTheEveningWillNotHaveIsTold) {
   EXPECT_EQ(lines(), "The finish at 19:40 will not be met|");
 }
 
+TEST_F(ControlWindowTest, InTwelveHourFormEitherHalfOfTheDayIsMeant) {
+  session.options.TimeAs24hour = false;
+  window.optCalc_Click(1);
+  Enter(Box::FinishTime, "10:30");
+  EXPECT_EQ(view.labels[Label::lblFinishTime], "10:30pm");
+  EXPECT_EQ(view.labels[Label::lblFinish], "Required Finish Time");
+  EXPECT_TRUE(bench.notices.empty());
+}
+
 TEST_F(ControlWindowTest, TheStartButtonNamesTheRoundThatWillBeStarted) {
   Enter(Box::CurrentRound, "40000");  // cannot be stored
   EXPECT_EQ(Value(Box::CurrentRound), "1");

@@ -180,7 +180,7 @@ TEST(EntryRulesTest, PastedTextIsFilteredWhatStoodThereStays) {
       {Box::nRounds, "12", "1e9", "12", 1, true},
       {Box::nRounds, "", " 12 ", "12", 2, false},
       {Box::nRounds, "", "1 2", "", 0, true},
-      {Box::nRounds, "12345", "123456", "12345", 5, true},
+      {Box::nRounds, "1234", "12345", "1234", 4, true},
       {Box::nRounds, "123456", "1234567", "1234567", 7, false},  // nonsense that stood there
       {Box::MinPerRound, "7", "7,", "7.", 2, false},
       {Box::MinPerRound, "", "7,5", "7.5", 3, false},

@@ -21,7 +21,9 @@ class Desktop:
         timer = {"AutoUpdate": "False", "AutoLaunch": "True", "BMSuggest": "False"} | settings
         self.store.write_text(json.dumps({"Olvendra": {"Timer": timer}}))
         self.screen, self.display = self.start_screen(size)
-        self.environment = os.environ | {"DISPLAY": self.display, "QT_QPA_PLATFORM": "xcb"}
+        # No session bus is looked for: that would start one for each program.
+        self.environment = {"DBUS_SESSION_BUS_ADDRESS": "disabled:"} | os.environ | {
+            "DISPLAY": self.display, "QT_QPA_PLATFORM": "xcb"}
         self.program = None
 
     def start_screen(self, size):

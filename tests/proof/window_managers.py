@@ -24,7 +24,10 @@ DISPLAYS = "display$"
 COMMANDS = {"openbox": ["openbox"],
             "xfwm4": ["dbus-run-session", "xfwm4", "--compositor=off"],
             "metacity": ["metacity"],
-            "mutter": ["dbus-run-session", "mutter", "--x11", "--sm-disable"]}
+            # As GNOME sets it: a dialog is pinned to the middle of the window that it belongs to.
+            "mutter": ["dbus-run-session", "sh", "-c",
+                       "gsettings set org.gnome.mutter attach-modal-dialogs true;"
+                       "exec mutter --x11 --sm-disable"]}
 WIDTH, HEIGHT = 1920, 1080
 LEFT, RIGHT = (0, 0, WIDTH, HEIGHT), (WIDTH, 0, WIDTH, HEIGHT)
 NORMAL = {"FormX": "4500", "FormY": "3000", "FormSizeX": "15000", "FormSizeY": "9000"}
@@ -64,7 +67,8 @@ class Desk(Desktop):
         self.extra = tempfile.mkdtemp(prefix="corvanel-outputs-")
         self.outputs = outputs
         super().__init__(programs, NORMAL | {"MinPerRound": "20", "DisplayState": "0"} | settings)
-        self.manager = subprocess.Popen(COMMANDS[manager], env=self.environment,
+        settings = {"XDG_CONFIG_HOME": self.extra, "GSETTINGS_BACKEND": "keyfile"}
+        self.manager = subprocess.Popen(COMMANDS[manager], env=self.environment | settings,
                                         stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
                                         start_new_session=True)
         time.sleep(2)
@@ -154,6 +158,10 @@ def one_screen(programs, manager, found):
             desk.press("Escape")
             found.expect(f"control window after {turn}", desk.windows(CONTROL), [control])
             desk.press("alt+c")
+        desk.press("F1")
+        found.expect("F1 stands beside the countdown",
+                     [x > WIDTH * 0.6 for x, *_ in desk.windows("shortcuts")], [True])
+        desk.press("Escape")
         desk.press("f")
         found.expect("F takes it out of full screen", [w[2:] for w in desk.windows(DISPLAYS)],
                      [(1000, 600, False)])

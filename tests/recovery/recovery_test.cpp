@@ -243,6 +243,21 @@ TEST(ContinueSessionTest, ADamagedRecordIsToldInALineAndAnOlderOneServes) {
   }
 }
 
+TEST(ContinueSessionTest, AMarkOfAnotherAgeInACommandIsDamageToo) {
+  FakeKeeper keeper;
+  ProgramRun first(keeper, ClockTime::At(20, 0), "one");
+  first.Begin();
+  first.Pass(60);
+  first.Do(SessionCommand::Pause);
+  std::string text = keeper.texts.front();
+  const size_t undo = text.find("\"undo\"");
+  const size_t mark = text.find("\"roundEnd\": 600.0", undo);
+  ASSERT_NE(mark, std::string::npos);
+  keeper.texts = {text.replace(mark, 17, "\"roundEnd\": 600000.0")};
+  ProgramRun second(keeper, ClockTime::At(20, 2), "two");
+  EXPECT_FALSE(second.Resume());
+}
+
 TEST(SessionRecorderTest, WritesEveryChangeAndOnlyChanges) {
   FakeKeeper keeper;
   ProgramRun run(keeper, ClockTime::At(20, 0), "one");
