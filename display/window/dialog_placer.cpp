@@ -52,8 +52,10 @@ void DialogPlacer::GiveBack(const QObject* dialog) {
 void DialogPlacer::PlaceBeside(QDialog& dialog) {
   const auto shown = [](const QWidget* window) { return window->isVisible(); };
   if (std::none_of(displays_.begin(), displays_.end(), shown)) return;
-  // Else GNOME pins it over the middle of the display, whatever place it asks for.
-  if (qobject_cast<DisplayWindow*>(dialog.parentWidget()) != nullptr) {
+  // Else GNOME pins it over the middle of the display, whatever place it asks for. On Wayland it
+  // could not ask for one.
+  const bool placed = QGuiApplication::platformName() != "wayland";
+  if (placed && qobject_cast<DisplayWindow*>(dialog.parentWidget()) != nullptr) {
     dialog.windowHandle()->setTransientParent(nullptr);
   }
   const auto* asked = qobject_cast<const QDialog*>(dialog.parentWidget());
