@@ -97,6 +97,14 @@ void RoundClock::Start(int16_t round) {
   });
 }
 
+PossibleCommands RoundClock::Can() const {
+  return {.pause = UnderWay() && !state_.paused,
+          .resume = state_.paused,
+          .nextRound = state_.phase != Phase::Idle && !InFinalRound(),
+          .restart = state_.phase != Phase::Idle,
+          .minutes = Counting() && !state_.paused};
+}
+
 void RoundClock::Do(SessionCommand command) {
   Handle([&] {
     switch (command) {
@@ -111,12 +119,12 @@ void RoundClock::Do(SessionCommand command) {
         Resume(command == SessionCommand::AutoResume);
         break;
       case SessionCommand::NextRound:
-        if (state_.phase == Phase::Idle || InFinalRound()) break;
+        if (!Can().nextRound) break;
         Remember(command);
         AdvanceRound();
         break;
       case SessionCommand::Restart:
-        if (state_.phase == Phase::Idle) break;
+        if (!Can().restart) break;
         Remember(command);
         // Rounds may have been struck off since the session ended.
         state_.round = std::min(state_.round, Settings().nRounds);
@@ -145,7 +153,7 @@ void RoundClock::Do(SessionCommand command) {
 }
 
 void RoundClock::Pause(bool automatic) {
-  if (state_.paused || !UnderWay()) return;
+  if (!Can().pause) return;
   Remember(automatic ? SessionCommand::AutoPause : SessionCommand::Pause);
   state_.pauseMark = now_;
   state_.paused = true;
@@ -154,7 +162,7 @@ void RoundClock::Pause(bool automatic) {
 }
 
 void RoundClock::Resume(bool automatic) {
-  if (!state_.paused) return;
+  if (!Can().resume) return;
   if (!automatic) {
     Remember(SessionCommand::Resume);
     state_.mayAutoPause = false;
@@ -168,7 +176,7 @@ void RoundClock::Resume(bool automatic) {
 }
 
 void RoundClock::ChangeMinutes(int minutes) {
-  if (!Counting() || state_.paused) return;
+  if (!Can().minutes) return;
   const double left = state_.At(now_).secondsLeft + minutes * 60.0;
   if (left > kLongestPhase * 60) return;
   Remember(minutes > 0 ? SessionCommand::AddMinute : SessionCommand::SubtractMinute);
@@ -221,6 +229,7 @@ ClockFace RoundClock::Face(double now) const {
   face.schedule = CalcFinish(s, standing, parts_.time.TimeOfDay().PlusSeconds(-since));
   face.finish = FinishLine(face.schedule.finish, options.Form());
   if (face.schedule.breakAt) face.breakLine = BreakLine(face.schedule, options.Form());
+  face.can = Can();
   face.undo = undo_.Label(now);
   face.away = gap_ ? gap_->seconds : 0;
   face.awayCanBeTakenOut = gap_ && gap_->before;

@@ -70,6 +70,7 @@ class RoundClock {
   void WasHeld() { wakesAt_ = kNever; }
 
   const ClockState& State() const { return state_; }
+  PossibleCommands Can() const;
   bool UnderWay() const { return Runs(state_.phase); }
   /// Where the session stands at this moment.
   Standing Now() const { return state_.At(parts_.time.Uptime()); }

@@ -228,7 +228,6 @@ void ControlWindow::TellWhatWillNotBe(double minutesLate) {
   }
 }
 
-/// The bar shows what is still to come of a session under way.
 void ControlWindow::ShowSchedule(const Schedule& schedule, const Standing& standing,
                                  ClockTime start) {
   const SessionSettings& s = Settings();
@@ -240,7 +239,9 @@ void ControlWindow::ShowSchedule(const Schedule& schedule, const Standing& stand
   parts_.view.SetLabel(Label::lblFinishTime, TimeText(schedule.finish, Form()));
   parts_.view.SetLabel(Label::lblBreakTime,
                        schedule.breakAt ? TimeText(*schedule.breakAt, Form()) : std::string());
-  parts_.view.ShowTimetable(Timetable(Settings(), standing), start);
+  const auto lines = Timetable(s, standing);
+  parts_.view.ShowEvening(Runs(standing.phase) ? soFar_.Whole(lines, parts_.time.Uptime(), start)
+                                               : Evening{lines, start});
 }
 
 bool ControlWindow::RefuseRoundLength(float minutes) {
@@ -312,8 +313,16 @@ void ControlWindow::cmdStop_Click() {
   Handle("cmdStop_Click", [&] { parts_.exit.FromControlWindow(started_); });
 }
 
+void ControlWindow::cmdLive_Click(SessionCommand command) {
+  Handle("cmdLive_Click", [&] { parts_.clock.Do(command); });
+}
+
 void ControlWindow::BackFromDisplays() {
-  Handle("BackFromDisplays", [&] { PlanRound(parts_.clock.State().round); });
+  // A session that has ended is no part of the next evening.
+  Handle("BackFromDisplays", [&] {
+    const ClockState& state = parts_.clock.State();
+    PlanRound(state.phase == Phase::Ended ? int16_t{1} : state.round);
+  });
 }
 
 void ControlWindow::PlanRound(int16_t round) {
@@ -340,7 +349,12 @@ void ControlWindow::ShowFace(const ClockFace& face) {
     planned_.time = start ? *startedAt_ : ToTheMinute(from);
     PutIfChanged(Box::StartTime);
   }
-  if (!Runs(face.phase)) return;
+  soFar_.Follow(face, parts_.time.Uptime());
+  if (!Runs(face.phase)) {
+    parts_.view.ShowLive(std::nullopt);
+    return;
+  }
+  parts_.view.ShowLive(LiveStripOf(face, parts_.session));
   ShowSchedule(face.schedule, {face.phase, face.round, face.secondsLeft}, parts_.time.TimeOfDay());
 }
 

@@ -75,6 +75,8 @@ class ControlWindow : public SessionListener {
   /// paused one stays paused.
   void cmdResume_Click();
   void cmdStop_Click();
+  /// A button of the live strip, or its key.
+  void cmdLive_Click(SessionCommand command);
 
   /// The clock goes on with a session of an earlier run of the program: shows it.
   void SessionContinues();
@@ -116,8 +118,9 @@ class ControlWindow : public SessionListener {
 
   Parts parts_;
   PlannedStart planned_;
-  std::optional<ClockTime> startedAt_;     // shown to the second until the first move sets another
-  bool started_ = false;                   // in this run
+  std::optional<ClockTime> startedAt_;  // shown to the second until the first move sets another
+  bool started_ = false;                // in this run
+  EveningSoFar soFar_;
   int shownRound_ = 0;                     // of the clock, as it was last seen
   double countsFrom_ = -1;                 // and its mark
   std::array<std::string, kBoxes> shown_;  // what each box held when it was last in order

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "control/entry_rules.h"
+#include "control/evening_so_far.h"
+#include "control/live_strip.h"
 #include "session/timetable.h"
 
 namespace corvanel {
@@ -29,8 +32,10 @@ class ControlWindowView {
   virtual bool CommitEditing() = 0;
   virtual void OfferFavouriteSave(bool offered) = 0;
   virtual void OfferResume() = 0;
-  /// The evening whose first line begins at `start`.
-  virtual void ShowTimetable(const std::vector<TimetableLine>& lines, ClockTime start) = 0;
+  /// The evening as it is planned, or the one under way.
+  virtual void ShowEvening(const Evening& evening) = 0;
+  /// The session under way; nothing while there is none.
+  virtual void ShowLive(const std::optional<LiveStrip>& live) = 0;
 
   /// The list `cboFavs`, its text, and whether the loader frame around it is shown.
   virtual void ShowFavourites(const std::vector<std::string>& names, const std::string& text) = 0;

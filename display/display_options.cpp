@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "display/contrast.h"
+#include "session/contrast.h"
 
 namespace corvanel {
 namespace {

@@ -26,7 +26,7 @@ StateWords StateWordsOf(const ClockFace& face, const std::string& waiting, TimeF
     words.large = "END OF PLAY";
   } else if (face.paused) {
     words.large = waiting.empty() ? "PAUSED" : waiting;
-  } else if (face.phase == Phase::Break && face.schedule.breakEnd) {
+  } else if (face.phase == Phase::Break) {
     words.large = "BREAK UNTIL " + TimeText(*face.schedule.breakEnd, form);
   }
   return words;

@@ -7,6 +7,17 @@
 
 namespace corvanel {
 
+/// Which of the director's commands mean something now.
+struct PossibleCommands {
+  bool pause = false;
+  bool resume = false;
+  bool nextRound = false;
+  bool restart = false;
+  bool minutes = false;  // one more or less
+
+  bool operator==(const PossibleCommands&) const = default;
+};
+
 /// All that is shown of the clock. Every display is painted from such a value; only what differs
 /// from the last one needs painting.
 struct ClockFace {
@@ -22,8 +33,9 @@ struct ClockFace {
   Schedule schedule;                                // as the session goes on now
   std::string finish;                               // "Finish at 22:31"
   std::string breakLine;  // "Break:20:53 End:21:08", empty when no break is ahead
-  std::string undo;       // "Undo next round, 12 s ago"; empty when nothing can be taken back
-  double away = 0;        // seconds that the computer was away, while that is worth telling
+  PossibleCommands can;
+  std::string undo;  // "Undo next round, 12 s ago"; empty when nothing can be taken back
+  double away = 0;   // seconds that the computer was away, while that is worth telling
   bool awayCanBeTakenOut = false;
 };
 

@@ -36,7 +36,7 @@ struct SectionCells {
 struct ProgressFace {
   std::vector<std::string> lines;      // who is slow, who is still playing
   std::vector<SectionCells> sections;  // one cell per table
-  std::string info;     // about the link itself
+  std::string info;                    // about the link itself
   std::string waiting;  // "WAITING FOR TABLES 5 7", while the link holds the clock for them
 
   bool operator==(const ProgressFace&) const = default;

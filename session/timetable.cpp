@@ -18,12 +18,12 @@ Schedule ScheduleOf(const std::vector<TimetableLine>& lines, const Standing& fro
                     double allowance) {
   Schedule schedule;
   schedule.finish = ToNearestMinute(start.PlusMinutes(Length(lines) + allowance));
-  const auto ahead = std::find_if(lines.begin(), lines.end(), [&](const TimetableLine& line) {
-    return line.phase == Phase::Break && (line.startsIn > 0 || from.phase != Phase::Break);
+  const auto rest = std::find_if(lines.begin(), lines.end(), [](const TimetableLine& line) {
+    return line.phase == Phase::Break;
   });
-  if (ahead != lines.end()) {
-    schedule.breakAt = ahead->Begins(start);
-    schedule.breakEnd = ahead->Ends(start);
+  if (rest != lines.end()) {
+    if (from.phase != Phase::Break) schedule.breakAt = rest->Begins(start);
+    schedule.breakEnd = rest->Ends(start);
   }
   return schedule;
 }

@@ -44,7 +44,8 @@ struct TimetableLine {
 /// Empty when the session has ended.
 std::vector<TimetableLine> Timetable(const SessionSettings& settings, const Standing& from);
 
-/// When the session ends, and when its break begins and ends while one is ahead. Times that are
+/// When the session ends, when its break begins while it is ahead, and when that ends until it has.
+/// Times that are
 /// worked out are to the nearest minute.
 struct Schedule {
   ClockTime finish;

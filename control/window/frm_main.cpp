@@ -4,9 +4,11 @@
 #include <QRegularExpression>
 #include <QScreen>
 #include <QShortcut>
+#include <QStyle>
 #include <QTimer>
 
 #include "control/window/entry_box.h"
+#include "control/window/live_countdown.h"
 #include "control/window/timetable_bar.h"
 #include "ui_frm_main.h"
 
@@ -120,9 +122,7 @@ void FrmMain::SetLogic(ControlWindow& logic) {
           [this, listed] { emit FavouriteSaveWanted(listed()); });
   connect(ui_->cmdFavDelete, &QPushButton::clicked, this,
           [this, listed] { emit FavouriteDeleteWanted(listed()); });
-  auto* start = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this);
-  connect(start, &QShortcut::activated, this, [this] { logic_->cmdStart_Click(); });
-  ui_->cmdStart->setToolTip(tr("Ctrl+Enter"));
+  ConnectLive();
 }
 
 QList<QAction*> FrmMain::MenuEntries() const {
@@ -191,8 +191,70 @@ void FrmMain::OfferResume() {
   ui_->cmdResume->setEnabled(true);
 }
 
-void FrmMain::ShowTimetable(const std::vector<TimetableLine>& lines, ClockTime start) {
-  ui_->barTimetable->Show(lines, start, session_.options.Form());
+void FrmMain::ShowEvening(const Evening& evening) {
+  ui_->barTimetable->Show(evening, session_);
+}
+
+void FrmMain::ShowLive(const std::optional<LiveStrip>& live) {
+  if (live_ != live.has_value()) {
+    live_ = live.has_value();
+    ArrangeStart();
+  }
+  if (!live) return;
+  ui_->lblLive->setText(QString::fromStdString(live->caption));
+  ui_->lblLiveTime->Show(live->countdown, live->style);
+  ui_->cmdLivePause->setVisible(!live->can.resume);
+  ui_->cmdLivePause->setEnabled(live->can.pause);
+  ui_->cmdLiveResume->setVisible(live->can.resume);
+  ui_->cmdLiveMinus->setEnabled(live->can.minutes);
+  ui_->cmdLivePlus->setEnabled(live->can.minutes);
+  ui_->cmdLiveNext->setEnabled(live->can.nextRound);
+  ui_->cmdLiveUndo->setText(live->undo.empty() ? tr("Undo") : QString::fromStdString(live->undo));
+  ui_->cmdLiveUndo->setEnabled(!live->undo.empty());
+}
+
+/// One strong button: Start while the director plans, the way back to the clock while it runs.
+void FrmMain::ArrangeStart() {
+  for (QWidget* widget :
+       {static_cast<QWidget*>(ui_->lblLive), static_cast<QWidget*>(ui_->lblLiveTime),
+        static_cast<QWidget*>(ui_->fraLive)}) {
+    widget->setVisible(live_);
+  }
+  QHBoxLayout* row = live_ ? ui_->layoutLiveRow : ui_->layoutStartRow;
+  row->addWidget(ui_->cmdStop);
+  row->addWidget(ui_->cmdStart);
+  for (const auto& [button, strong] :
+       {std::pair(ui_->cmdStart, !live_), std::pair(ui_->cmdResume, live_)}) {
+    button->setProperty("primary", strong);
+    button->style()->unpolish(button);
+    button->style()->polish(button);
+    button->setToolTip(strong ? tr("Ctrl+Enter") : QString());
+  }
+  if (live_) ui_->cmdResume->setFocus();
+}
+
+void FrmMain::ConnectLive() {
+  const std::pair<QPushButton*, SessionCommand> buttons[] = {
+      {ui_->cmdLivePause, SessionCommand::Pause},
+      {ui_->cmdLiveResume, SessionCommand::Resume},
+      {ui_->cmdLiveMinus, SessionCommand::SubtractMinute},
+      {ui_->cmdLivePlus, SessionCommand::AddMinute},
+      {ui_->cmdLiveNext, SessionCommand::NextRound},
+      {ui_->cmdLiveUndo, SessionCommand::Undo}};
+  for (const auto& [button, command] : buttons) {
+    connect(button, &QPushButton::clicked, this,
+            [this, command = command] { logic_->cmdLive_Click(command); });
+  }
+  // Enter presses the one that has the focus, as in a dialog.
+  ui_->cmdResume->setAutoDefault(true);
+  ui_->cmdStart->setAutoDefault(true);
+  const auto strong = [this] { live_ ? logic_->cmdResume_Click() : logic_->cmdStart_Click(); };
+  connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this), &QShortcut::activated, this,
+          strong);
+  connect(new QShortcut(QKeySequence(Qt::Key_Escape), this), &QShortcut::activated, this, [this] {
+    if (live_) logic_->cmdResume_Click();
+  });
+  ArrangeStart();
 }
 
 void FrmMain::ShowVersion(const QString& version) {

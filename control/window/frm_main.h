@@ -37,7 +37,8 @@ class FrmMain : public QMainWindow, public ControlWindowView, public SessionList
   bool CommitEditing() override;
   void OfferFavouriteSave(bool offered) override;
   void OfferResume() override;
-  void ShowTimetable(const std::vector<TimetableLine>& lines, ClockTime start) override;
+  void ShowEvening(const Evening& evening) override;
+  void ShowLive(const std::optional<LiveStrip>& live) override;
 
   /// The entries of the menus, each with its name in the form: "mnuManual".
   QList<QAction*> MenuEntries() const;
@@ -69,11 +70,14 @@ class FrmMain : public QMainWindow, public ControlWindowView, public SessionList
   EntryBox* BoxOf(Box box) const { return boxes_[static_cast<size_t>(box)]; }
   QCheckBox* CheckOf(Tick tick) const;
   void Leave(EntryBox* box);
+  void ConnectLive();
+  void ArrangeStart();
 
   const Session& session_;
   std::unique_ptr<Ui::FrmMain> ui_;
   std::array<EntryBox*, kBoxes> boxes_{};
   ControlWindow* logic_ = nullptr;
+  bool live_ = false;  // a session is under way
 };
 
 }  // namespace corvanel

@@ -3,77 +3,138 @@
 #include <QHelpEvent>
 #include <QPainter>
 #include <QToolTip>
+#include <algorithm>
 
 namespace corvanel {
 namespace {
 
-constexpr int kHeight = 44;  // bar and times below it
-constexpr int kBarHeight = 22;
+constexpr int kMarks = 16;  // pixels, above the bar
+constexpr int kBarHeight = 24;
+constexpr int kTimes = 20;          // below it
 constexpr size_t kMostLines = 400;  // beyond, fields would be thinner than a pixel
-constexpr QColor kRound(0x5B, 0x8D, 0xE8);
+constexpr QColor kRound(0x1F, 0x5F, 0xBF);
 constexpr QColor kBreak(0xF2, 0xA9, 0x00);
+constexpr double kPlayed = 0.25;  // of a field's colour, over what is behind
+constexpr double kNowWidth = 3;
+
+QColor Faded(const QColor& colour, const QColor& behind) {
+  const auto mixed = [](int one, int other) {
+    return static_cast<int>(other + (one - other) * kPlayed);
+  };
+  return {mixed(colour.red(), behind.red()), mixed(colour.green(), behind.green()),
+          mixed(colour.blue(), behind.blue())};
+}
+
+QColor ColourOf(const TimetableLine& line) {
+  return line.phase == Phase::Break ? kBreak : kRound;
+}
 
 }  // namespace
 
 TimetableBar::TimetableBar(QWidget* parent) : QWidget(parent) {
-  setMinimumHeight(kHeight);
+  setMinimumHeight(sizeHint().height());
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   setAccessibleName(tr("Timetable of the session"));
 }
 
 QSize TimetableBar::sizeHint() const {
-  return {400, kHeight};
+  return {400, kMarks + kBarHeight + kTimes};
 }
 
-void TimetableBar::Show(const std::vector<TimetableLine>& lines, ClockTime start, TimeForm form) {
-  lines_ = lines;
-  start_ = start;
-  form_ = form;
+void TimetableBar::Show(const Evening& evening, const Session& session) {
+  evening_ = evening;
+  session_ = &session;
   update();
 }
 
 double TimetableBar::Scale() const {
-  if (lines_.empty()) return 0;
-  const double minutes = lines_.back().startsIn + lines_.back().minutes;
+  if (evening_.lines.empty()) return 0;
+  const double minutes = evening_.lines.back().startsIn + evening_.lines.back().minutes;
   return minutes > 0 ? width() / minutes : 0;
 }
 
+/// What the move after a round brings: "S", "A" or "S A".
+QString TimetableBar::MarksOf(int round) const {
+  const SessionSettings& s = session_->settings;
+  if (round >= s.nRounds) return {};
+  QStringList marks;
+  if (s.Skip.Lists(round)) marks << tr("S");
+  if (s.Arrow.Lists(round)) marks << tr("A");
+  return marks.join(' ');
+}
+
+void TimetableBar::PaintField(QPainter& painter, const TimetableLine& line) const {
+  const double scale = Scale();
+  const QRectF field(line.startsIn * scale, kMarks, std::max(line.minutes * scale - 1, 1.0),
+                     kBarHeight);
+  const QColor behind = palette().color(QPalette::Base);
+  const double now = std::clamp(evening_.standsAt * scale, field.left(), field.right());
+  painter.setPen(Qt::NoPen);
+  // What was played of it, then the rest.
+  for (const bool played : {false, true}) {
+    painter.save();
+    painter.setClipRect(played ? QRectF(field.topLeft(), QPointF(now, field.bottom()))
+                               : QRectF(QPointF(now, field.top()), field.bottomRight()));
+    painter.setBrush(played ? Faded(ColourOf(line), behind) : ColourOf(line));
+    painter.drawRoundedRect(field, 3, 3);
+    painter.restore();
+  }
+  const QString name = line.phase == Phase::Break ? tr("Break") : QString::number(line.round);
+  const QFontMetrics metrics(font());
+  if (metrics.horizontalAdvance(name) + 6 >= field.width()) return;
+  const bool dimmed = now > field.center().x();
+  painter.setPen(dimmed                       ? palette().color(QPalette::Text)
+                 : line.phase == Phase::Break ? QColor(Qt::black)
+                                              : QColor(Qt::white));
+  painter.drawText(field, Qt::AlignCenter, name);
+}
+
+void TimetableBar::PaintMarks(QPainter& painter, const TimetableLine& line) const {
+  const QString marks = MarksOf(line.round);
+  if (marks.isEmpty()) return;
+  QFont bold = font();
+  bold.setBold(true);
+  painter.setFont(bold);
+  const double end = (line.startsIn + line.minutes) * Scale();
+  const double wide = QFontMetrics(bold).horizontalAdvance(marks);
+  painter.setPen(palette().color(QPalette::Text));
+  painter.drawText(QRectF(std::clamp(end - wide / 2, 0.0, width() - wide), 0, wide + 1, kMarks),
+                   Qt::AlignCenter, marks);
+  painter.setFont(font());
+}
+
+void TimetableBar::PaintNow(QPainter& painter) const {
+  if (evening_.standsAt < 0) return;
+  const double x = std::min(evening_.standsAt * Scale(), width() - kNowWidth);
+  painter.fillRect(QRectF(x - kNowWidth / 2, kMarks - 5, kNowWidth, kBarHeight + 10),
+                   palette().color(QPalette::Text));
+}
+
 void TimetableBar::paintEvent(QPaintEvent* /*event*/) {
-  if (lines_.size() > kMostLines) return;
+  if (session_ == nullptr || evening_.lines.size() > kMostLines) return;
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  const double scale = Scale();
   const QFontMetrics metrics(font());
-  const int textTop = kBarHeight + 2;
   double freeFrom = -1;  // where the row of times below the bar has room again
-  const auto putTime = [&](const TimetableLine& line) {
-    const QString time = QString::fromStdString(TimeText(line.Begins(start_), form_));
-    const double left = std::min(line.startsIn * scale,
-                                 static_cast<double>(width() - metrics.horizontalAdvance(time)));
-    if (left < freeFrom) return;
-    painter.setPen(palette().color(QPalette::PlaceholderText));
-    painter.drawText(QPointF(left, textTop + metrics.ascent()), time);
-    freeFrom = left + metrics.horizontalAdvance(time) + 14;
-  };
-  for (const TimetableLine& line : lines_) {
+  for (const TimetableLine& line : evening_.lines) {
     if (line.phase == Phase::Move) continue;
-    const QRectF field(line.startsIn * scale, 0, std::max(line.minutes * scale - 1, 1.0),
-                       kBarHeight);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(line.phase == Phase::Break ? kBreak : kRound);
-    painter.drawRoundedRect(field, 3, 3);
-    painter.setPen(line.phase == Phase::Break ? Qt::black : Qt::white);
-    const QString name = line.phase == Phase::Break ? tr("Break") : QString::number(line.round);
-    if (metrics.horizontalAdvance(name) + 6 < field.width()) {
-      painter.drawText(field, Qt::AlignCenter, name);
-    }
-    putTime(line);
+    PaintField(painter, line);
+    if (line.phase == Phase::Round) PaintMarks(painter, line);
+    const QString time =
+        QString::fromStdString(TimeText(line.Begins(evening_.start), session_->options.Form()));
+    const double left = std::min(line.startsIn * Scale(),
+                                 static_cast<double>(width() - metrics.horizontalAdvance(time)));
+    if (left < freeFrom) continue;
+    painter.setPen(palette().color(QPalette::Text));
+    painter.drawText(QPointF(left, kMarks + kBarHeight + 4 + metrics.ascent()), time);
+    freeFrom = left + metrics.horizontalAdvance(time) + 14;
   }
+  PaintNow(painter);
 }
 
 const TimetableLine* TimetableBar::LineAt(double x) const {
   const double scale = Scale();
-  for (const TimetableLine& line : lines_) {
+  for (const TimetableLine& line : evening_.lines) {
     if (x >= line.startsIn * scale && x < (line.startsIn + line.minutes) * scale) return &line;
   }
   return nullptr;
@@ -90,10 +151,12 @@ bool TimetableBar::event(QEvent* event) {
   const QString what = line->phase == Phase::Round   ? tr("Round %1").arg(line->round)
                        : line->phase == Phase::Break ? tr("Break after round %1").arg(line->round)
                                                      : tr("Move after round %1").arg(line->round);
-  const auto time = [&](ClockTime at) { return QString::fromStdString(TimeText(at, form_)); };
-  QToolTip::showText(
-      help->globalPos(),
-      tr("%1: %2 to %3").arg(what, time(line->Begins(start_)), time(line->Ends(start_))));
+  const auto time = [&](ClockTime at) {
+    return QString::fromStdString(TimeText(at, session_->options.Form()));
+  };
+  QToolTip::showText(help->globalPos(), tr("%1: %2 to %3")
+                                            .arg(what, time(line->Begins(evening_.start)),
+                                                 time(line->Ends(evening_.start))));
   return true;
 }
 

@@ -5,7 +5,6 @@
 #include <QScreen>
 #include <cmath>
 
-#include "display/contrast.h"
 #include "display/state_words.h"
 #include "display/window/command_bar.h"
 #include "display/window/countdown_panel.h"
@@ -13,14 +12,13 @@
 #include "display/window/text_measure.h"
 #include "display/window/text_row.h"
 #include "session/captions.h"
+#include "session/contrast.h"
 
 namespace corvanel {
 namespace {
 
-constexpr int kWindowSettles = 300;    // milliseconds
-constexpr int kResizeSettles = 60;     // milliseconds
-constexpr double kPausedShare = 0.45;  // of the digits' colour
-constexpr double kLargeTextContrast = 3;
+constexpr int kWindowSettles = 300;  // milliseconds
+constexpr int kResizeSettles = 60;   // milliseconds
 
 }  // namespace
 
@@ -228,10 +226,7 @@ void DisplayWindow::ShowTexts() {
   lblHeader_->SetText(ShownTitle(session_.settings.Header));
   const StateWords words = StateWordsOf(face_, Waiting(), session_.options.Form());
   ElementStyle countdown = session_.elements[static_cast<size_t>(face_.countdownStyle)];
-  if (face_.paused) {
-    countdown.Forecolour =
-        Receding(countdown.Forecolour, countdown.Backcolour, kPausedShare, kLargeTextContrast);
-  }
+  if (face_.paused) countdown.Forecolour = Receded(countdown);
   lblMin_->SetStyle(countdown, Background());
   lblMin_->SetTexts(face_.countdown, words.tag);
   lblState_->SetText(words.large);

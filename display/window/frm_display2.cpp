@@ -7,8 +7,8 @@
 #include <QPushButton>
 #include <QToolTip>
 
-#include "display/contrast.h"
 #include "display/window/text_measure.h"
+#include "session/contrast.h"
 #include "widgets/notice_list.h"
 
 namespace corvanel {

@@ -4,8 +4,8 @@
 #include <QPainterPath>
 #include <algorithm>
 
-#include "display/contrast.h"
 #include "display/window/text_measure.h"
+#include "session/contrast.h"
 
 namespace corvanel {
 namespace {

@@ -211,10 +211,71 @@ TEST_F(ControlWindowTest, StopAsksOnlyTheShutdownQuestion) {
             "Click No to do other work\nClick Cancel to continue with Corvanel");
 }
 
-TEST_F(ControlWindowTest, TheBarOfASessionUnderWayBeginsNow) {
+TEST_F(ControlWindowTest, TheBarShowsWhatWasPlayedAsItWas) {
+  const auto begins = [&] {
+    std::string times;
+    for (const TimetableLine& line : view.evening.lines) {
+      if (line.phase == Phase::Round) times += TimeText(line.Begins(view.evening.start)) + ' ';
+    }
+    return times;
+  };
+  s.nRounds = 4;
+  s.MinPerRound = 20;
+  s.MinBetweenRounds = 1;
+  EXPECT_EQ(view.evening.standsAt, -1);
   window.cmdStart_Click();
   bench.Pass(600);
-  EXPECT_EQ(TimeText(view.barBegins), "19:40");
+  EXPECT_EQ(view.evening.standsAt, 10);
+  EXPECT_EQ(begins(), "19:30 19:51 20:12 20:33 ");
+  bench.clock.Do(SessionCommand::Pause);
+  bench.Pass(300);
+  EXPECT_EQ(begins(), "19:30 19:56 20:17 20:38 ");
+  bench.clock.Do(SessionCommand::Resume);
+  bench.clock.Do(SessionCommand::NextRound);  // at 19:45
+  bench.Pass(60);
+  EXPECT_EQ(begins(), "19:30 19:45 20:06 20:27 ");
+  bench.clock.Do(SessionCommand::Undo);
+  EXPECT_EQ(begins(), "19:30 19:56 20:17 20:38 ");
+}
+
+TEST_F(ControlWindowTest, TheLiveStripSaysWhatTheClockDoes) {
+  s.nRounds = 3;
+  s.MinPerRound = 20;
+  s.MinBetweenRounds = 1;
+  s.MinWarning = 3;
+  s.MinWarning1 = 7;
+  s.optBreak = true;
+  s.BreakAfterRound = 1;
+  s.TimeForBreak = 10;
+  s.MoveAfterBreak = true;
+  EXPECT_FALSE(view.live);
+  window.cmdStart_Click();
+  const std::pair<double, const char*> rows[] = {
+      {0, "Round 1 of 3"},
+      {14 * 60, "Round 1 of 3 · early warning"},
+      {18 * 60, "Round 1 of 3 · last warning"},
+      {21 * 60, "Break until 20:00"},
+      {30.5 * 60, "Move for round 2"},
+      {51.5 * 60, "Move for the final round"},
+      {53 * 60, "Round 3 of 3"},
+  };
+  for (const auto& [at, caption] : rows) {
+    bench.Pass(at - bench.time.Elapsed());
+    ASSERT_TRUE(view.live) << caption;
+    EXPECT_EQ(view.live->caption, caption);
+    EXPECT_EQ(view.live->countdown, bench.face.countdown);
+  }
+  EXPECT_FALSE(view.live->can.nextRound);
+  window.cmdLive_Click(SessionCommand::Pause);
+  EXPECT_EQ(view.live->caption, "Paused · Round 3 of 3");
+  EXPECT_TRUE(view.live->can.resume);
+  EXPECT_FALSE(view.live->can.minutes);
+  window.cmdLive_Click(SessionCommand::Undo);
+  EXPECT_EQ(view.live->caption, "Round 3 of 3");
+  bench.RunToEnd();
+  EXPECT_FALSE(view.live);
+  window.BackFromDisplays();
+  EXPECT_EQ(window.Planned().round, 1);  // of the next evening
 }
 
 TEST_F(ControlWindowTest, StartRefusesARoundOfMoreThanTenHours) {
@@ -256,7 +317,7 @@ TEST_F(ControlWindowTest, WhatIsPlannedAfterTheEndStands) {
   Enter(Box::StartTime, "21:00");
   bench.Pass(5);
   EXPECT_EQ(view.labels[Label::lblFinishTime], "21:20");
-  EXPECT_EQ(view.lines, 1U);
+  EXPECT_EQ(view.evening.lines.size(), 1U);
 }
 
 TEST_F(ControlWindowTest, ResumeWaitsForAnEntryThatWasRefused) {

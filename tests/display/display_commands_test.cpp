@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "display/contrast.h"
+#include "session/contrast.h"
 #include "display/pointer_watch.h"
 #include "tests/support/fake_display_host.h"
 #include "tests/support/fakes.h"

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "display/contrast.h"
+#include "session/contrast.h"
 #include "display/screen_plan.h"
 #include "settings/settings_table.h"
 #include "tests/support/fakes.h"

@@ -21,11 +21,11 @@ class FakeControlWindow : public ControlWindowView, public ControlHost {
   bool CommitEditing() override { return commit(); }
   void OfferFavouriteSave(bool offered) override { favouriteOffered = offered; }
   void OfferResume() override { resumeOffered = true; }
-  void ShowTimetable(const std::vector<TimetableLine>& shown, ClockTime start) override {
-    lines = shown.size();
-    barBegins = start;
+  void ShowEvening(const Evening& shown) override {
+    evening = shown;
     ++calculations;
   }
+  void ShowLive(const std::optional<LiveStrip>& shown) override { live = shown; }
   void ShowFavourites(const std::vector<std::string>& names, const std::string& text) override {
     listed = names;
     chosen = text;
@@ -44,8 +44,8 @@ class FakeControlWindow : public ControlWindowView, public ControlHost {
   std::function<bool()> commit = [] { return true; };
   std::optional<Box> focus;
   int mode = -1;
-  size_t lines = 0;
-  ClockTime barBegins;  // when the first of them begins
+  Evening evening;
+  std::optional<LiveStrip> live;
   int calculations = 0;
   bool favouriteOffered = false;
   bool resumeOffered = false;

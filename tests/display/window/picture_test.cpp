@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <map>
 
-#include "display/contrast.h"
+#include "session/contrast.h"
 #include "display/window/countdown_panel.h"
 #include "display/window/frm_display.h"
 #include "display/window/text_row.h"

@@ -1,4 +1,4 @@
-#include "display/contrast.h"
+#include "session/contrast.h"
 
 #include <fmt/format.h>
 
@@ -49,6 +49,12 @@ Colour Receding(Colour ink, Colour back, double share, double contrast) {
     if (ContrastRatio(blend, back) >= contrast) return blend;
   }
   return ink;
+}
+
+Colour Receded(const ElementStyle& countdown) {
+  constexpr double kShare = 0.45;
+  constexpr double kLargeTextContrast = 3;
+  return Receding(countdown.Forecolour, countdown.Backcolour, kShare, kLargeTextContrast);
 }
 
 }  // namespace corvanel
