@@ -6,6 +6,7 @@
 #include <QShortcut>
 #include <QStyle>
 #include <QTimer>
+#include <algorithm>
 
 #include "control/window/entry_box.h"
 #include "control/window/live_countdown.h"
@@ -16,36 +17,39 @@ namespace corvanel {
 namespace {
 
 constexpr int kWidestName = 180;  // pixels
+constexpr int kBetweenCards = 8;  // pixels
+constexpr int kAroundLine = 12;   // pixels, of a line for the director
 
-/// Cards on a calm ground, one strong button; every colour comes from the desktop's own palette.
+/// Cards on a calm ground, one strong button. But for one accent, dark enough for white text in
+/// both kinds of palette, every colour is the desktop's own.
 constexpr const char* kStyle = R"(
   QFrame[card="true"] {
     background: palette(base); border: 1px solid palette(midlight); border-radius: 8px;
   }
   QLabel[heading="true"] { font-weight: 600; }
   QLabel[quiet="true"] { color: palette(placeholder-text); }
-  QLabel[big="true"] { font-size: 26pt; font-weight: 700; padding-right: 24px; }
+  QLabel[big="true"] { font-size: 24pt; font-weight: 700; padding-right: 10px; }
   QLabel[result="true"] { font-weight: 600; padding-right: 4px; }
   QLabel { border: none; }
-  QLineEdit { padding: 2px 6px; }
-  QPushButton { padding: 7px 14px; }
+  QLineEdit { padding: 1px 6px; }
+  QPushButton { padding: 5px 12px; }
   QPushButton[segment] {
-    border: 1px solid palette(mid); background: palette(base); padding: 7px 10px;
+    border: 1px solid palette(mid); background: palette(base); padding: 4px 10px;
     font-weight: 600;
   }
   QPushButton[segment="left"] { border-top-left-radius: 6px; border-bottom-left-radius: 6px; }
   QPushButton[segment="right"] {
     border-left: none; border-top-right-radius: 6px; border-bottom-right-radius: 6px;
   }
-  QPushButton[segment]:checked {
-    background: palette(highlight); color: palette(highlighted-text);
-  }
+  QPushButton[segment]:checked { background: #1F5FBF; border-color: #1F5FBF; color: white; }
   QPushButton[segment]:focus { text-decoration: underline; }
   QPushButton[primary="true"] {
-    background: palette(highlight); color: palette(highlighted-text);
-    border: 2px solid palette(highlight); border-radius: 8px;
-    font-size: 13pt; font-weight: 600; padding: 11px 22px;
+    background: #1F5FBF; color: white; border: 2px solid #1F5FBF; border-radius: 8px;
+    font-size: 13pt; font-weight: 600; padding: 8px 16px;
   }
+  QPushButton[primary="true"]:hover { background: #2A6FD4; }
+  QPushButton[primary="true"]:pressed { background: #174A96; }
+  *[off="true"] { color: palette(placeholder-text); }
   QPushButton[primary="true"]:focus { border-color: palette(text); }
 )";
 
@@ -61,6 +65,8 @@ FrmMain::FrmMain(const Session& session, QWidget* parent)
     boxes_[i]->SetBox(box);
   }
   ui_->txtHeader->setAccessibleName(tr("Title"));
+  ui_->menubar->setCornerWidget(ui_->fraVersion);
+  ui_->cmdResume->hide();
   // Of the page alone: dialogs over this window keep their own colours.
   centralWidget()->setStyleSheet(QString::fromUtf8(kStyle));
   connect(ui_->fraNotices, &NoticeList::ActionWanted, this, &FrmMain::NoticeActionWanted);
@@ -100,6 +106,9 @@ void FrmMain::SetLogic(ControlWindow& logic) {
   // clicked comes from the director alone, toggled would come from SetTick too.
   connect(ui_->chkBreak, &QCheckBox::clicked, this,
           [this](bool on) { logic_->chkBreak_Click(on); });
+  for (QCheckBox* box : {ui_->chkBreak, ui_->chkHeader}) {
+    connect(box, &QCheckBox::toggled, this, &FrmMain::ShowWhatIsOff);
+  }
   connect(ui_->chkMoveAfterBreak, &QCheckBox::clicked, this,
           [this](bool on) { logic_->chkMoveAfterBreak_Click(on); });
   connect(ui_->chkMonitor, &QCheckBox::clicked, this,
@@ -163,6 +172,53 @@ void FrmMain::SetLabel(Label label, const std::string& text) {
 
 void FrmMain::SetTick(Tick tick, bool on) {
   CheckOf(tick)->setChecked(on);
+  ShowWhatIsOff();
+}
+
+/// What belongs to a break that is not taken, or to a title that is not shown, looks off; it can be
+/// set all the same, and Enter leads through it.
+void FrmMain::ShowWhatIsOff() {
+  const auto show = [](QWidget* widget, bool off) {
+    if (widget->property("off").toBool() == off) return;
+    widget->setProperty("off", off);
+    widget->style()->unpolish(widget);
+    widget->style()->polish(widget);
+  };
+  for (QWidget* widget : std::initializer_list<QWidget*>{ui_->lblBreakRound, ui_->txtBreakRound,
+                                                         ui_->lblBreakLength, ui_->txtBreakLength,
+                                                         ui_->unitBreak, ui_->chkMoveAfterBreak}) {
+    show(widget, !ui_->chkBreak->isChecked());
+  }
+  show(ui_->txtHeader, !ui_->chkHeader->isChecked());
+}
+
+/// Rows of one height, so that those of both cards share their base lines; as far apart as the
+/// window allows beside two lines for the director, which then move nothing when they come.
+void FrmMain::AlignRows() {
+  const int height =
+      std::max(ui_->txtnRounds->sizeHint().height(), ui_->optCalc_0->sizeHint().height());
+  constexpr int kRows = 10;
+  constexpr int kRowOfFinish = 4;
+  constexpr int kMostSpacing = 10;  // pixels
+  for (int row = 0; row < kRows; ++row) {
+    const bool shown = row != kRowOfFinish || !ui_->txtFinishTime->isHidden();
+    ui_->layoutRounds->setRowMinimumHeight(row, shown ? height : 0);
+    ui_->layoutBreak->setRowMinimumHeight(row, height);
+  }
+  ui_->layoutPage->setSpacing(kBetweenCards);
+  ui_->layoutPage->invalidate();
+  const int lines = 2 * (fontMetrics().height() + kAroundLine);
+  const int without =
+      ui_->layoutPage->minimumSize().height() - (kRows - 1) * ui_->layoutBreak->verticalSpacing();
+  const int spacing =
+      std::clamp((centralWidget()->height() - lines - without) / (kRows - 1), 1, kMostSpacing);
+  if (spacing == 1) ui_->layoutPage->setSpacing(kBetweenCards / 2);
+  for (QGridLayout* rows : {ui_->layoutRounds, ui_->layoutBreak}) rows->setVerticalSpacing(spacing);
+}
+
+void FrmMain::resizeEvent(QResizeEvent* event) {
+  QMainWindow::resizeEvent(event);
+  AlignRows();
 }
 
 void FrmMain::SetMode(int calculate) {
@@ -172,6 +228,7 @@ void FrmMain::SetMode(int calculate) {
   ui_->lblMinPerRound->setVisible(finishWanted);
   ui_->txtFinishTime->setVisible(finishWanted);
   ui_->lblFinishCaption->setVisible(finishWanted);
+  AlignRows();
 }
 
 void FrmMain::Focus(Box box) {
@@ -185,10 +242,12 @@ bool FrmMain::CommitEditing() {
 
 void FrmMain::OfferFavouriteSave(bool offered) {
   ui_->cmdFavSave->setEnabled(offered);
+  ui_->lblFavChanged->setVisible(offered && !ui_->fraLoad->isHidden());
 }
 
 void FrmMain::OfferResume() {
   ui_->cmdResume->setEnabled(true);
+  ui_->cmdResume->show();
 }
 
 void FrmMain::ShowEvening(const Evening& evening) {
@@ -199,6 +258,7 @@ void FrmMain::ShowLive(const std::optional<LiveStrip>& live) {
   if (live_ != live.has_value()) {
     live_ = live.has_value();
     ArrangeStart();
+    AlignRows();
   }
   if (!live) return;
   ui_->lblLive->setText(QString::fromStdString(live->caption));
@@ -209,7 +269,10 @@ void FrmMain::ShowLive(const std::optional<LiveStrip>& live) {
   ui_->cmdLiveMinus->setEnabled(live->can.minutes);
   ui_->cmdLivePlus->setEnabled(live->can.minutes);
   ui_->cmdLiveNext->setEnabled(live->can.nextRound);
-  ui_->cmdLiveUndo->setText(live->undo.empty() ? tr("Undo") : QString::fromStdString(live->undo));
+  // When the command was given is for who asks.
+  const QString undo = QString::fromStdString(live->undo);
+  ui_->cmdLiveUndo->setText(undo.isEmpty() ? tr("Undo") : undo.section(',', 0, 0));
+  ui_->cmdLiveUndo->setToolTip(undo + tr(" (Ctrl+Z)"));
   ui_->cmdLiveUndo->setEnabled(!live->undo.empty());
 }
 
@@ -230,7 +293,6 @@ void FrmMain::ArrangeStart() {
     button->style()->polish(button);
     button->setToolTip(strong ? tr("Ctrl+Enter") : QString());
   }
-  if (live_) ui_->cmdResume->setFocus();
 }
 
 void FrmMain::ConnectLive() {
@@ -288,6 +350,8 @@ void FrmMain::ShowInUse(const std::string& name) {
   ui_->lblFavInUse->setText(
       ui_->lblFavInUse->fontMetrics().elidedText(text, Qt::ElideRight, kWidestName));
   ui_->lblFavInUse->setToolTip(text);
+  // The list says it already, unless it shows another one.
+  ui_->lblFavInUse->setVisible(text != ui_->cboFavs->currentText());
 }
 
 void FrmMain::ClearNewName() {
@@ -311,7 +375,12 @@ void FrmMain::closeEvent(QCloseEvent* event) {
 
 void FrmMain::showEvent(QShowEvent* event) {
   QMainWindow::showEvent(event);
-  if (focusWidget() == nullptr) ui_->txtnRounds->setFocus();
+  AlignRows();
+  if (live_) {
+    ui_->cmdResume->setFocus();
+  } else if (focusWidget() == nullptr) {
+    ui_->txtnRounds->setFocus();
+  }
   // On a small or strongly scaled screen the page scrolls rather than reach beyond the edge.
   const QSize room = screen()->availableSize() - QSize(8, 40);  // less the window's frame
   if (!isMaximized() && !isFullScreen()) resize(size().boundedTo(room));

@@ -65,6 +65,7 @@ class FrmMain : public QMainWindow, public ControlWindowView, public SessionList
   bool eventFilter(QObject* watched, QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void showEvent(QShowEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   EntryBox* BoxOf(Box box) const { return boxes_[static_cast<size_t>(box)]; }
@@ -72,6 +73,8 @@ class FrmMain : public QMainWindow, public ControlWindowView, public SessionList
   void Leave(EntryBox* box);
   void ConnectLive();
   void ArrangeStart();
+  void ShowWhatIsOff();
+  void AlignRows();
 
   const Session& session_;
   std::unique_ptr<Ui::FrmMain> ui_;

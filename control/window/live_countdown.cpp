@@ -5,9 +5,9 @@
 namespace corvanel {
 namespace {
 
-constexpr double kDigits = 2.9;  // size for that of the window's font
+constexpr double kDigits = 2.6;  // size for that of the window's font
 constexpr int kBesideDigits = 14;
-constexpr int kAboveDigits = 2;
+constexpr int kAboveDigits = 0;
 
 QColor ColourOf(Colour colour) {
   return {colour.red, colour.green, colour.blue};

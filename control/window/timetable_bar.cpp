@@ -9,7 +9,7 @@ namespace corvanel {
 namespace {
 
 constexpr int kMarks = 16;  // pixels, above the bar
-constexpr int kBarHeight = 24;
+constexpr int kBarHeight = 22;
 constexpr int kTimes = 20;          // below it
 constexpr size_t kMostLines = 400;  // beyond, fields would be thinner than a pixel
 constexpr QColor kRound(0x1F, 0x5F, 0xBF);

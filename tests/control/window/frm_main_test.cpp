@@ -10,6 +10,8 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSpinBox>
 #include <QTest>
 #include <QWheelEvent>
@@ -266,6 +268,57 @@ TEST_F(FrmMainTest, TheFavouritesControlsNameTheirFavourite) {
   QTest::keyClick(name, Qt::Key_Return);
   EXPECT_EQ(wanted, (std::vector<std::string>{"choose Teams \"A\", long", "save Teams \"A\", long",
                                               "choose &Élite", "delete &Élite", "new Monday"}));
+}
+
+// The smallest screen, a large font, two lines and a session under way.
+TEST_F(FrmMainTest, EverythingIsInSightAndLinesMoveNothing) {
+  QFont large = window.font();
+  large.setPointSize(12);
+  QApplication::setFont(large);
+  window.resize(1016, 730);  // of 1024x768, less a frame
+  logic.cmdStart_Click();
+  bench.broadcast.Add(logic);
+  bench.clock.Refresh();
+  QApplication::processEvents();
+  const auto* strong = Find<QPushButton>("cmdResume");
+  const QPoint before = strong->mapTo(&window, QPoint(0, 0));
+  window.ShowNotices({{NoticeKind::Sound, "The sound was not heard"},
+                      {NoticeKind::Awake, "Nothing keeps this computer awake"}});
+  QApplication::processEvents();
+  EXPECT_EQ(strong->mapTo(&window, QPoint(0, 0)), before);
+  auto* scroll = Find<QScrollArea>("scroll");
+  EXPECT_EQ(scroll->verticalScrollBar()->maximum(), 0);
+  EXPECT_EQ(scroll->horizontalScrollBar()->maximum(), 0);
+  QApplication::setFont(QFont());
+}
+
+TEST_F(FrmMainTest, TheStrongButtonLeadsBackToTheClockWhileItRuns) {
+  bench.broadcast.Add(logic);
+  const auto strong = [&] {
+    QString names;
+    for (const QPushButton* button : window.findChildren<QPushButton*>()) {
+      if (button->property("primary").toBool() && button->isVisible())
+        names += button->objectName();
+    }
+    return names;
+  };
+  EXPECT_EQ(strong(), "cmdStart");
+  EXPECT_FALSE(Find<QWidget>("fraLive")->isVisible());
+  QTest::keyClick(&window, Qt::Key_Return, Qt::ControlModifier);
+  EXPECT_EQ(strong(), "cmdResume");
+  for (const auto& [key, modifier] : {std::pair(Qt::Key_Escape, Qt::NoModifier),
+                                      std::pair(Qt::Key_Return, Qt::ControlModifier)}) {
+    desk.done.clear();
+    QTest::keyClick(&window, key, modifier);
+    EXPECT_EQ(desk.done, "displays ");
+  }
+  QTest::mouseClick(Find<QPushButton>("cmdLivePause"), Qt::LeftButton);
+  EXPECT_TRUE(bench.clock.State().paused);
+  EXPECT_FALSE(Find<QPushButton>("cmdLivePlus")->isEnabled());
+  QTest::keyClick(&window, Qt::Key_P, Qt::ControlModifier);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !bench.clock.State().paused; }));
+  bench.RunToEnd();
+  EXPECT_EQ(strong(), "cmdStart");
 }
 
 TEST(DlgWelcomeTest, TwoNumbersMakeASession) {
