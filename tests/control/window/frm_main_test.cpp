@@ -295,6 +295,7 @@ TEST_F(FrmMainTest, EverythingIsInSightAndLinesMoveNothing) {
 TEST_F(FrmMainTest, TheStrongButtonLeadsBackToTheClockWhileItRuns) {
   bench.broadcast.Add(logic);
   const auto strong = [&] {
+    QApplication::processEvents();
     QString names;
     for (const QPushButton* button : window.findChildren<QPushButton*>()) {
       if (button->property("primary").toBool() && button->isVisible())
