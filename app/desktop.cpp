@@ -34,6 +34,7 @@ namespace corvanel {
 namespace {
 
 constexpr int kCheckInterval = 5000;  // milliseconds
+constexpr int kWindowPlaced = 300;    // milliseconds
 
 std::vector<std::filesystem::path> LogFolders() {
   std::vector<std::filesystem::path> folders = OutputFolders();
@@ -177,6 +178,11 @@ bool Desktop::Load() {
 }
 
 void Desktop::StartUp() {
+  // The room stands still: nothing comes before the question how its session goes on.
+  if (continue_.Waits()) {
+    OpenControlWindow();
+    return;
+  }
   splash_ = std::make_unique<DlgSplash>(QString::fromStdString(ThisVersion().Text()));
   QtUpdateServer server(UpdateUrl());
   connect(splash_.get(), &QDialog::finished, this, [&server] { server.Stop(); });
@@ -212,15 +218,20 @@ void Desktop::OpenControlWindow() {
     return;
   }
   loaded_ = true;
-  frmMain_.show();
+  const bool goesOn = OfferToContinue();
+  if (!goesOn) frmMain_.show();
   if (!store_.Damage().empty()) {
     prompts_.Message(store_.Damage() +
                      "\n\nWhat could be read of it is used, and defaults for the rest. "
                      "The damaged file will be kept beside the new one.");
   }
-  if (OfferToContinue()) return;
-  scoring_.Suggest();
-  if (firstStart_) Welcome();
+  if (goesOn) return;
+  // The window system has not put the window in its place yet, over which these will stand.
+  QTimer::singleShot(kWindowPlaced, this, [this] {
+    if (clock_.UnderWay()) return;
+    scoring_.Suggest();
+    if (firstStart_) Welcome();
+  });
 }
 
 /// An earlier run may have left a session behind. True when it goes on.

@@ -121,7 +121,7 @@ void Desktop::ShowDisplays() {
   directors.activateWindow();
   directors.setFocus();
   ArmTimeOfDay();
-  mainPlace_ = frmMain_.geometry();
+  if (frmMain_.isVisible()) mainPlace_ = frmMain_.geometry();
   frmMain_.hide();
   // Some window managers give the keys to nobody when the window that had them goes.
   QTimer::singleShot(kWindowsSettle, &directors, [&directors] {

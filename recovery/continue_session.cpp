@@ -65,12 +65,22 @@ std::string ContinueSession::Question(const SessionRecord& record) const {
       TimeTextWithSeconds(when, parts_.session.options.Form()), AgoText(ago));
 }
 
-std::optional<SessionRecord> ContinueSession::Ask() {
+/// Of a session whose evening is not long over.
+std::optional<SessionRecord> ContinueSession::Unfinished() {
   auto record = Latest();
   if (!record || !Runs(record->state.phase)) return {};
   const auto alive = parts_.keeper.LastAlive();
   stopped_ = alive && alive->Since(record->at) > 0 ? *alive : record->at;
-  if (LongOver(*record)) return {};
+  return LongOver(*record) ? std::nullopt : record;
+}
+
+bool ContinueSession::Waits() {
+  return Unfinished().has_value();
+}
+
+std::optional<SessionRecord> ContinueSession::Ask() {
+  auto record = Unfinished();
+  if (!record) return {};
   const auto chosen = parts_.prompts.Choose(
       Question(*record),
       {"As if the clock had kept running",

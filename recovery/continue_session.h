@@ -21,6 +21,9 @@ class ContinueSession {
   };
   explicit ContinueSession(const Parts& parts) : parts_(parts) {}
 
+  /// Whether there is such a session to be asked about.
+  bool Waits();
+
   /// Looks for such a session and asks the director about it. Returns its record when it is to be
   /// gone on with. Nothing is asked when there is none or its evening is long over; nor when its
   /// record is damaged, which a line reports.
@@ -31,6 +34,7 @@ class ContinueSession {
 
  private:
   std::optional<SessionRecord> Latest();
+  std::optional<SessionRecord> Unfinished();
   bool LongOver(const SessionRecord& record) const;
   std::string Question(const SessionRecord& record) const;
 

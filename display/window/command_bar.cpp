@@ -1,20 +1,31 @@
 #include "display/window/command_bar.h"
 
 #include <QHBoxLayout>
-#include <QScrollBar>
-#include <QStyle>
 #include <QToolButton>
+#include <cmath>
 #include <utility>
 
+#include "display/window/minute_adjuster.h"
 #include "widgets/notice_list.h"
 
 namespace corvanel {
 namespace {
 
+constexpr double kText = 0.016;  // of the window's height
+constexpr int kLeastText = 13;   // pixels
+constexpr int kLeastTarget = 44;
+constexpr double kTarget = 3.4;  // height of a button for that of its text
+constexpr double kIcon = 1.6;    // of an icon, for the same
+
+constexpr QColor kInk(0x10, 0x20, 0x3C);
+constexpr QColor kOff(0x8A, 0x94, 0xA6);
+
+/// `%1`: the size of the text, pixels.
 constexpr const char* kStyle = R"(
   QFrame#fraCommand { background: #EEF2F9; border: 1px solid #9FB0CC; border-radius: 10px; }
   QToolButton { color: #10203C; background: transparent; border: none; border-radius: 6px;
-                padding: 6px 8px; }
+                padding: 2px 8px; font-size: %1px; }
+  QLabel { font-size: %1px; }
   QToolButton:hover { background: #D3DDEE; }
   QToolButton:pressed { background: #B4C4E0; }
   QToolButton:disabled { color: #8A94A6; }
@@ -27,7 +38,6 @@ constexpr const char* kStyle = R"(
 CommandBar::CommandBar(QWidget* parent)
     : QFrame(parent), notices_(new NoticeList(this)), undo_(new QToolButton(this)) {
   setObjectName("fraCommand");
-  setStyleSheet(QString::fromUtf8(kStyle));
   setCursor(Qt::ArrowCursor);
   auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins(10, 6, 10, 6);
@@ -45,38 +55,32 @@ CommandBar::CommandBar(QWidget* parent)
   rows->addWidget(buttons);
 
   using Command = DisplayCommand;
-  pause_ = Add("cmdPause", tr("Pause"), tr("Pause the clock (P)"), QStyle::SP_MediaPause,
-               Command::Pause);
-  resume_ = Add("cmdResume", tr("Resume"), tr("Let the clock go on (P)"), QStyle::SP_MediaPlay,
+  pause_ = Add("cmdPause", tr("Pause"), tr("Pause the clock (P)"), LineIcon::Pause, Command::Pause);
+  resume_ = Add("cmdResume", tr("Resume"), tr("Let the clock go on (P)"), LineIcon::Resume,
                 Command::Resume);
-  Add("cmdNextRound", tr("Next round"), tr("End this round and start the next (N)"),
-      QStyle::SP_MediaSkipForward, Command::NextRound);
-  Add("cmdRestart", tr("Restart round"), tr("Start this round again from its full length (R)"),
-      QStyle::SP_BrowserReload, Command::Restart);
-  Add("cmdChange", tr("± 1 min"), tr("Add or take off a minute (+ and -)"), -1,
+  next_ = Add("cmdNextRound", tr("Next round"), tr("End this round and start the next (N)"),
+              LineIcon::NextRound, Command::NextRound);
+  restart_ =
+      Add("cmdRestart", tr("Restart round"), tr("Start this round again from its full length (R)"),
+          LineIcon::Restart, Command::Restart);
+  Add("cmdChange", tr("Minutes"), tr("Add or take off a minute (+ and -)"), std::nullopt,
       Command::ExplainMinutes);
-  minutes_ = new QScrollBar(Qt::Vertical, this);
-  minutes_->setObjectName("vsbChange");
-  minutes_->setRange(-1, 1);
-  minutes_->setValue(0);
-  minutes_->setFixedHeight(40);
-  minutes_->setFocusPolicy(Qt::NoFocus);
-  minutes_->setAccessibleName(tr("Add or take off a minute"));
+  minutes_ = new MinuteAdjuster(this);
+  for (const auto& [button, icon] :
+       {std::pair(minutes_->Less(), LineIcon::Less), std::pair(minutes_->More(), LineIcon::More)}) {
+    buttons_.emplace_back(button, icon);
+  }
   row_->addWidget(minutes_);
-  full_ = Add("cmdFullScreen_0", tr("Full screen"), tr("Full screen (F)"),
-              QStyle::SP_TitleBarMaxButton, Command::ToggleFullScreen);
+  full_ = Add("cmdFullScreen_0", tr("Full screen"), tr("Full screen (F)"), LineIcon::FullScreen,
+              Command::ToggleFullScreen);
   normal_ = Add("cmdFullScreen_1", tr("Window"), tr("Back to a normal window (F)"),
-                QStyle::SP_TitleBarNormalButton, Command::ToggleFullScreen);
-  Add("cmdSound", tr("Sounds"), tr("Choose the sounds"), QStyle::SP_MediaVolume, Command::Sounds);
-  Add("cmdOptions", tr("Display"), tr("Choose fonts and colours"), QStyle::SP_DesktopIcon,
+                LineIcon::Window, Command::ToggleFullScreen);
+  Add("cmdSound", tr("Sounds"), tr("Choose the sounds"), LineIcon::Sounds, Command::Sounds);
+  Add("cmdOptions", tr("Display"), tr("Choose fonts and colours"), LineIcon::Display,
       Command::Options);
-  Add("cmdClose", tr("Main menu"), tr("Return to the control window (Esc)"), QStyle::SP_ArrowBack,
+  Add("cmdClose", tr("Main menu"), tr("Return to the control window (Esc)"), LineIcon::Back,
       Command::Close);
-  connect(minutes_, &QScrollBar::valueChanged, this, [this](int value) {
-    if (value == 0) return;
-    minutes_->setValue(0);
-    emit MinutesMoved(value);
-  });
+  connect(minutes_, &MinuteAdjuster::Moved, this, &CommandBar::MinutesMoved);
   connect(undo_, &QToolButton::clicked, this, [this] { emit Wanted(DisplayCommand::Undo); });
   connect(notices_, &NoticeList::ActionWanted, this, &CommandBar::NoticeActionWanted);
   connect(notices_, &NoticeList::Dismissed, this, &CommandBar::NoticeDismissed);
@@ -84,18 +88,39 @@ CommandBar::CommandBar(QWidget* parent)
   ShowFullScreen(false);
 }
 
-QToolButton* CommandBar::Add(const char* name, const QString& text, const QString& hint, int icon,
-                             DisplayCommand command) {
+QToolButton* CommandBar::Add(const char* name, const QString& text, const QString& hint,
+                             std::optional<LineIcon> icon, DisplayCommand command) {
   auto* button = new QToolButton(this);
   button->setObjectName(name);
   button->setText(text);
   button->setToolTip(hint);
   button->setFocusPolicy(Qt::NoFocus);
-  if (icon >= 0) button->setIcon(style()->standardIcon(static_cast<QStyle::StandardPixmap>(icon)));
   connect(button, &QToolButton::clicked, this, [this, command] { emit Wanted(command); });
   row_->addWidget(button);
-  buttons_.push_back(button);
+  buttons_.emplace_back(button, icon);
   return button;
+}
+
+/// Text, icons and targets grow with the window.
+void CommandBar::ScaleTo(int windowHeight) {
+  const int text = std::max(kLeastText, static_cast<int>(std::lround(kText * windowHeight)));
+  if (text == text_) return;
+  text_ = text;
+  setStyleSheet(QString(kStyle).arg(text));
+  const int icon = static_cast<int>(std::lround(kIcon * text));
+  const int target = std::max(kLeastTarget, static_cast<int>(std::lround(kTarget * text)));
+  for (const auto& [button, sign] : buttons_) {
+    if (sign) button->setIcon(IconOf(*sign, kInk, kOff, icon));
+    button->setIconSize(QSize(icon, icon));
+    button->setMinimumSize(target, target);
+  }
+}
+
+void CommandBar::ShowPossible(const PossibleCommands& can) {
+  pause_->setEnabled(can.pause);
+  next_->setEnabled(can.nextRound);
+  restart_->setEnabled(can.restart);
+  minutes_->setEnabled(can.minutes);
 }
 
 void CommandBar::ShowPaused(bool paused) {
@@ -132,11 +157,12 @@ void CommandBar::ShowNotices(const std::vector<Notice>& notices) {
 
 void CommandBar::FitInto(const QSize& window) {
   window_ = window;
+  ScaleTo(window.height());
   const int room = window.width() - 16;
   for (const auto style : {Qt::ToolButtonTextUnderIcon, Qt::ToolButtonIconOnly}) {
-    for (QToolButton* button : buttons_) {
+    for (const auto& [button, icon] : buttons_) {
       // The one without an icon keeps its text.
-      button->setToolButtonStyle(button->icon().isNull() ? Qt::ToolButtonTextOnly : style);
+      button->setToolButtonStyle(icon ? style : Qt::ToolButtonTextOnly);
     }
     for (const auto& [one, other] : {std::pair(pause_, resume_), std::pair(full_, normal_)}) {
       const int width = std::max(one->sizeHint().width(), other->sizeHint().width());

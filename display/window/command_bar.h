@@ -1,17 +1,21 @@
 #pragma once
 
 #include <QFrame>
+#include <optional>
+#include <utility>
 #include <vector>
 
 #include "display/shortcuts.h"
+#include "display/window/line_icons.h"
+#include "session/clock_face.h"
 #include "session/notices.h"
 
 class QHBoxLayout;
-class QScrollBar;
 class QToolButton;
 
 namespace corvanel {
 
+class MinuteAdjuster;
 class NoticeList;
 
 /// The bar of buttons on a display: shown while the director moves the mouse. Its buttons never
@@ -27,6 +31,8 @@ class CommandBar : public QFrame {
   /// Of each pair of buttons exactly one is visible.
   void ShowPaused(bool paused);
   void ShowFullScreen(bool fullScreen);
+  /// What means nothing now looks so.
+  void ShowPossible(const PossibleCommands& can);
   /// Names what can be taken back; an empty text when nothing can.
   void ShowUndo(const QString& undo);
   /// Shows the lines for the director.
@@ -42,8 +48,9 @@ class CommandBar : public QFrame {
   void NoticeDismissed(const Notice& notice);
 
  private:
-  QToolButton* Add(const char* name, const QString& text, const QString& hint, int icon,
-                   DisplayCommand command);
+  QToolButton* Add(const char* name, const QString& text, const QString& hint,
+                   std::optional<LineIcon> icon, DisplayCommand command);
+  void ScaleTo(int windowHeight);
   QSize Margins() const;
 
   NoticeList* notices_;
@@ -51,10 +58,13 @@ class CommandBar : public QFrame {
   QHBoxLayout* row_;
   QToolButton* pause_;
   QToolButton* resume_;
+  QToolButton* next_;
+  QToolButton* restart_;
   QToolButton* full_;
   QToolButton* normal_;
-  QScrollBar* minutes_;
-  std::vector<QToolButton*> buttons_;
+  MinuteAdjuster* minutes_;
+  std::vector<std::pair<QToolButton*, std::optional<LineIcon>>> buttons_;
+  int text_ = 0;  // height of the text, pixels
   QSize window_;  // that the bar was last fitted into
 };
 

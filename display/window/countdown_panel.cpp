@@ -1,8 +1,10 @@
 #include "display/window/countdown_panel.h"
 
+#include <QAccessible>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <utility>
 
 #include "display/window/text_measure.h"
 #include "display/window/text_row.h"
@@ -21,12 +23,18 @@ void CountdownPanel::SetTexts(const std::string& countdown, const std::string& s
   const std::string before = countdown_;
   countdown_ = countdown;
   stateWord_ = stateWord;
-  setAccessibleName(QString::fromStdString(countdown + ' ' + stateWord).trimmed());
   if (onlyDigits) {
     UpdateChangedCells(before);
   } else {
     update();
   }
+}
+
+void CountdownPanel::Announce(const std::string& state) {
+  setAccessibleName(QString::fromStdString(countdown_ + ", " + state));
+  if (state == std::exchange(announced_, state)) return;
+  QAccessibleEvent event(this, QAccessible::Alert);
+  QAccessible::updateAccessibility(&event);
 }
 
 void CountdownPanel::UpdateChangedCells(const std::string& before) {

@@ -15,6 +15,9 @@ class CountdownPanel : public QWidget {
  public:
   CountdownPanel(const QString& name, QWidget* parent);
   void SetTexts(const std::string& countdown, const std::string& stateWord);
+  /// What a screen reader says of it: time, state and round. `state` is read aloud when it changes,
+  /// and the time with it; the seconds between are not.
+  void Announce(const std::string& state);
   /// Places in the window; the panel covers the layout's panel.
   void SetPlace(const Layout& layout);
   /// `background`: of the window; a countdown on the same colour needs no field.
@@ -39,7 +42,8 @@ class CountdownPanel : public QWidget {
 
   std::string countdown_;
   std::string stateWord_;
-  TextPlace place_;  // of the digits, in this widget
+  std::string announced_;  // the state that was read aloud last
+  TextPlace place_;        // of the digits, in this widget
   TextPlace tag_;
   ElementStyle style_;
   QFont font_;

@@ -152,6 +152,7 @@ void DisplayWindow::ShowFace(const ClockFace& face) {
   const bool other = face.paused != face_.paused || face.phase != face_.phase;
   face_ = face;
   fraCommand_->ShowPaused(face.paused);
+  fraCommand_->ShowPossible(face.can);
   fraCommand_->ShowUndo(QString::fromStdString(face.undo));
   if (!isVisible()) return;
   if (other) FillProgress();
@@ -229,6 +230,11 @@ void DisplayWindow::ShowTexts() {
   if (face_.paused) countdown.Forecolour = Receded(countdown);
   lblMin_->SetStyle(countdown, Background());
   lblMin_->SetTexts(face_.countdown, words.tag);
+  std::string state = face_.phase == Phase::Move ? face_.message : face_.caption;
+  for (const std::string& word : {words.tag, words.large}) {
+    if (!word.empty()) state += ", " + word;
+  }
+  lblMin_->Announce(state);
   lblState_->SetText(words.large);
   lblInfo_->SetText(face_.caption);
   if (face_.phase == Phase::Move) moveLine_->SetText(face_.message);

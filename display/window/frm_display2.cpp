@@ -24,7 +24,7 @@ FrmDisplay2::FrmDisplay2(const Session& session, DisplayCommands& commands, Lett
   auto* row = new QHBoxLayout(fraMonitor_);
   row->setContentsMargins(16, 6, 16, 6);
   row->addStretch();
-  row->addWidget(new QLabel(tr("Monitor display"), fraMonitor_));
+  row->addWidget(new QLabel(tr("Room display"), fraMonitor_));
   cmdHide_ = AddPair("cmdHide", tr("Hide"), tr("Show"));
   cmdMonitorFullScreen_ = AddPair("cmdMonitorFullScreen", tr("Maximise"), tr("Restore"));
   row->addStretch();

@@ -72,6 +72,20 @@ TEST_F(DirectorsLinesTest, TheLastCommandIsTakenBackByKeyAndByButton) {
   EXPECT_EQ(bench.face.countdown, "8:48");
 }
 
+TEST_F(DirectorsLinesTest, AScreenReaderLearnsTimeStateAndRound) {
+  const auto* panel = room.findChild<QWidget*>("lblMin");
+  bench.session.settings.nRounds = 3;
+  bench.session.settings.MinWarning = 3;
+  bench.session.settings.MinWarning1 = 0;
+  bench.Pass(5);
+  EXPECT_EQ(panel->accessibleName(), "9:55, Time remaining for Round 1 of 3");
+  bench.clock.Do(SessionCommand::Restart);
+  bench.Pass(8 * 60);
+  EXPECT_EQ(panel->accessibleName(), "2:00, Time remaining for Round 1 of 3, LAST WARNING");
+  bench.clock.Do(SessionCommand::Pause);
+  EXPECT_EQ(panel->accessibleName(), "2:00, Time remaining for Round 1 of 3, LAST WARNING, PAUSED");
+}
+
 TEST_F(DirectorsLinesTest, KeysWithoutACommandDoNothing) {
   const ClockState before = bench.clock.State();
   for (const Qt::Key key :

@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <QAbstractSlider>
 #include <QApplication>
 #include <QDialog>
 #include <QHelpEvent>
 #include <QPushButton>
-#include <QScrollBar>
 #include <QTest>
 #include <QToolButton>
 #include <QToolTip>
@@ -130,7 +130,7 @@ TEST_F(FrmDisplayTest, TheCommandBarComesWithTheMouseAndNeverTakesTheKeys) {
   EXPECT_TRUE(clock.State().paused);
   QTest::mouseClick(Find<QToolButton>("cmdResume"), Qt::LeftButton);
   EXPECT_FALSE(clock.State().paused);
-  auto* minutes = Find<QScrollBar>("vsbChange");
+  auto* minutes = Find<QAbstractSlider>("vsbChange");
   minutes->setValue(-1);
   EXPECT_EQ(minutes->value(), 0);
   EXPECT_EQ(Countdown(), "11:00");

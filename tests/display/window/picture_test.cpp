@@ -4,10 +4,10 @@
 #include <algorithm>
 #include <map>
 
-#include "session/contrast.h"
 #include "display/window/countdown_panel.h"
 #include "display/window/frm_display.h"
 #include "display/window/text_row.h"
+#include "session/contrast.h"
 #include "system/key_places.h"
 #include "tests/support/fake_display_host.h"
 #include "tests/support/fakes.h"
