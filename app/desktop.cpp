@@ -247,7 +247,7 @@ bool Desktop::OfferToContinue() {
 /// On a computer that has never seen the program; kept from coming again by what it stores.
 void Desktop::Welcome() {
   settings_.SaveSession();
-  DlgWelcome dialog(session_, control_.Planned().time, &frmMain_);
+  DlgWelcome dialog(session_, time_.TimeOfDay(), &frmMain_);
   if (dialog.exec() != QDialog::Accepted) return;
   session_.settings = dialog.Settings();
   control_.Display();

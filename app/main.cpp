@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QIcon>
 #include <QMessageBox>
+#include <QProxyStyle>
 #include <cstdio>
 
 #include "app/desktop.h"
@@ -33,6 +34,16 @@ class Application : public QApplication {
   }
 
   corvanel::ErrorTrap* errors = nullptr;
+};
+
+/// The desktop's own style, without the pictures on the buttons of questions.
+class CalmStyle : public QProxyStyle {
+ public:
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* more) const override {
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
+    return QProxyStyle::styleHint(hint, option, widget, more);
+  }
 };
 
 /// The program's own options.
@@ -71,6 +82,7 @@ int main(int argc, char** argv) {
   corvanel::ChooseWindowSystem();
   const std::string token = corvanel::StartToken();
   Application app(argc, argv);
+  QApplication::setStyle(new CalmStyle);
   QApplication::setApplicationName("Corvanel");
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setDesktopFileName("corvanel");

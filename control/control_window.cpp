@@ -49,6 +49,7 @@ void ControlWindow::Display() {
 }
 
 void ControlWindow::SettingsExchanged() {
+  typedMinutes_.reset();
   KeepRoundInPlay();
   planned_.round = std::clamp<int16_t>(planned_.round, 1, Settings().nRounds);
   Display();
@@ -164,7 +165,13 @@ void ControlWindow::chkHeader_Click(bool ticked) {
 void ControlWindow::optCalc_Click(int index) {
   HandlerSteps step(parts_.errors, "frmMain.optCalc_Click");
   step([&] {
-    Settings().Calculate = static_cast<int16_t>(index);
+    SessionSettings& s = Settings();
+    // What was typed comes back with its mode, unless a session was given other minutes meanwhile.
+    if (index == 1 && s.Calculate == 0) typedMinutes_ = s.MinPerRound;
+    if (index == 0 && s.Calculate == 1 && typedMinutes_) {
+      s.MinPerRound = *std::exchange(typedMinutes_, std::nullopt);
+    }
+    s.Calculate = static_cast<int16_t>(index);
     parts_.view.SetMode(index);
   });
   step([&] { DoCalc(); });

@@ -80,9 +80,8 @@ SessionSettings DlgWelcome::Settings() const {
 void DlgWelcome::ShowFinish() {
   const Schedule schedule = CalcFinishTime(Settings(), 1, start_);
   const TimeForm form = session_.options.Form();
-  finish_->setText(tr("Starting at %1, the session will end at %2.")
-                       .arg(QString::fromStdString(TimeText(start_, form)),
-                            QString::fromStdString(TimeText(schedule.finish, form))));
+  finish_->setText(tr("Start now and you finish at %1.")
+                       .arg(QString::fromStdString(TimeText(schedule.finish, form))));
 }
 
 }  // namespace corvanel

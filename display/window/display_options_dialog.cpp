@@ -2,15 +2,22 @@
 
 #include <QColorDialog>
 #include <QFontDialog>
+#include <algorithm>
 
 #include "display/window/text_measure.h"
 #include "ui_display_options_dialog.h"
 
 namespace corvanel {
+namespace {
+
+constexpr double kAroundSample = 6;  // pixels
+
+}  // namespace
 
 DisplayOptionsDialog::DisplayOptionsDialog(DisplayOptions& logic, QWidget* parent)
     : QDialog(parent), logic_(logic), ui_(std::make_unique<Ui::DisplayOptionsDialog>()) {
   ui_->setupUi(this);
+  ui_->lblSample->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   for (const std::string& name : logic_.Names())
     ui_->lstFonts->addItem(QString::fromStdString(name));
   const Options& options = logic_.Live();
@@ -57,7 +64,13 @@ void DisplayOptionsDialog::ShowSelected() {
   const Element element = Selected();
   const ElementStyle style = logic_.SampleStyle(element);
   ui_->lblSample->setText(QString::fromStdString(DisplayOptions::Sample(element)));
-  ui_->lblSample->setFont(FontOf(style, style.Size));
+  QFont font = FontOf(style, style.Size);
+  const double wide = QFontMetricsF(font).horizontalAdvance(ui_->lblSample->text());
+  const double room =
+      std::max(ui_->lblSample->width(), ui_->lblSample->minimumWidth()) - 2 * kAroundSample;
+  // A sample that is cut off shows less than a smaller one.
+  if (wide > room) font.setPointSizeF(font.pointSizeF() * room / wide);
+  ui_->lblSample->setFont(font);
   QPalette colours = ui_->lblSample->palette();
   colours.setColor(QPalette::Window, ColourOf(style.Backcolour));
   colours.setColor(QPalette::WindowText, ColourOf(style.Forecolour));

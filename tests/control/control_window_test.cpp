@@ -125,6 +125,7 @@ TEST_F(ControlWindowTest, TheRequiredFinishSetsTheMinutes) {
   Enter(Box::StartTime, "19:30");
   s.optBreak = false;
   s.RequiredFinish.reset();
+  const std::string typed = Value(Box::MinPerRound);
   window.optCalc_Click(1);
   EXPECT_EQ(Value(Box::FinishTime), "22:30");
   EXPECT_EQ(view.labels[Label::lblFinish], "Required Finish Time");
@@ -136,6 +137,7 @@ TEST_F(ControlWindowTest, TheRequiredFinishSetsTheMinutes) {
   EXPECT_EQ(Value(Box::FinishTime), "21:30");
   window.optCalc_Click(0);
   EXPECT_EQ(view.labels[Label::lblFinish], "Estimated Finish Time");
+  EXPECT_EQ(Value(Box::MinPerRound), typed);
 }
 
 TEST_F(ControlWindowTest, TheTitleBoxFollowsTheTitleWhileTitlesAreShown) {

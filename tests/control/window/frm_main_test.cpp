@@ -327,10 +327,10 @@ TEST(DlgWelcomeTest, TwoNumbersMakeASession) {
   DlgWelcome dialog(session, ClockTime::At(19, 30), nullptr);
   auto* rounds = dialog.findChild<QSpinBox*>("spnRounds");
   auto* finish = dialog.findChild<QLabel*>("lblFinish");
-  EXPECT_EQ(finish->text(), "Starting at 19:30, the session will end at 22:56.");
+  EXPECT_EQ(finish->text(), "Start now and you finish at 22:56.");
   rounds->setValue(3);
   dialog.findChild<QSpinBox*>("spnMinutes")->setValue(20);
-  EXPECT_EQ(finish->text(), "Starting at 19:30, the session will end at 20:32.");
+  EXPECT_EQ(finish->text(), "Start now and you finish at 20:32.");
   EXPECT_EQ(dialog.Settings().nRounds, 3);
   EXPECT_EQ(dialog.Settings().MinPerRound, 20);
   EXPECT_FALSE(dialog.Settings().optBreak);

@@ -56,6 +56,9 @@ TEST_F(FrmFontTest, ShowsAndChangesTheChosenElement) {
   auto* sample = Find<QLabel>(dialog, "lblSample");
   EXPECT_EQ(sample->text(), "12:34");
   EXPECT_EQ(sample->font().pointSizeF(), 48);
+  list->setCurrentRow(2);  // a long one, which is shown smaller rather than cut off
+  EXPECT_LE(sample->fontMetrics().horizontalAdvance(sample->text()), sample->width());
+  list->setCurrentRow(4);
   QTest::mouseClick(Find<QPushButton>(dialog, "cmdColour"), Qt::LeftButton);  // cancelled
   EXPECT_EQ(session.elements, DefaultElementStyles());
   dialog.colour = QColor(0x11, 0x22, 0x33);
