@@ -17,6 +17,14 @@ constexpr int kLeastTarget = 44;
 constexpr double kTarget = 3.4;  // height of a button for that of its text
 constexpr double kIcon = 1.6;    // of an icon, for the same
 
+constexpr int kAround = 8;    // pixels that stay free around the bar
+constexpr int kAboveRow = 6;  // within it, above and below its row
+constexpr int kFrame = 1;
+
+int TargetFor(int text) {
+  return std::max(kLeastTarget, static_cast<int>(std::lround(kTarget * text)));
+}
+
 constexpr QColor kInk(0x10, 0x20, 0x3C);
 constexpr QColor kOff(0x8A, 0x94, 0xA6);
 
@@ -40,7 +48,7 @@ CommandBar::CommandBar(QWidget* parent)
   setObjectName("fraCommand");
   setCursor(Qt::ArrowCursor);
   auto* rows = new QVBoxLayout(this);
-  rows->setContentsMargins(10, 6, 10, 6);
+  rows->setContentsMargins(10, kAboveRow, 10, kAboveRow);
   rows->setSpacing(4);
   undo_->setObjectName("cmdUndo");
   undo_->setToolTip(tr("Take the last command back, as if it had never been given (U)"));
@@ -103,12 +111,12 @@ QToolButton* CommandBar::Add(const char* name, const QString& text, const QStrin
 
 /// Text, icons and targets grow with the window.
 void CommandBar::ScaleTo(int windowHeight) {
-  const int text = std::max(kLeastText, static_cast<int>(std::lround(kText * windowHeight)));
+  const int text = TextIn(windowHeight);
   if (text == text_) return;
   text_ = text;
   setStyleSheet(QString(kStyle).arg(text));
   const int icon = static_cast<int>(std::lround(kIcon * text));
-  const int target = std::max(kLeastTarget, static_cast<int>(std::lround(kTarget * text)));
+  const int target = TargetFor(text);
   for (const auto& [button, sign] : buttons_) {
     if (sign) button->setIcon(IconOf(*sign, kInk, kOff, icon));
     button->setIconSize(QSize(icon, icon));
@@ -128,13 +136,13 @@ void CommandBar::ShowPaused(bool paused) {
   if (resume_->isHidden() != paused) return;
   pause_->setVisible(!paused);
   resume_->setVisible(paused);
-  FitInto(window_);
+  Fit();
 }
 
 void CommandBar::ShowFullScreen(bool fullScreen) {
   full_->setVisible(!fullScreen);
   normal_->setVisible(fullScreen);
-  FitInto(window_);
+  Fit();
 }
 
 /// Around the rows: the layout's, and the frame's line.
@@ -147,18 +155,27 @@ void CommandBar::ShowUndo(const QString& undo) {
   if (undo == undo_->text()) return;
   undo_->setText(undo);
   undo_->setHidden(undo.isEmpty());
-  FitInto(window_);
+  Fit();
 }
 
 void CommandBar::ShowNotices(const std::vector<Notice>& notices) {
   notices_->ShowNotices(notices);
-  FitInto(window_);
+  Fit();
 }
 
-void CommandBar::FitInto(const QSize& window) {
-  window_ = window;
-  ScaleTo(window.height());
-  const int room = window.width() - 16;
+int CommandBar::TextIn(int windowHeight) {
+  return std::max(kLeastText, static_cast<int>(std::lround(kText * windowHeight)));
+}
+
+int CommandBar::RowIn(int windowHeight) {
+  return TargetFor(TextIn(windowHeight)) + 2 * (kAboveRow + kFrame + kAround);
+}
+
+void CommandBar::FitInto(const QRect& room, int windowHeight) {
+  room_ = room;
+  windowHeight_ = windowHeight;
+  ScaleTo(windowHeight);
+  const int most = room.width() - 2 * kAround;
   for (const auto style : {Qt::ToolButtonTextUnderIcon, Qt::ToolButtonIconOnly}) {
     for (const auto& [button, icon] : buttons_) {
       // The one without an icon keeps its text.
@@ -171,9 +188,9 @@ void CommandBar::FitInto(const QSize& window) {
     }
     row_->invalidate();
     layout()->invalidate();
-    if (row_->sizeHint().width() + Margins().width() <= room) break;
+    if (row_->sizeHint().width() + Margins().width() <= most) break;
   }
-  const int width = std::min(row_->sizeHint().width() + Margins().width(), room);
+  const int width = std::min(row_->sizeHint().width() + Margins().width(), most);
   const int row = row_->sizeHint().height();
   row_->parentWidget()->setFixedHeight(row);
   int height = row + Margins().height();
@@ -184,8 +201,8 @@ void CommandBar::FitInto(const QSize& window) {
     height += std::max(wrapped, notices_->sizeHint().height()) + layout()->spacing();
   }
   const QSize size(width, height);
-  setGeometry((window.width() - size.width()) / 2, window.height() - size.height() - 8,
-              size.width(), size.height());
+  setGeometry(room.left() + (room.width() - size.width()) / 2,
+              room.bottom() + 1 - size.height() - kAround, size.width(), size.height());
   layout()->activate();
   row_->activate();
 }

@@ -37,8 +37,13 @@ class CommandBar : public QFrame {
   void ShowUndo(const QString& undo);
   /// Shows the lines for the director.
   void ShowNotices(const std::vector<Notice>& notices);
-  /// Sets itself along the lower edge of a window of this size, with as much text as fits.
-  void FitInto(const QSize& window);
+  /// Sets itself along the lower edge of a room in a window of this height, with as much text as
+  /// fits.
+  void FitInto(const QRect& room, int windowHeight);
+  /// What it wants in a window of this height, pixels: the size of its text, and the height of its
+  /// row with what is free around it.
+  static int TextIn(int windowHeight);
+  static int RowIn(int windowHeight);
 
  signals:
   void Wanted(DisplayCommand command);
@@ -51,6 +56,7 @@ class CommandBar : public QFrame {
   QToolButton* Add(const char* name, const QString& text, const QString& hint,
                    std::optional<LineIcon> icon, DisplayCommand command);
   void ScaleTo(int windowHeight);
+  void Fit() { FitInto(room_, windowHeight_); }
   QSize Margins() const;
 
   NoticeList* notices_;
@@ -65,7 +71,8 @@ class CommandBar : public QFrame {
   MinuteAdjuster* minutes_;
   std::vector<std::pair<QToolButton*, std::optional<LineIcon>>> buttons_;
   int text_ = 0;  // height of the text, pixels
-  QSize window_;  // that the bar was last fitted into
+  QRect room_;    // that the bar was last fitted into
+  int windowHeight_ = 0;
 };
 
 }  // namespace corvanel

@@ -306,7 +306,7 @@ void DisplayWindow::mouseMoveEvent(QMouseEvent* event) {
 
 void DisplayWindow::PlaceCommandBar() {
   barIn_ = size();
-  fraCommand_->FitInto(size() - QSize(0, FootHeight()));
+  fraCommand_->FitInto(BarRoom(), height());
 }
 
 void DisplayWindow::ShowCommandBar() {

@@ -75,6 +75,8 @@ class DisplayWindow : public QWidget, public DisplayForm, public SessionListener
  protected:
   /// Height in pixels that a window of this kind keeps for itself at the lower edge.
   virtual int FootHeight() const { return 0; }
+  /// Where the command bar may stand: above the foot, unless that keeps a row for it.
+  virtual QRect BarRoom() const { return {0, 0, width(), height() - FootHeight()}; }
   /// Places and colours what stands there; part of every new arrangement.
   virtual void PlaceFoot() {}
   /// Where the move message stands: on the line of the caption, unless the window has one more.

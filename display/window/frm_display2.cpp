@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QToolTip>
 
+#include "display/window/command_bar.h"
 #include "display/window/text_measure.h"
 #include "session/contrast.h"
 #include "widgets/notice_list.h"
@@ -23,11 +24,9 @@ FrmDisplay2::FrmDisplay2(const Session& session, DisplayCommands& commands, Lett
   fraMonitor_->setCursor(Qt::ArrowCursor);
   auto* row = new QHBoxLayout(fraMonitor_);
   row->setContentsMargins(16, 6, 16, 6);
-  row->addStretch();
   row->addWidget(new QLabel(tr("Room display"), fraMonitor_));
   cmdHide_ = AddPair("cmdHide", tr("Hide"), tr("Show"));
   cmdMonitorFullScreen_ = AddPair("cmdMonitorFullScreen", tr("Maximise"), tr("Restore"));
-  row->addStretch();
   connect(fraNotices_, &NoticeList::ActionWanted, this, &FrmDisplay2::NoticeActionWanted);
   connect(fraNotices_, &NoticeList::Dismissed, this, &FrmDisplay2::NoticeDismissed);
   for (int index : {0, 1}) {
@@ -79,14 +78,32 @@ int FrmDisplay2::NoticesHeight() const {
   return std::max(wrapped, fraNotices_->sizeHint().height());
 }
 
+/// A row that is kept for the command bar, which on the director's own screen hides nothing, with
+/// the room display's buttons at its end; below it the lines for him.
 int FrmDisplay2::FootHeight() const {
-  return fraMonitor_->sizeHint().height() + NoticesHeight();
+  return CommandBar::RowIn(height()) + NoticesHeight();
+}
+
+QRect FrmDisplay2::BarRoom() const {
+  return {0, 0, width() - MonitorWidth(), height() - NoticesHeight()};
+}
+
+int FrmDisplay2::MonitorWidth() const {
+  fraMonitor_->ensurePolished();
+  return std::min(fraMonitor_->sizeHint().width(), width() / 2);
 }
 
 void FrmDisplay2::PlaceFoot() {
-  const int buttons = fraMonitor_->sizeHint().height();
-  fraNotices_->setGeometry(0, height() - FootHeight(), width(), NoticesHeight());
-  fraMonitor_->setGeometry(0, height() - buttons, width(), buttons);
+  const QString style = QString(
+                            "QLabel, QPushButton { font-size: %1px; } QLabel { color: %2; }"
+                            "QPushButton { padding: 6px 12px; }")
+                            .arg(CommandBar::TextIn(height()))
+                            .arg(ColourOf(Contrast(Background())).name());
+  if (fraMonitor_->styleSheet() != style) fraMonitor_->setStyleSheet(style);
+  const int row = CommandBar::RowIn(height());
+  const int wide = MonitorWidth();
+  fraMonitor_->setGeometry(width() - wide, height() - FootHeight(), wide, row);
+  fraNotices_->setGeometry(0, height() - NoticesHeight(), width(), NoticesHeight());
   QPalette colours = palette();
   colours.setColor(QPalette::Window, ColourOf(Background()));
   colours.setColor(QPalette::WindowText, ColourOf(Contrast(Background())));

@@ -28,12 +28,14 @@ class FrmDisplay2 : public DisplayWindow {
   /// A table's cell tells the director who is there.
   bool event(QEvent* event) override;
   int FootHeight() const override;
+  QRect BarRoom() const override;
   void PlaceFoot() override;
 
  private:
   using Pair = std::array<QPushButton*, 2>;
   Pair AddPair(const char* name, const QString& first, const QString& second);
   int NoticesHeight() const;
+  int MonitorWidth() const;
   static void ShowOne(const Pair& pair, size_t index);
 
   QFrame* fraMonitor_;

@@ -1,11 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <QImage>
+#include <QLabel>
 #include <algorithm>
 #include <map>
 
 #include "display/window/countdown_panel.h"
 #include "display/window/frm_display.h"
+#include "display/window/frm_display2.h"
 #include "display/window/text_row.h"
 #include "session/contrast.h"
 #include "system/key_places.h"
@@ -133,6 +135,22 @@ TEST_F(PictureTest, EveryStateIsReadFromTheBackWall) {
       const QRect place(row->mapTo(&window, QPoint(0, 0)), row->size());
       EXPECT_GE(ContrastIn(picture, place), kSmallText);
       EXPECT_TRUE(row->Fits());
+    }
+  }
+}
+
+// The twin's own row, on a dark and on a light ground.
+TEST_F(PictureTest, TheButtonsForTheRoomDisplayAreLegible) {
+  FrmDisplay2 twin{bench.session, commands, LetterOfKey};
+  twin.resize(1280, 720);
+  twin.show();
+  for (const Colour back : {Colour{6, 17, 42}, Colour{250, 250, 240}}) {
+    bench.session.elements[static_cast<size_t>(Element::ScreenBackground)].Backcolour = back;
+    twin.Rearrange();
+    const QImage picture = twin.grab().toImage();
+    for (const QLabel* label : twin.findChild<QFrame*>("fraMonitor")->findChildren<QLabel*>()) {
+      const QRect place(label->mapTo(&twin, QPoint(0, 0)), label->size());
+      EXPECT_GE(ContrastIn(picture, place), kSmallText);
     }
   }
 }
