@@ -145,14 +145,16 @@ TableGrid LayOutLists(const std::vector<size_t>& tables, double width, double wi
   const Place one = box(best.across);
   const double slot = best.number * kNumber;
   for (size_t s = 0; s < tables.size(); ++s) {
-    const double x = (one.width + gap) * static_cast<double>(s % best.across);
-    const double y = (one.height + gap) * static_cast<double>(s / best.across);
+    const size_t column = s % best.across;
+    const size_t row = s / best.across;
+    const double x = (one.width + gap) * static_cast<double>(column);
+    const double y = (one.height + gap) * static_cast<double>(row);
     grid.boxes.push_back({x, y, one.width, one.height});
     const auto rows = static_cast<double>(DividedUp(tables[s], best.columns));
     const double top = y + (one.height - rows * best.number) / 2;
-    const auto place = [&](size_t column, size_t row) {
-      return Place{x + gap / 2 + slot * static_cast<double>(column),
-                   top + best.number * static_cast<double>(row), slot, best.number};
+    const auto place = [&](size_t across, size_t down) {
+      return Place{x + gap / 2 + slot * static_cast<double>(across),
+                   top + best.number * static_cast<double>(down), slot, best.number};
     };
     if (letter > 0) grid.letters.push_back(place(0, 0));
     auto& cells = grid.cells.emplace_back();

@@ -39,11 +39,12 @@ double ContrastRatio(Colour one, Colour other) {
 }
 
 Colour Receding(Colour ink, Colour back, double share, double contrast) {
-  const auto mixed = [&](uint8_t one, uint8_t other) {
-    return static_cast<uint8_t>(std::lround(other + (one - other) * share));
-  };
-  constexpr double kStep = 0.02;
-  for (; share < 1; share += kStep) {
+  constexpr int kSteps = 50;
+  for (int step = 0; step < kSteps; ++step) {
+    const double part = share + (1 - share) * step / kSteps;
+    const auto mixed = [part](uint8_t one, uint8_t other) {
+      return static_cast<uint8_t>(std::lround(other + (one - other) * part));
+    };
     const Colour blend{mixed(ink.red, back.red), mixed(ink.green, back.green),
                        mixed(ink.blue, back.blue)};
     if (ContrastRatio(blend, back) >= contrast) return blend;

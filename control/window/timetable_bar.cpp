@@ -32,7 +32,7 @@ QColor ColourOf(const TimetableLine& line) {
 }  // namespace
 
 TimetableBar::TimetableBar(QWidget* parent) : QWidget(parent) {
-  setMinimumHeight(sizeHint().height());
+  setMinimumHeight(kMarks + kBarHeight + kTimes);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   setAccessibleName(tr("Timetable of the session"));
 }

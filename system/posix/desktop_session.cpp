@@ -33,7 +33,8 @@ void ChooseWindowSystem() {
 
 std::string StartToken() {
   for (const char* name : {"XDG_ACTIVATION_TOKEN", "DESKTOP_STARTUP_ID"}) {
-    if (IsSet(name)) return std::getenv(name);
+    const char* token = std::getenv(name);
+    if (token != nullptr) return token;
   }
   return {};
 }
