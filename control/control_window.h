@@ -120,7 +120,7 @@ class ControlWindow : public SessionListener {
   PlannedStart planned_;
   std::optional<ClockTime> startedAt_;  // shown to the second until the first move sets another
   bool started_ = false;                // in this run
-  std::optional<float> typedMinutes_;      // while those for a required finish stand in their place
+  std::optional<float> typedMinutes_;   // while those for a required finish stand in their place
   EveningSoFar soFar_;
   int shownRound_ = 0;                     // of the clock, as it was last seen
   double countsFrom_ = -1;                 // and its mark

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "session/contrast.h"
 #include "display/pointer_watch.h"
+#include "session/contrast.h"
 #include "tests/support/fake_display_host.h"
 #include "tests/support/fakes.h"
 
