@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "session/contrast.h"
 #include "display/screen_plan.h"
+#include "session/contrast.h"
 #include "settings/settings_table.h"
 #include "tests/support/fakes.h"
 
