@@ -247,8 +247,9 @@ void ControlWindow::ShowSchedule(const Schedule& schedule, const Standing& stand
   parts_.view.SetLabel(Label::lblBreakTime,
                        schedule.breakAt ? TimeText(*schedule.breakAt, Form()) : std::string());
   const auto lines = Timetable(s, standing);
-  parts_.view.ShowEvening(Runs(standing.phase) ? soFar_.Whole(lines, parts_.time.Uptime(), start)
-                                               : Evening{lines, start});
+  evening_ = Runs(standing.phase) ? soFar_.Whole(lines, parts_.time.Uptime(), start)
+                                  : Evening{lines, start};
+  parts_.view.ShowEvening(evening_);
 }
 
 bool ControlWindow::RefuseRoundLength(float minutes) {
@@ -339,6 +340,14 @@ void ControlWindow::PlanRound(int16_t round) {
   ShowPlannedRound();
 }
 
+/// All was played; the next Start is that of another evening.
+void ControlWindow::ShowEnd() {
+  PlanRound(1);
+  if (evening_.lines.empty()) return;
+  evening_.standsAt = evening_.lines.back().startsIn + evening_.lines.back().minutes;
+  parts_.view.ShowEvening(evening_);
+}
+
 void ControlWindow::ShowPlannedRound() {
   parts_.view.SetLabel(Label::cmdStart, "Start Timer from round " + TextOf(Box::CurrentRound));
 }
@@ -359,8 +368,10 @@ void ControlWindow::ShowFace(const ClockFace& face) {
   soFar_.Follow(face, parts_.time.Uptime());
   if (!Runs(face.phase)) {
     parts_.view.ShowLive(std::nullopt);
+    if (std::exchange(sawItRun_, false)) ShowEnd();
     return;
   }
+  sawItRun_ = true;
   parts_.view.ShowLive(LiveStripOf(face, parts_.session));
   ShowSchedule(face.schedule, {face.phase, face.round, face.secondsLeft}, parts_.time.TimeOfDay());
 }

@@ -101,6 +101,7 @@ class ControlWindow : public SessionListener {
   void StoreNumberOfRounds(const std::string& text);
   void PlanRound(int16_t round);
   void ShowPlannedRound();
+  void ShowEnd();
   void KeepRoundInPlay();
   std::string TextOf(Box box) const;
   void Put(Box box);
@@ -122,6 +123,8 @@ class ControlWindow : public SessionListener {
   bool started_ = false;                // in this run
   std::optional<float> typedMinutes_;   // while those for a required finish stand in their place
   EveningSoFar soFar_;
+  Evening evening_;                        // as it was shown last
+  bool sawItRun_ = false;                  // a session, at the last face
   int shownRound_ = 0;                     // of the clock, as it was last seen
   double countsFrom_ = -1;                 // and its mark
   std::array<std::string, kBoxes> shown_;  // what each box held when it was last in order

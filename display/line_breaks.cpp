@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 namespace corvanel {
 namespace {
 
 constexpr std::string_view kBetweenParts = " - ";
+constexpr std::string_view kBetweenFacts = " · ";
 
 std::vector<std::string> Words(const std::string& text) {
   std::vector<std::string> words;
@@ -65,10 +67,13 @@ double WidestLine(const std::vector<std::string>& lines, const ElementStyle& sty
 
 std::vector<std::string> Balance(const std::string& text, int count, const ElementStyle& style,
                                  double points, const TextMeasure& measure) {
-  if (const size_t between = text.find(kBetweenParts); count > 1 && between != std::string::npos) {
-    std::vector<std::string> lines = {text.substr(0, between + 2)};
+  for (const auto& [mark, stays] :
+       {std::pair(kBetweenParts, size_t{2}), std::pair(kBetweenFacts, size_t{0})}) {
+    const size_t between = text.find(mark);
+    if (count == 1 || between == std::string::npos) continue;
+    std::vector<std::string> lines = {text.substr(0, between + stays)};
     for (std::string& line :
-         Balance(text.substr(between + kBetweenParts.size()), count - 1, style, points, measure)) {
+         Balance(text.substr(between + mark.size()), count - 1, style, points, measure)) {
       lines.push_back(std::move(line));
     }
     return lines;

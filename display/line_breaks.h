@@ -25,7 +25,7 @@ class TextMeasure {
 };
 
 /// The most even way to break a text at blanks into at most `count` lines. One in two parts, "SKIP
-/// - MOVE FOR ROUND 4", breaks first between them.
+/// - MOVE FOR ROUND 4", breaks first between them; one of two facts at its dot, which then goes.
 std::vector<std::string> Balance(const std::string& text, int count, const ElementStyle& style,
                                  double points, const TextMeasure& measure);
 

@@ -5,6 +5,10 @@
 namespace corvanel {
 namespace {
 
+// Pixels; a window's frame is not known before it is shown.
+constexpr double kTitleBar = 36;
+constexpr double kFrame = 4;
+
 Place Inset(const Place& area, double share) {
   return {area.x + area.width * share, area.y + area.height * share, area.width * (1 - 2 * share),
           area.height * (1 - 2 * share)};
@@ -36,7 +40,9 @@ ScreenPlan PlanScreens(const std::vector<Place>& screens, size_t controlScreen) 
   }
   plan.roomScreen = controlScreen;
   plan.sideBySide = true;
-  const Place& area = screens[controlScreen];
+  Place area = screens[controlScreen];
+  area.y += kTitleBar;
+  area.height -= kTitleBar + kFrame;
   plan.room = plan.twin = area;
   if (area.width >= area.height) {
     plan.room.width = plan.twin.width = area.width / 2;

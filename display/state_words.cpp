@@ -5,6 +5,7 @@ namespace {
 
 std::string Tag(Phase phase, Element countdownStyle) {
   if (phase == Phase::Move) return "MOVE";
+  if (phase == Phase::Break && countdownStyle == Element::LastWarning) return "BREAK ENDS";
   if (phase != Phase::Round) return {};
   switch (countdownStyle) {
     case Element::EarlyWarning:

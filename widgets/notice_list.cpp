@@ -29,11 +29,11 @@ NoticeList::NoticeList(QWidget* parent) : QFrame(parent) {
   hide();
 }
 
-QWidget* NoticeList::LineOf(const Notice& notice) {
+QWidget* NoticeList::LineOf(const Notice& notice, const QString& more) {
   auto* line = new QWidget(this);
   auto* row = new QHBoxLayout(line);
   row->setContentsMargins(0, 2, 0, 2);
-  auto* text = new QLabel(QString::fromStdString(notice.text), line);
+  auto* text = new QLabel(QString::fromStdString(notice.text) + more, line);
   text->setObjectName("lblNotice");
   text->setTextFormat(Qt::PlainText);
   text->setWordWrap(true);
@@ -67,7 +67,11 @@ void NoticeList::ShowNotices(const std::vector<Notice>& notices) {
     item->widget()->deleteLater();
     delete item;
   }
-  for (const Notice& notice : notices) layout()->addWidget(LineOf(notice));
+  const size_t waiting = notices.size() > most_ ? notices.size() - most_ : 0;
+  for (size_t i = waiting; i < notices.size(); ++i) {
+    const bool last = waiting > 0 && i + 1 == notices.size();
+    layout()->addWidget(LineOf(notices[i], last ? tr(" (and %1 more)").arg(waiting) : QString()));
+  }
   setVisible(!notices.empty());
   updateGeometry();
 }

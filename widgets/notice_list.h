@@ -15,6 +15,8 @@ class NoticeList : public QFrame {
  public:
   explicit NoticeList(QWidget* parent);
   void ShowNotices(const std::vector<Notice>& notices);
+  /// Shows no more than so many lines, the latest; the last of them says how many wait.
+  void SetMost(size_t most) { most_ = most; }
 
  signals:
   /// The button of a line was pressed.
@@ -22,9 +24,10 @@ class NoticeList : public QFrame {
   void Dismissed(const Notice& notice);
 
  private:
-  QWidget* LineOf(const Notice& notice);
+  QWidget* LineOf(const Notice& notice, const QString& more);
 
   std::vector<Notice> shown_;
+  size_t most_ = 100;
 };
 
 }  // namespace corvanel

@@ -10,6 +10,7 @@
 
 #include "control/window/entry_box.h"
 #include "control/window/live_countdown.h"
+#include "control/window/page_style.h"
 #include "control/window/timetable_bar.h"
 #include "ui_frm_main.h"
 
@@ -17,41 +18,9 @@ namespace corvanel {
 namespace {
 
 constexpr int kWidestName = 180;  // pixels
+constexpr size_t kMostLines = 2;  // for the director; the rest wait
 constexpr int kBetweenCards = 8;  // pixels
 constexpr int kAroundLine = 12;   // pixels, of a line for the director
-
-/// Cards on a calm ground, one strong button. But for one accent, dark enough for white text in
-/// both kinds of palette, every colour is the desktop's own.
-constexpr const char* kStyle = R"(
-  QFrame[card="true"] {
-    background: palette(base); border: 1px solid palette(midlight); border-radius: 8px;
-  }
-  QLabel[heading="true"] { font-weight: 600; }
-  QLabel[quiet="true"] { color: palette(placeholder-text); }
-  QLabel[big="true"] { font-size: 24pt; font-weight: 700; padding-right: 10px; }
-  QLabel[result="true"] { font-weight: 600; padding-right: 4px; }
-  QLabel { border: none; }
-  QLineEdit { padding: 1px 6px; }
-  QPushButton { padding: 5px 12px; }
-  QPushButton[segment] {
-    border: 1px solid palette(mid); background: palette(base); padding: 4px 10px;
-    font-weight: 600;
-  }
-  QPushButton[segment="left"] { border-top-left-radius: 6px; border-bottom-left-radius: 6px; }
-  QPushButton[segment="right"] {
-    border-left: none; border-top-right-radius: 6px; border-bottom-right-radius: 6px;
-  }
-  QPushButton[segment]:checked { background: #1F5FBF; border-color: #1F5FBF; color: white; }
-  QPushButton[segment]:focus { text-decoration: underline; }
-  QPushButton[primary="true"] {
-    background: #1F5FBF; color: white; border: 2px solid #1F5FBF; border-radius: 8px;
-    font-size: 13pt; font-weight: 600; padding: 8px 16px;
-  }
-  QPushButton[primary="true"]:hover { background: #2A6FD4; }
-  QPushButton[primary="true"]:pressed { background: #174A96; }
-  *[off="true"] { color: palette(placeholder-text); }
-  QPushButton[primary="true"]:focus { border-color: palette(text); }
-)";
 
 }  // namespace
 
@@ -67,8 +36,13 @@ FrmMain::FrmMain(const Session& session, QWidget* parent)
   ui_->txtHeader->setAccessibleName(tr("Title"));
   ui_->menubar->setCornerWidget(ui_->fraVersion);
   ui_->cmdResume->hide();
+  ui_->layoutLoad->insertWidget(2, ui_->lblFavChanged);
+  QSizePolicy kept = ui_->lblFavChanged->sizePolicy();
+  kept.setRetainSizeWhenHidden(true);
+  ui_->lblFavChanged->setSizePolicy(kept);
+  ui_->fraNotices->SetMost(kMostLines);
   // Of the page alone: dialogs over this window keep their own colours.
-  centralWidget()->setStyleSheet(QString::fromUtf8(kStyle));
+  centralWidget()->setStyleSheet(PageStyle(palette()));
   connect(ui_->fraNotices, &NoticeList::ActionWanted, this, &FrmMain::NoticeActionWanted);
   connect(ui_->fraNotices, &NoticeList::Dismissed, this, &FrmMain::NoticeDismissed);
 }
@@ -262,6 +236,9 @@ void FrmMain::ShowLive(const std::optional<LiveStrip>& live) {
   }
   if (!live) return;
   ui_->lblLive->setText(QString::fromStdString(live->caption));
+  // What stands beside it never moves back, so that no number jumps to and fro.
+  ui_->lblLive->setMinimumWidth(
+      std::max(ui_->lblLive->minimumWidth(), ui_->lblLive->sizeHint().width()));
   ui_->lblLiveTime->Show(live->countdown, live->style);
   ui_->cmdLivePause->setVisible(!live->can.resume);
   ui_->cmdLivePause->setEnabled(live->can.pause);
@@ -307,6 +284,11 @@ void FrmMain::ConnectLive() {
     connect(button, &QPushButton::clicked, this,
             [this, command = command] { logic_->cmdLive_Click(command); });
   }
+  // The two of the pair take one place.
+  const int wide =
+      std::max(ui_->cmdLivePause->sizeHint().width(), ui_->cmdLiveResume->sizeHint().width());
+  ui_->cmdLivePause->setMinimumWidth(wide);
+  ui_->cmdLiveResume->setMinimumWidth(wide);
   // Enter presses the one that has the focus, as in a dialog.
   ui_->cmdResume->setAutoDefault(true);
   ui_->cmdStart->setAutoDefault(true);

@@ -1,6 +1,7 @@
 #include "display/window/command_bar.h"
 
 #include <QHBoxLayout>
+#include <QTimer>
 #include <QToolButton>
 #include <cmath>
 #include <utility>
@@ -161,6 +162,8 @@ void CommandBar::ShowUndo(const QString& undo) {
 void CommandBar::ShowNotices(const std::vector<Notice>& notices) {
   notices_->ShowNotices(notices);
   Fit();
+  // New lines have their size only when their style has been applied.
+  QTimer::singleShot(0, this, &CommandBar::Fit);
 }
 
 int CommandBar::TextIn(int windowHeight) {

@@ -238,6 +238,8 @@ TEST(LayoutTest, LinesBreakEvenlyAndShortTextsKeepToOne) {
   EXPECT_EQ(broken[0], "SKIP/ARROW -");
   EXPECT_EQ(BreakLines("MOVE FOR ROUND 5", 2, 200, style, 20, font)[1], "ROUND 5");
   EXPECT_EQ(BreakLines("MOVE", 2, 300, style, 20, font).size(), 1U);
+  const auto facts = BreakLines("Finish at 22:31 · Break:20:53 End:21:08", 2, 400, style, 20, font);
+  EXPECT_EQ(facts, (std::vector<std::string>{"Finish at 22:31", "Break:20:53 End:21:08"}));
   const auto elided = BreakLines("ÄÄÄÄÄÄÄÄÄÄÄÄÄÄÄÄÄÄÄÄÄÄÄÄ", 1, 200, style, 20, font);
   ASSERT_EQ(elided.size(), 1U);
   EXPECT_TRUE(elided[0].ends_with("Ä…"));
@@ -261,7 +263,8 @@ TEST(StateWordsTest, EveryStateHasAWord) {
       {Phase::Move, Element::TimeUp, false, "", {"MOVE", ""}},
       {Phase::Move, Element::TimeUp, true, "", {"MOVE", "PAUSED"}},
       {Phase::Break, kCalm, false, "", {"", "BREAK UNTIL 21:08"}},
-      {Phase::Break, Element::LastWarning, true, "", {"", "PAUSED"}},
+      {Phase::Break, Element::LastWarning, false, "", {"BREAK ENDS", "BREAK UNTIL 21:08"}},
+      {Phase::Break, kCalm, true, "", {"", "PAUSED"}},
       {Phase::Ended, Element::TimeUp, false, "", {"", "END OF PLAY"}},
   };
   for (const Row& row : rows) {

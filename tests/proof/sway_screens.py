@@ -47,6 +47,11 @@ class Sway:
         self.sway = self.begin("dbus-run-session", "sway", "-c", str(self.folder / "config"))
         time.sleep(4)
         run = self.folder / "run"
+        if not list(run.glob("sway-ipc*")):
+            self.program = self.sway
+            self.close()
+            print("sway cannot be started here")
+            raise SystemExit(77)
         self.environment["SWAYSOCK"] = str(next(run.glob("sway-ipc*")))
         self.environment["WAYLAND_DISPLAY"] = next(run.glob("wayland-?")).name
         self.environment["DISPLAY"] = self.message_of_child("echo $DISPLAY")
@@ -70,9 +75,10 @@ class Sway:
         return answer.read_text().strip()
 
     def close(self):
-        for process in (self.program, self.sway):
-            os.killpg(process.pid, signal.SIGKILL)
-            process.wait()
+        for process in {self.program, self.sway}:
+            if process.poll() is None:
+                os.killpg(process.pid, signal.SIGKILL)
+                process.wait()
         shutil.rmtree(self.folder, ignore_errors=True)
 
     def press(self, *arguments):

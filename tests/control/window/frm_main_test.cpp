@@ -282,10 +282,15 @@ TEST_F(FrmMainTest, EverythingIsInSightAndLinesMoveNothing) {
   QApplication::processEvents();
   const auto* strong = Find<QPushButton>("cmdResume");
   const QPoint before = strong->mapTo(&window, QPoint(0, 0));
-  window.ShowNotices({{NoticeKind::Sound, "The sound was not heard"},
+  window.ShowNotices({{NoticeKind::Store, "one"},
+                      {NoticeKind::Finish, "two"},
+                      {NoticeKind::Sound, "The sound was not heard"},
                       {NoticeKind::Awake, "Nothing keeps this computer awake"}});
   QApplication::processEvents();
   EXPECT_EQ(strong->mapTo(&window, QPoint(0, 0)), before);
+  const auto lines = window.findChildren<QLabel*>("lblNotice");
+  ASSERT_EQ(lines.size(), 2);
+  EXPECT_EQ(lines[1]->text(), "Nothing keeps this computer awake (and 2 more)");
   auto* scroll = Find<QScrollArea>("scroll");
   EXPECT_EQ(scroll->verticalScrollBar()->maximum(), 0);
   EXPECT_EQ(scroll->horizontalScrollBar()->maximum(), 0);

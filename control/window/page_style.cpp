@@ -1,0 +1,57 @@
+#include "control/window/page_style.h"
+
+namespace corvanel {
+namespace {
+
+/// Cards on a calm ground, one strong button. But for one accent, dark enough for white text in
+/// both kinds of palette, every colour is the desktop's own. `%1`: of what matters less.
+constexpr const char* kStyle = R"(
+  QFrame[card="true"] {
+    background: palette(base); border: 1px solid palette(midlight); border-radius: 8px;
+  }
+  QLabel[heading="true"] { font-weight: 600; }
+  QLabel[quiet="true"] { color: %1; }
+  QLabel[big="true"] { font-size: 24pt; font-weight: 700; padding-right: 10px; }
+  QLabel[result="true"] { font-weight: 600; padding-right: 4px; }
+  QLabel { border: none; }
+  QLineEdit { padding: 1px 6px; }
+  QPushButton { padding: 5px 12px; }
+  QPushButton[segment] {
+    border: 1px solid palette(mid); background: palette(base); padding: 4px 10px;
+    font-weight: 600;
+  }
+  QPushButton[segment="left"] { border-top-left-radius: 6px; border-bottom-left-radius: 6px; }
+  QPushButton[segment="right"] {
+    border-left: none; border-top-right-radius: 6px; border-bottom-right-radius: 6px;
+  }
+  QPushButton[segment]:checked { background: #1F5FBF; border-color: #1F5FBF; color: white; }
+  QPushButton[segment]:focus { text-decoration: underline; }
+  QPushButton[primary="true"] {
+    background: #1F5FBF; color: white; border: 2px solid #1F5FBF; border-radius: 8px;
+    font-size: 13pt; font-weight: 600; padding: 8px 16px;
+  }
+  QPushButton[primary="true"]:hover { background: #2A6FD4; }
+  QPushButton[primary="true"]:pressed { background: #174A96; }
+  *[off="true"] { color: %1; }
+  QPushButton[primary="true"]:focus { border-color: palette(text); }
+)";
+
+/// Of what matters less: it recedes, and can still be read.
+QColor QuietColour(const QPalette& palette) {
+  constexpr double kShare = 0.58;
+  const QColor ink = palette.color(QPalette::Text);
+  const QColor back = palette.color(QPalette::Base);
+  const auto mixed = [](int one, int other) {
+    return static_cast<int>(other + (one - other) * kShare);
+  };
+  return {mixed(ink.red(), back.red()), mixed(ink.green(), back.green()),
+          mixed(ink.blue(), back.blue())};
+}
+
+}  // namespace
+
+QString PageStyle(const QPalette& palette) {
+  return QString::fromUtf8(kStyle).arg(QuietColour(palette).name());
+}
+
+}  // namespace corvanel
