@@ -1,6 +1,16 @@
 #include "control/settings_menu.h"
 
+#include <string_view>
+
 namespace corvanel {
+namespace {
+
+// Where the settings before an import that failed are kept; gone with them, or with a good import.
+constexpr std::string_view kSection = "Timer";
+constexpr std::string_view kLastGood = "SettingsBeforeImport";
+
+}  // namespace
+
 void SettingsMenu::mnuSettingsExport_Click() {
   Guarded(parts_.errors, "frmMain.mnuSettingsExport_Click", [&] {
     const auto path = parts_.prompts.ChooseFileToSave("Settings.txt", "Settings (*.txt)|*.txt");
@@ -42,16 +52,15 @@ bool SettingsMenu::Import(const std::string& path) {
     parts_.prompts.Message("Settings could not be imported\r\n" + bytes.Failure().description);
     return false;
   }
-  // What an import that failed has left is nothing to come back to.
-  if (lastGood_.empty()) lastGood_ = parts_.store.KeepCopy();
+  // What an import that failed has left is nothing to come back to, in a later run neither.
+  std::string lastGood = parts_.store.GetSetting(kSection, kLastGood).value_or("");
+  if (lastGood.empty() || !parts_.files.ReadFile(lastGood)) lastGood = parts_.store.KeepCopy();
   const bool whole = ImportSettings(bytes.Value(), parts_.store);
+  if (!whole) parts_.store.SaveSetting(kSection, kLastGood, lastGood);
   parts_.store.Flush();
-  if (whole) {
-    lastGood_.clear();
-    return true;
-  }
+  if (whole) return true;
   parts_.prompts.Message(
-      "Settings could not be imported\r\nThe settings before the import are kept in " + lastGood_);
+      "Settings could not be imported\r\nThe settings before the import are kept in " + lastGood);
   return false;
 }
 
@@ -61,7 +70,6 @@ void SettingsMenu::mnuSettingsUndoImport_Click() {
       parts_.prompts.Message("No settings have been kept by an import yet");
       return;
     }
-    lastGood_.clear();
     parts_.favourites.Reload();
     parts_.prompts.Message("The settings before the last import are back");
   });

@@ -32,7 +32,6 @@ class SettingsMenu {
   bool Import(const std::string& path);
 
   Parts parts_;
-  std::string lastGood_;  // where the settings before a failed import are kept
 };
 
 }  // namespace corvanel

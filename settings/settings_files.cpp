@@ -88,12 +88,13 @@ std::string ExportReg(const SettingsStore& store, const std::string& section,
   if (values.empty()) return {};
   std::string text = Quoted('[' + section + ']') + ",0\r\n";
   for (const auto& [key, value] : values) {
+    std::string name = key;
     std::string shown = value;
-    if (shown.find('"') != std::string::npos) {
-      std::replace(shown.begin(), shown.end(), '"', '\'');
+    for (std::string* part : {&name, &shown}) std::replace(part->begin(), part->end(), '"', '\'');
+    if (name != key || shown != value) {
       outcome.changed.push_back(fmt::format("{}, {}", section, key));
     }
-    text += Quoted(key);
+    text += Quoted(name);
     text += ',';
     text += Quoted(shown);
     text += "\r\n";
@@ -152,12 +153,16 @@ ExportOutcome ExportSettings(const SettingsStore& store) {
   return outcome;
 }
 
+std::string AsUtf8(const std::string& text) {
+  return EachCharacter(text, [](int32_t) { return true; }) ? text : Utf8Of1252(text);
+}
+
 bool ImportSettings(std::string bytes, SettingsStore& store) {
   // Deliberate: an import replaces, so the store is cleared before the first record is looked at.
   for (const std::string& section : Sections()) store.DeleteSection(section);
   if (bytes.size() > kLargestFile) return false;
   if (bytes.starts_with(kByteOrderMark)) bytes.erase(0, kByteOrderMark.size());
-  if (!EachCharacter(bytes, [](int32_t) { return true; })) bytes = Utf8Of1252(bytes);
+  bytes = AsUtf8(bytes);
   Fields fields(bytes);
   std::optional<std::string> section;
   while (!fields.AtEnd()) {

@@ -25,6 +25,9 @@ ExportOutcome ExportSettings(const SettingsStore& store);
 /// Nothing is flushed.
 bool ImportSettings(std::string bytes, SettingsStore& store);
 
+/// A text that is in UTF-8, or else in code page 1252, as UTF-8.
+std::string AsUtf8(const std::string& text);
+
 /// Whole files.
 class FileAccess {
  public:

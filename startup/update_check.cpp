@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "basics/numbers.h"
+#include "settings/settings_files.h"
 
 namespace corvanel {
 namespace {
@@ -53,7 +54,7 @@ std::optional<Release> ParseVersionFile(const std::string& bytes) {
   }
   while (!rest.empty()) {
     if (!release.notes.empty()) release.notes += "\r\n";
-    release.notes += TakeLine(rest);
+    release.notes += AsUtf8(std::string(TakeLine(rest)));
   }
   return release;
 }

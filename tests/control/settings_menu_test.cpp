@@ -62,6 +62,7 @@ TEST_F(SettingsMenuTest, TheWayBackLeadsPastImportsThatFailed) {
   session.settings.nRounds = 5;
   favourites.cmdSaveDefault_Click("Friday");
   files["/usb/bad.txt"] = "nonsense";
+  files["the copy"] = "the settings as they were";
   files["/usb/good.txt"] = "\"[Timer]\",0\r\n\"nRounds\",\"9\"\r\n";
   for (const char* file : {"/usb/bad.txt", "/usb/bad.txt", "/usb/good.txt"}) {
     prompts.file = file;
@@ -73,6 +74,18 @@ TEST_F(SettingsMenuTest, TheWayBackLeadsPastImportsThatFailed) {
   prompts.file = "/usb/bad.txt";
   menu.mnuSettingsImport_Click();
   menu.mnuSettingsUndoImport_Click();
+  EXPECT_EQ(view.listed, std::vector<std::string>{"Friday"});
+}
+
+TEST_F(SettingsMenuTest, InALaterRunTooTheWayBackLeadsPastThem) {
+  favourites.cmdSaveDefault_Click("Friday");
+  files["/usb/bad.txt"] = "nonsense";
+  files["the copy"] = "the settings as they were";
+  prompts.file = "/usb/bad.txt";
+  menu.mnuSettingsImport_Click();
+  SettingsMenu later{{store, session, *this, favourites, prompts, bench.errors}};
+  later.mnuSettingsImport_Click();
+  later.mnuSettingsUndoImport_Click();
   EXPECT_EQ(view.listed, std::vector<std::string>{"Friday"});
 }
 

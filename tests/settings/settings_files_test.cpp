@@ -11,6 +11,15 @@
 namespace corvanel {
 namespace {
 
+TEST(SettingsFilesTest, AQuoteInAKeyIsWrittenSoThatItCanBeReadAgain) {
+  FakeStore store;
+  store.SaveSetting("Timer", "Arthur\"s key", "1");
+  const ExportOutcome outcome = ExportSettings(store);
+  EXPECT_EQ(outcome.changed.size(), 1U);
+  EXPECT_TRUE(ImportSettings(outcome.bytes, store));
+  EXPECT_EQ(store.GetSetting("Timer", "Arthur's key"), "1");
+}
+
 TEST(ExportSettingsTest, WritesTheRecordForms) {
   FakeStore store;
   store.SaveSetting("Timer", "nRounds", "12");

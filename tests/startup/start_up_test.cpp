@@ -83,6 +83,14 @@ class StartUpTest : public testing::Test,
   StartUp start{{store, *this, update, prompts, errors, version}};
 };
 
+TEST(UpdateFileTest, NotesOfAnyEncodingAreRead) {
+  EXPECT_EQ(ParseVersionFile("1,5,0\r\nsch\xF6n")->notes, "sch\xC3\xB6n");
+  EXPECT_EQ(ParseVersionFile("\xEF\xBB\xBF"
+                             "1,5,0\nsch\xC3\xB6n")
+                ->notes,
+            "sch\xC3\xB6n");
+}
+
 TEST_F(StartUpTest, TheCheckTellsWhatItFound) {
   const std::vector<std::string> begin = {"Checking internet", "- connected",
                                           "- contacting Corvanel website"};
