@@ -155,6 +155,10 @@ class Composer {
     area_ = {margin, margin, std::max(input.width - 2 * margin, 1.0),
              std::max(input.height - 2 * margin, 1.0)};
     news_ = input.moving && input.texts.large.empty();
+    for (size_t i = 0; i < kCountdowns.size(); ++i) {
+      tagStyles_[i] = StyleOf(styles, kCountdowns[i]);
+      tagStyles_[i].Bold = true;
+    }
     tag_ = FitTag();
   }
 
@@ -245,21 +249,16 @@ class Composer {
       tag.points = std::min(tag.points, PointsFor(kTag * input_.height, element));
     }
     tag.points = std::max(tag.points, kLeastTextPoints);
-    for (const Element element : kCountdowns) {
-      const double height = measure_.Line("X", Bold(element), tag.points).height;
+    for (const ElementStyle& style : tagStyles_) {
+      const double height = measure_.Line("X", style, tag.points).height;
       tag.height = std::max(tag.height, 2 * height);
     }
     return tag;
   }
-  ElementStyle Bold(Element element) const {
-    ElementStyle style = StyleOf(styles_, element);
-    style.Bold = true;
-    return style;
-  }
   double TagWidth(const std::string& text) const {
     double width = 0;
-    for (const Element element : kCountdowns) {
-      width = std::max(width, measure_.Line(text, Bold(element), tag_.points).width);
+    for (const ElementStyle& style : tagStyles_) {
+      width = std::max(width, measure_.Line(text, style, tag_.points).width);
     }
     return width + tag_.height / 2 * kTagInset * 2;
   }
@@ -349,6 +348,8 @@ class Composer {
   const LayoutInput& input_;
   const ElementStyles& styles_;
   const TextMeasure& measure_;
+  // Kept, since what was measured is remembered by the style's address.
+  std::array<ElementStyle, kCountdowns.size()> tagStyles_;
   bool news_ = false;  // the move message is what matters
   Fitted tag_;
   Place area_;

@@ -16,7 +16,9 @@ class EvenFont : public TextMeasure {
  public:
   Extent Line(const std::string& text, const ElementStyle& style, double points) const override {
     const double pixels = points * 96 / 72;
-    return {static_cast<double>(text.size()) * pixels * (style.Bold ? 0.6 : 0.55), pixels * 1.15};
+    const double wide = style.Name == "Wide" ? 1.3 : 1;
+    return {static_cast<double>(text.size()) * pixels * wide * (style.Bold ? 0.6 : 0.55),
+            pixels * 1.15};
   }
   Extent Digits(const std::string& text, const ElementStyle& /*style*/,
                 double points) const override {
@@ -196,6 +198,19 @@ TEST(LayoutTest, TheCountdownStaysKingAndTheMessageIsTheNews) {
     EXPECT_GE(capitals(layout.large), row.large) << row.scene.name;
     EXPECT_GE(capitals(layout.tag), 0.04) << row.scene.name;
   }
+}
+
+TEST(LayoutTest, TheWordFitsItsCornerInEveryFont) {
+  Session session;
+  session.settings.MinPerRound = 20;
+  session.elements[static_cast<size_t>(Element::EarlyWarning)].Name = "Wide";
+  const EvenFont font;
+  const Scene scene{"tables", false, "", 0.2};
+  const Layout layout = LayOut(InputOf(scene, 1920, 1080, session), session.elements, font);
+  ASSERT_EQ(layout.tag.lines, 2);
+  ElementStyle wide = session.elements[static_cast<size_t>(Element::EarlyWarning)];
+  wide.Bold = true;
+  EXPECT_LE(font.Line("WARNING", wide, layout.tag.points).width, layout.tag.place.width);
 }
 
 TEST(LayoutTest, HiddenRowsLeaveTheirRoomToTheCountdown) {
