@@ -326,10 +326,8 @@ void ControlWindow::cmdLive_Click(SessionCommand command) {
 }
 
 void ControlWindow::BackFromDisplays() {
-  // A session that has ended is no part of the next evening.
   Handle("BackFromDisplays", [&] {
-    const ClockState& state = parts_.clock.State();
-    PlanRound(state.phase == Phase::Ended ? int16_t{1} : state.round);
+    if (parts_.clock.UnderWay()) PlanRound(parts_.clock.State().round);
   });
 }
 
@@ -365,13 +363,13 @@ void ControlWindow::ShowFace(const ClockFace& face) {
     planned_.time = start ? *startedAt_ : ToTheMinute(from);
     PutIfChanged(Box::StartTime);
   }
+  const bool ran = soFar_.UnderWay();
   soFar_.Follow(face, parts_.time.Uptime());
   if (!Runs(face.phase)) {
     parts_.view.ShowLive(std::nullopt);
-    if (std::exchange(sawItRun_, false)) ShowEnd();
+    if (ran) ShowEnd();
     return;
   }
-  sawItRun_ = true;
   parts_.view.ShowLive(LiveStripOf(face, parts_.session));
   ShowSchedule(face.schedule, {face.phase, face.round, face.secondsLeft}, parts_.time.TimeOfDay());
 }

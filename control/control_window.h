@@ -124,7 +124,6 @@ class ControlWindow : public SessionListener {
   std::optional<float> typedMinutes_;   // while those for a required finish stand in their place
   EveningSoFar soFar_;
   Evening evening_;                        // as it was shown last
-  bool sawItRun_ = false;                  // a session, at the last face
   int shownRound_ = 0;                     // of the clock, as it was last seen
   double countsFrom_ = -1;                 // and its mark
   std::array<std::string, kBoxes> shown_;  // what each box held when it was last in order

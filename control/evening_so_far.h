@@ -20,6 +20,8 @@ class EveningSoFar {
  public:
   /// The clock's face came, at this uptime in seconds. What was taken back is forgotten.
   void Follow(const ClockFace& face, double uptime);
+  /// Whether a session was under way when the last face came.
+  bool UnderWay() const { return !begun_.empty(); }
   /// The whole evening at this moment, its rest being `ahead` (see `Timetable`).
   Evening Whole(const std::vector<TimetableLine>& ahead, double uptime, ClockTime timeOfDay) const;
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QFrame>
+#include <cstdint>
 #include <vector>
 
 #include "session/notices.h"
@@ -27,7 +28,7 @@ class NoticeList : public QFrame {
   QWidget* LineOf(const Notice& notice, const QString& more);
 
   std::vector<Notice> shown_;
-  size_t most_ = 100;
+  size_t most_ = SIZE_MAX;
 };
 
 }  // namespace corvanel

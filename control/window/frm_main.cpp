@@ -22,6 +22,14 @@ constexpr size_t kMostLines = 2;  // for the director; the rest wait
 constexpr int kBetweenCards = 8;  // pixels
 constexpr int kAroundLine = 12;   // pixels, of a line for the director
 
+/// A property that the page's style knows.
+void SetLook(QWidget* widget, const char* property, bool on) {
+  if (widget->property(property) == QVariant(on)) return;
+  widget->setProperty(property, on);
+  widget->style()->unpolish(widget);
+  widget->style()->polish(widget);
+}
+
 }  // namespace
 
 FrmMain::FrmMain(const Session& session, QWidget* parent)
@@ -83,6 +91,7 @@ void FrmMain::SetLogic(ControlWindow& logic) {
   for (QCheckBox* box : {ui_->chkBreak, ui_->chkHeader}) {
     connect(box, &QCheckBox::toggled, this, &FrmMain::ShowWhatIsOff);
   }
+  ShowWhatIsOff();
   connect(ui_->chkMoveAfterBreak, &QCheckBox::clicked, this,
           [this](bool on) { logic_->chkMoveAfterBreak_Click(on); });
   connect(ui_->chkMonitor, &QCheckBox::clicked, this,
@@ -146,24 +155,17 @@ void FrmMain::SetLabel(Label label, const std::string& text) {
 
 void FrmMain::SetTick(Tick tick, bool on) {
   CheckOf(tick)->setChecked(on);
-  ShowWhatIsOff();
 }
 
 /// What belongs to a break that is not taken, or to a title that is not shown, looks off; it can be
 /// set all the same, and Enter leads through it.
 void FrmMain::ShowWhatIsOff() {
-  const auto show = [](QWidget* widget, bool off) {
-    if (widget->property("off").toBool() == off) return;
-    widget->setProperty("off", off);
-    widget->style()->unpolish(widget);
-    widget->style()->polish(widget);
-  };
   for (QWidget* widget : std::initializer_list<QWidget*>{ui_->lblBreakRound, ui_->txtBreakRound,
                                                          ui_->lblBreakLength, ui_->txtBreakLength,
                                                          ui_->unitBreak, ui_->chkMoveAfterBreak}) {
-    show(widget, !ui_->chkBreak->isChecked());
+    SetLook(widget, "off", !ui_->chkBreak->isChecked());
   }
-  show(ui_->txtHeader, !ui_->chkHeader->isChecked());
+  SetLook(ui_->txtHeader, "off", !ui_->chkHeader->isChecked());
 }
 
 /// Rows of one height, so that those of both cards share their base lines; as far apart as the
@@ -265,9 +267,7 @@ void FrmMain::ArrangeStart() {
   row->addWidget(ui_->cmdStart);
   for (const auto& [button, strong] :
        {std::pair(ui_->cmdStart, !live_), std::pair(ui_->cmdResume, live_)}) {
-    button->setProperty("primary", strong);
-    button->style()->unpolish(button);
-    button->style()->polish(button);
+    SetLook(button, "primary", strong);
     button->setToolTip(strong ? tr("Ctrl+Enter") : QString());
   }
 }

@@ -2,16 +2,14 @@
 
 #include <QPainter>
 
+#include "widgets/colours.h"
+
 namespace corvanel {
 namespace {
 
 constexpr double kDigits = 2.6;  // size for that of the window's font
 constexpr int kBesideDigits = 14;
 constexpr int kAboveDigits = 2;
-
-QColor ColourOf(Colour colour) {
-  return {colour.red, colour.green, colour.blue};
-}
 
 }  // namespace
 

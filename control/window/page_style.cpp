@@ -1,5 +1,7 @@
 #include "control/window/page_style.h"
 
+#include "widgets/colours.h"
+
 namespace corvanel {
 namespace {
 
@@ -39,13 +41,7 @@ constexpr const char* kStyle = R"(
 /// Of what matters less: it recedes, and can still be read.
 QColor QuietColour(const QPalette& palette) {
   constexpr double kShare = 0.58;
-  const QColor ink = palette.color(QPalette::Text);
-  const QColor back = palette.color(QPalette::Base);
-  const auto mixed = [](int one, int other) {
-    return static_cast<int>(other + (one - other) * kShare);
-  };
-  return {mixed(ink.red(), back.red()), mixed(ink.green(), back.green()),
-          mixed(ink.blue(), back.blue())};
+  return Mixed(palette.color(QPalette::Text), palette.color(QPalette::Base), kShare);
 }
 
 }  // namespace

@@ -5,6 +5,8 @@
 #include <QToolTip>
 #include <algorithm>
 
+#include "widgets/colours.h"
+
 namespace corvanel {
 namespace {
 
@@ -16,14 +18,6 @@ constexpr QColor kRound(0x1F, 0x5F, 0xBF);
 constexpr QColor kBreak(0xF2, 0xA9, 0x00);
 constexpr double kPlayed = 0.25;  // of a field's colour, over what is behind
 constexpr double kNowWidth = 3;
-
-QColor Faded(const QColor& colour, const QColor& behind) {
-  const auto mixed = [](int one, int other) {
-    return static_cast<int>(other + (one - other) * kPlayed);
-  };
-  return {mixed(colour.red(), behind.red()), mixed(colour.green(), behind.green()),
-          mixed(colour.blue(), behind.blue())};
-}
 
 QColor ColourOf(const TimetableLine& line) {
   return line.phase == Phase::Break ? kBreak : kRound;
@@ -75,7 +69,7 @@ void TimetableBar::PaintField(QPainter& painter, const TimetableLine& line) cons
     painter.save();
     painter.setClipRect(played ? QRectF(field.topLeft(), QPointF(now, field.bottom()))
                                : QRectF(QPointF(now, field.top()), field.bottomRight()));
-    painter.setBrush(played ? Faded(ColourOf(line), behind) : ColourOf(line));
+    painter.setBrush(played ? Mixed(ColourOf(line), behind, kPlayed) : ColourOf(line));
     painter.drawRoundedRect(field, 3, 3);
     painter.restore();
   }

@@ -32,11 +32,6 @@ const char* PathOf(LineIcon icon) {
       return "M5 19L11 5h2l6 14M7.5 14h9";
     case LineIcon::Back:
       return "M20 12H5M11 6l-6 6 6 6";
-    case LineIcon::Hide:
-      return "M3 12c3-4.5 6-6.5 9-6.5s6 2 9 6.5c-3 4.5-6 6.5-9 6.5S6 16.5 3 12zM5 20L19 4";
-    case LineIcon::Show:
-      return "M3 12c3-4.5 6-6.5 9-6.5s6 2 9 6.5c-3 4.5-6 6.5-9 6.5S6 16.5 3 12z"
-             "M12 9.5a2.5 2.5 0 1 0 .01 0";
   }
   return "";
 }

@@ -17,9 +17,7 @@ enum class LineIcon {
   Window,
   Sounds,
   Display,
-  Back,
-  Hide,
-  Show
+  Back
 };
 
 /// A sign in one colour, `size` pixels high and wide; paler where its button is off.

@@ -17,10 +17,6 @@ QFont FontOf(const ElementStyle& style, double points) {
   return font;
 }
 
-QColor ColourOf(Colour colour) {
-  return {colour.red, colour.green, colour.blue};
-}
-
 Extent QtTextMeasure::Line(const std::string& text, const ElementStyle& style,
                            double points) const {
   const QFontMetricsF metrics(FontOf(style, points));

@@ -1,16 +1,13 @@
 #pragma once
 
-#include <QColor>
 #include <QFont>
 
 #include "display/layout.h"
+#include "widgets/colours.h"
 
 namespace corvanel {
 
 QFont FontOf(const ElementStyle& style, double points);
-
-/// A colour as the window system has it.
-QColor ColourOf(Colour colour);
 
 /// Measures with the fonts of the window system.
 class QtTextMeasure : public TextMeasure {
