@@ -116,10 +116,14 @@ std::string DisplayWindow::Waiting() const {
   return ShowsUnits() && session_.options.BMShowProgress ? tables_.waiting : std::string();
 }
 
-/// Who still plays; empty where the state itself says so.
+/// Whether the state itself says who still plays: no line repeats it.
+bool DisplayWindow::SaysWhoPlays() const {
+  return face_.paused && !Waiting().empty();
+}
+
+/// Who still plays.
 std::string DisplayWindow::ProgressLine() const {
-  if (!ShowsUnits() || !session_.options.BMShowProgress) return {};
-  if (face_.paused && !Waiting().empty()) return {};
+  if (!ShowsUnits() || !session_.options.BMShowProgress || SaysWhoPlays()) return {};
   std::string line;
   for (const std::string& part : tables_.lines) line += (line.empty() ? "" : " · ") + part;
   return line;
@@ -127,8 +131,8 @@ std::string DisplayWindow::ProgressLine() const {
 
 /// What the units say, where the line above does not say it already.
 std::string DisplayWindow::UnitLine() const {
-  if (!ShowsUnits() || !session_.options.BMShowInfo || !ProgressLine().empty()) return {};
-  return face_.paused && !Waiting().empty() ? std::string() : tables_.info;
+  const bool wanted = ShowsUnits() && session_.options.BMShowInfo && !SaysWhoPlays();
+  return wanted && ProgressLine().empty() ? tables_.info : std::string();
 }
 
 void DisplayWindow::FillProgress() {

@@ -91,6 +91,7 @@ class DisplayWindow : public QWidget, public DisplayForm, public SessionListener
   LayoutInput Input() const;
   bool ShowsUnits() const;
   std::string Waiting() const;
+  bool SaysWhoPlays() const;
   std::string ProgressLine() const;
   std::string UnitLine() const;
   void FillProgress();
