@@ -67,6 +67,7 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
   DisplayForm& Twin() override { return frmDisplay2_; }
   void SessionStarts() override { scoring_.SessionStarts(); }
   void ShowDisplays() override;
+  void ShowHint() override;
   void SaveDisplayGeometry() override;
   void ShutDownComputer() override;
   void EndProgram() override;
@@ -97,6 +98,7 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
   std::optional<Surroundings> LookAround();
   const QWidget* DirectorsWindow() const;
   bool UsesTwin() const { return session_.settings.ExtraMonitor; }
+  DisplayWindow& DirectorsDisplay();
   void PlaceRoomDisplay();
   void PlaceBothDisplays();
   void ScreensChanged();

@@ -104,6 +104,15 @@ void Desktop::ApplyOnTop() {
   }
 }
 
+DisplayWindow& Desktop::DirectorsDisplay() {
+  if (UsesTwin()) return frmDisplay2_;
+  return frmDisplay_;
+}
+
+void Desktop::ShowHint() {
+  DirectorsDisplay().ShowHint();
+}
+
 void Desktop::ShowDisplays() {
   if (UsesTwin()) {
     if (placedFor_ != Placed::Both) PlaceBothDisplays();
@@ -117,7 +126,7 @@ void Desktop::ShowDisplays() {
   if (UsesTwin()) frmDisplay2_.show();
   ShowMonitorPairs();
   // The director's keys go to the director's window.
-  DisplayWindow& directors = UsesTwin() ? static_cast<DisplayWindow&>(frmDisplay2_) : frmDisplay_;
+  DisplayWindow& directors = DirectorsDisplay();
   directors.activateWindow();
   directors.setFocus();
   ArmTimeOfDay();

@@ -231,6 +231,7 @@ ClockFace RoundClock::Face(double now) const {
   if (face.schedule.breakAt) face.breakLine = BreakLine(face.schedule, options.Form());
   face.can = Can();
   face.undo = undo_.Label(now);
+  face.done = undo_.JustDone(now);
   face.away = gap_ ? gap_->seconds : 0;
   face.awayCanBeTakenOut = gap_ && gap_->before;
   return face;

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::array<std::string_view, 13> kNames = {
     "start",     "pause",           "resume",         "next round",         "restart", "+1 minute",
-    "-1 minute", "automatic pause", "automatic move", "the time taken out", "",        "",
+    "−1 minute", "automatic pause", "automatic move", "the time taken out", "",        "",
     ""};
 static_assert(kNames.size() == static_cast<size_t>(SessionCommand::LeaveGapIn) + 1);
 
@@ -34,6 +34,13 @@ std::optional<UndoStep> UndoList::Take(double uptime) {
   const UndoStep step = steps_.back();
   steps_.pop_back();
   return step;
+}
+
+std::string UndoList::JustDone(double uptime) const {
+  if (steps_.empty() || uptime - steps_.back().at >= kJustNow) return {};
+  const SessionCommand command = steps_.back().command;
+  const bool given = command >= SessionCommand::Pause && command <= SessionCommand::SubtractMinute;
+  return given ? std::string(NameOf(command)) : std::string();
 }
 
 std::string UndoList::Label(double uptime) const {

@@ -46,12 +46,16 @@ class UndoList {
  public:
   static constexpr size_t kLevels = 20;
   static constexpr double kForgottenAfter = 900;  // seconds
+  static constexpr double kJustNow = 5;           // seconds
 
   void Push(const UndoStep& step);
   /// The command to take back at `uptime`, off the list; nothing when there is none.
   std::optional<UndoStep> Take(double uptime);
   /// "Undo next round, 12 s ago"; empty when nothing can be taken back.
   std::string Label(double uptime) const;
+  /// What the director did a moment ago, by button or key: "next round". Empty when nothing, and
+  /// for a start.
+  std::string JustDone(double uptime) const;
   const std::vector<UndoStep>& Steps() const { return steps_; }
   void Replace(std::vector<UndoStep> steps) { steps_ = std::move(steps); }
 

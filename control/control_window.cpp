@@ -11,6 +11,7 @@
 namespace corvanel {
 namespace {
 
+constexpr int kHints = 3;          // sessions that begin with a hint
 constexpr double kSameMoment = 1;  // second; what two clocks read one after the other can differ by
 
 /// How much later than it is required a session ends; negative when it is earlier. In 12-hour form
@@ -279,10 +280,15 @@ void ControlWindow::cmdStart_Click() {
   if (!parts_.view.CommitEditing() || RefuseRoundLength(Settings().MinPerRound)) return;
   if (RefuseSecondStart()) return;
   HandlerSteps step(parts_.errors, "frmMain.cmdStart_Click");
+  int16_t& hintsGiven = parts_.session.options.HintsGiven;
+  const bool hint = hintsGiven < kHints;
   step([&] {
     // An evening without a title does not say what the director wants with one.
     if (!Settings().Header.empty()) parts_.session.options.ShowTitle = TitleTicked();
     parts_.table.SaveSession();
+    if (!hint) return;
+    ++hintsGiven;
+    parts_.table.SaveOptions({"HintsGiven"});
   });
   step([&] {
     planned_.time = parts_.time.TimeOfDay();
@@ -298,6 +304,10 @@ void ControlWindow::cmdStart_Click() {
     parts_.clock.Start(planned_.round);
     started_ = true;
     parts_.view.OfferResume();
+  });
+  // A bare screen without a pointer says nothing to who sees it for the first time.
+  step([&] {
+    if (hint) parts_.host.ShowHint();
   });
 }
 

@@ -52,6 +52,8 @@ class ControlHost {
   virtual void SessionStarts() = 0;
   /// Shows the room display (and its twin when the session has one), hides the control window.
   virtual void ShowDisplays() = 0;
+  /// Tells on the director's display how to find buttons and keys.
+  virtual void ShowHint() = 0;
   /// Writes state, position and size of the room display to the store.
   virtual void SaveDisplayGeometry() = 0;
   virtual void ShutDownComputer() = 0;

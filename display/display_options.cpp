@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "display/state_words.h"
+#include "session/captions.h"
 #include "session/contrast.h"
 
 namespace corvanel {
@@ -49,6 +51,44 @@ std::vector<std::string> DisplayOptions::Names() const {
   std::vector<std::string> names(kElementNames.begin(), kElementNames.end());
   names.back() = session_.options.TableTopUnit + names.back();
   return names;
+}
+
+std::string DisplayOptions::RoomWord(Element element) const {
+  return StateWordsOf(SampleFace(element), "", Live().Form()).tag;
+}
+
+ClockFace DisplayOptions::SampleFace(Element element) const {
+  constexpr int kRound = 2;
+  const SessionSettings& settings = session_.settings;
+  const Schedule schedule{ClockTime::At(22, 31), ClockTime::At(20, 53), ClockTime::At(21, 8)};
+  const bool move = element == Element::TimeUp;
+  const bool ofCountdown =
+      move || element == Element::LastWarning || element == Element::EarlyWarning;
+  ClockFace face;
+  face.phase = move ? Phase::Move : Phase::Round;
+  face.countdownStyle = ofCountdown ? element : Element::TimeRemaining;
+  face.countdown = Sample(face.countdownStyle);
+  face.caption = RoundCaption(kRound, settings.nRounds);
+  if (move) face.message = MoveMessage(settings, kRound - 1);
+  face.schedule = schedule;
+  face.finish = FinishLine(schedule.finish, Live().Form());
+  face.breakLine = BreakLine(schedule, Live().Form());
+  return face;
+}
+
+ProgressFace DisplayOptions::SampleTables(Element element) {
+  ProgressFace face;
+  if (element != Element::UnitInfo) return face;
+  face.info = face.lines.emplace_back(Sample(element));
+  SectionCells cells;
+  for (int table = 1; table <= 8; ++table) {
+    const bool plays = table % 3 == 2;
+    cells.cells.push_back({std::to_string(table),
+                           plays ? TableState::Playing : TableState::Finished, plays ? "2/3" : "",
+                           ""});
+  }
+  face.sections = {cells};
+  return face;
 }
 
 std::string DisplayOptions::Sample(Element element) {

@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "basics/runtime_error.h"
+#include "session/clock_face.h"
+#include "session/progress_face.h"
 #include "settings/setting_keys.h"
 
 namespace corvanel {
@@ -26,6 +28,13 @@ class DisplayOptions {
 
   /// The ten names of the list, the last one with the name of the scoring unit in use.
   std::vector<std::string> Names() const;
+  /// The word with which the room's countdown names the entry: "LAST WARNING". Empty for one
+  /// without such a word.
+  std::string RoomWord(Element element) const;
+  /// A state of the evening in which the entry can be seen on the room display.
+  ClockFace SampleFace(Element element) const;
+  /// The tables in it: some for the units' information, else none.
+  static ProgressFace SampleTables(Element element);
   /// The text that shows what an element looks like.
   static std::string Sample(Element element);
   /// The element's style as the sample shows it: the countdown's kinds always at 48 points.
@@ -43,6 +52,7 @@ class DisplayOptions {
   void cmdClose_Click(std::vector<std::string> keys);
   void cmdCancel_Click();
 
+  const Session& TheSession() const { return session_; }
   const Options& Live() const { return session_.options; }
   const ElementStyle& StyleOf(Element element) const {
     return session_.elements[static_cast<size_t>(element)];

@@ -35,6 +35,7 @@ struct ClockFace {
   std::string breakLine;  // "Break:20:53 End:21:08", empty when no break is ahead
   PossibleCommands can;
   std::string undo;  // "Undo next round, 12 s ago"; empty when nothing can be taken back
+  std::string done;  // by the director a moment ago: "next round"; usually empty
   double away = 0;   // seconds that the computer was away, while that is worth telling
   bool awayCanBeTakenOut = false;
 };

@@ -90,6 +90,7 @@ struct Options {
   bool LogFile = true;
   bool TimeAs24hour = true;
   int16_t TimeChange = 1;
+  int16_t HintsGiven = 0;  // sessions that began with a word on how to find buttons and keys
 
   TimeForm Form() const { return TimeAs24hour ? TimeForm::Hours24 : TimeForm::Hours12; }
 };

@@ -241,6 +241,7 @@ constexpr std::array kOptionKeys = {
     Option::Value<&O::BMPauseMinutes>("BMPauseMinutes", 0, kLongestPhase),
     Option::Value<&O::TimeAs24hour>("TimeAs24hour"),
     Option::Value<&O::TimeChange>("TimeChange"),
+    Option::Value<&O::HintsGiven>("HintsGiven"),
 };
 
 using Style = Keys<ElementStyle>;

@@ -2,24 +2,28 @@
 
 #include <QColorDialog>
 #include <QFontDialog>
-#include <algorithm>
 
+#include "display/window/room_miniature.h"
 #include "display/window/text_measure.h"
 #include "ui_display_options_dialog.h"
 
 namespace corvanel {
-namespace {
-
-constexpr double kAroundSample = 6;  // pixels
-
-}  // namespace
-
 DisplayOptionsDialog::DisplayOptionsDialog(DisplayOptions& logic, QWidget* parent)
-    : QDialog(parent), logic_(logic), ui_(std::make_unique<Ui::DisplayOptionsDialog>()) {
+    : QDialog(parent),
+      logic_(logic),
+      ui_(std::make_unique<Ui::DisplayOptionsDialog>()),
+      miniature_(new RoomMiniature(logic.TheSession(), this)) {
   ui_->setupUi(this);
-  ui_->lblSample->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  for (const std::string& name : logic_.Names())
-    ui_->lstFonts->addItem(QString::fromStdString(name));
+  const std::vector<std::string> names = logic_.Names();
+  for (size_t i = 0; i < names.size(); ++i) {
+    const std::string word = logic_.RoomWord(static_cast<Element>(i));
+    const QString name = QString::fromStdString(names[i]);
+    ui_->lstFonts->addItem(
+        word.empty() ? name : QString("%1 (%2)").arg(name, QString::fromStdString(word)));
+  }
+  ui_->layoutRight->insertWidget(0, miniature_, 0, Qt::AlignHCenter);
+  connect(miniature_, &RoomMiniature::Chosen, this,
+          [this](Element element) { ui_->lstFonts->setCurrentRow(static_cast<int>(element)); });
   const Options& options = logic_.Live();
   (options.TimeAs24hour ? ui_->optTime_0 : ui_->optTime_1)->setChecked(true);
   for (const int seconds : kCountdownSteps)
@@ -29,18 +33,24 @@ DisplayOptionsDialog::DisplayOptionsDialog(DisplayOptions& logic, QWidget* paren
   rows_ = std::make_unique<OptionRows>(*this);
   rows_->Show([&options](const std::string& key) { return OptionText(options, key); });
   rows_->NameUnit(options.TableTopUnit);
-  rows_->OnClick(
-      [this](const std::string& key, const std::string& text) { logic_.Set(key, text); });
+  rows_->OnClick([this](const std::string& key, const std::string& text) {
+    logic_.Set(key, text);
+    ShowSelected();
+  });
   connect(ui_->lstFonts, &QListWidget::currentRowChanged, this, [this] { ShowSelected(); });
   connect(ui_->cmdFont, &QPushButton::clicked, this, [this] { cmdFont_Click(); });
   connect(ui_->cmdColour, &QPushButton::clicked, this,
           [this] { ChangeColour(&ElementStyle::Backcolour); });
   connect(ui_->cmdForecolour, &QPushButton::clicked, this,
           [this] { ChangeColour(&ElementStyle::Forecolour); });
-  connect(ui_->optTime_0, &QRadioButton::clicked, this,
-          [this] { logic_.Set("TimeAs24hour", "True"); });
-  connect(ui_->optTime_1, &QRadioButton::clicked, this,
-          [this] { logic_.Set("TimeAs24hour", "False"); });
+  connect(ui_->optTime_0, &QRadioButton::clicked, this, [this] {
+    logic_.Set("TimeAs24hour", "True");
+    ShowSelected();
+  });
+  connect(ui_->optTime_1, &QRadioButton::clicked, this, [this] {
+    logic_.Set("TimeAs24hour", "False");
+    ShowSelected();
+  });
   connect(ui_->cmbSecs, &QComboBox::activated, this,
           [this] { logic_.Set("TimeChange", ui_->cmbSecs->currentText().toStdString()); });
   connect(ui_->cmdRestore, &QPushButton::clicked, this, [this] {
@@ -62,19 +72,8 @@ Element DisplayOptionsDialog::Selected() const {
 
 void DisplayOptionsDialog::ShowSelected() {
   const Element element = Selected();
-  const ElementStyle style = logic_.SampleStyle(element);
-  ui_->lblSample->setText(QString::fromStdString(DisplayOptions::Sample(element)));
-  QFont font = FontOf(style, style.Size);
-  const double wide = QFontMetricsF(font).horizontalAdvance(ui_->lblSample->text());
-  const double room =
-      std::max(ui_->lblSample->width(), ui_->lblSample->minimumWidth()) - 2 * kAroundSample;
-  // A sample that is cut off shows less than a smaller one.
-  if (wide > room) font.setPointSizeF(font.pointSizeF() * room / wide);
-  ui_->lblSample->setFont(font);
-  QPalette colours = ui_->lblSample->palette();
-  colours.setColor(QPalette::Window, ColourOf(style.Backcolour));
-  colours.setColor(QPalette::WindowText, ColourOf(style.Forecolour));
-  ui_->lblSample->setPalette(colours);
+  ui_->lblSample->Show(DisplayOptions::Sample(element), logic_.SampleStyle(element));
+  miniature_->Show(element, logic_.SampleFace(element), DisplayOptions::SampleTables(element));
   ui_->lblFonts->setText(QString::fromStdString(DisplayOptions::SizeNote(element)));
   ui_->lblContrast->setText(QString::fromStdString(logic_.ContrastNote(element)));
 }

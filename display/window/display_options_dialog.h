@@ -13,6 +13,8 @@ class DisplayOptionsDialog;
 
 namespace corvanel {
 
+class RoomMiniature;
+
 /// The dialog of the display options.
 class DisplayOptionsDialog : public QDialog {
   Q_OBJECT
@@ -35,6 +37,7 @@ class DisplayOptionsDialog : public QDialog {
   DisplayOptions& logic_;
   std::unique_ptr<Ui::DisplayOptionsDialog> ui_;
   std::unique_ptr<OptionRows> rows_;
+  RoomMiniature* miniature_;
 };
 
 }  // namespace corvanel

@@ -2,41 +2,35 @@
 
 #include <QCloseEvent>
 #include <QGuiApplication>
+#include <QLabel>
 #include <QScreen>
 #include <cmath>
 
-#include "display/state_words.h"
 #include "display/window/command_bar.h"
-#include "display/window/countdown_panel.h"
-#include "display/window/progress_frame.h"
-#include "display/window/text_measure.h"
-#include "display/window/text_row.h"
-#include "session/captions.h"
-#include "session/contrast.h"
+#include "display/window/display_picture.h"
+#include "widgets/colours.h"
 
 namespace corvanel {
 namespace {
 
 constexpr int kWindowSettles = 300;  // milliseconds
 constexpr int kResizeSettles = 60;   // milliseconds
+constexpr int kHint = 8000;          // milliseconds
+constexpr const char* kChipStyle =
+    "background: #DCE5F4; color: #10203C; border: 1px solid #9FB0CC; border-radius: 8px;"
+    "padding: 2px 14px; font-size: %1px;";
 
 }  // namespace
 
-DisplayWindow::DisplayWindow(const Session& session, DisplayCommands& commands,
+DisplayWindow::DisplayWindow(const Session& session, DisplayKind kind, DisplayCommands& commands,
                              LetterOfKey letterOfKey)
     : session_(session),
+      kind_(kind),
       commands_(commands),
       letterOfKey_(letterOfKey),
-      lblHeader_(new TextRow("lblHeader", this)),
-      lblNow_(new TextRow("lblNow", this)),
-      lblMin_(new CountdownPanel("lblMin", this)),
-      lblInfo_(new TextRow("lblInfo", this)),
-      moveLine_(lblInfo_),
-      lblState_(new TextRow("lblState", this)),
-      lblEnd_(new TextRow("lblEnd", this)),
-      lblBridgemate_(new TextRow("lblBridgemate", this)),
-      fraProgress_(new ProgressFrame(this)),
-      fraCommand_(new CommandBar(this)) {
+      picture_(new DisplayPicture(session, kind, this)),
+      fraCommand_(new CommandBar(this)),
+      lblChip_(new QLabel(this)) {
   setMouseTracking(true);
   setAutoFillBackground(true);
   setFocusPolicy(Qt::StrongFocus);
@@ -62,6 +56,12 @@ DisplayWindow::DisplayWindow(const Session& session, DisplayCommands& commands,
     const QRect room = (wanted == nullptr ? screen() : wanted)->geometry();
     if (geometry() != room) setGeometry(room);
   });
+  lblChip_->setObjectName("lblChip");
+  lblChip_->setAttribute(Qt::WA_TransparentForMouseEvents);
+  lblChip_->hide();
+  timHint_.setSingleShot(true);
+  timHint_.setInterval(kHint);
+  connect(&timHint_, &QTimer::timeout, this, &DisplayWindow::ShowChip);
   timCommand_.setSingleShot(true);
   timCommand_.setInterval(kCommandBarMilliseconds);
   connect(&timCommand_, &QTimer::timeout, this, &DisplayWindow::HideCommandBar);
@@ -74,102 +74,68 @@ DisplayWindow::DisplayWindow(const Session& session, DisplayCommands& commands,
   HideCommandBar();
 }
 
-QString DisplayWindow::TableTipAt(const QPoint& point) const {
-  return fraProgress_->isVisible() ? fraProgress_->TipAt(point - fraProgress_->pos()) : QString();
-}
-
-Colour DisplayWindow::Background() const {
-  return session_.elements[static_cast<size_t>(Element::ScreenBackground)].Backcolour;
-}
-
-LayoutInput DisplayWindow::Input() const {
-  const Options& options = session_.options;
-  LayoutInput input;
-  input.width = width() - room_;
-  input.height = height() - FootHeight();
-  const double tablesWidth = input.width - 2 * MarginOf(input.width, input.height);
-  input.tables = fraProgress_->TablesHeightIn(tablesWidth, input.height);
-  input.moving = face_.phase == Phase::Move;
-  input.texts = WidestTextsOf(session_, face_.secondsLeft);
-  input.texts.large = StateWordsOf(face_, Waiting(), options.Form()).large;
-  if (face_.phase == Phase::Move) input.texts.caption = face_.message;
-  if (face_.phase == Phase::Break) input.texts.caption = face_.caption;
-  if (face_.phase == Phase::Ended) input.texts.caption.clear();
-  input.show = options.Show;
-  // In the widest form that they can take, so that nothing jumps while numbers change.
-  if (!ProgressLine().empty()) {
-    input.texts.unit =
-        "Last board not started at tables 28 28 28 · Tables 28 28 28 28 still playing";
-  } else if (!UnitLine().empty()) {
-    input.texts.unit = options.TableTopUnit + ": 88 of 88 tables finished";
-  }
-  return input;
-}
-
-/// The units' information can be kept from the players: then only the twin shows it.
-bool DisplayWindow::ShowsUnits() const {
-  return !session_.options.BMControl || Kind() == DisplayKind::Twin;
-}
-
-/// Whom an automatic pause waits for, as far as this window tells it.
-std::string DisplayWindow::Waiting() const {
-  return ShowsUnits() && session_.options.BMShowProgress ? tables_.waiting : std::string();
-}
-
-/// Whether the state itself says who still plays: no line repeats it.
-bool DisplayWindow::SaysWhoPlays() const {
-  return face_.paused && !Waiting().empty();
-}
-
-/// Who still plays.
-std::string DisplayWindow::ProgressLine() const {
-  if (!ShowsUnits() || !session_.options.BMShowProgress || SaysWhoPlays()) return {};
-  std::string line;
-  for (const std::string& part : tables_.lines) line += (line.empty() ? "" : " · ") + part;
-  return line;
-}
-
-/// What the units say, where the line above does not say it already.
-std::string DisplayWindow::UnitLine() const {
-  const bool wanted = ShowsUnits() && session_.options.BMShowInfo && !SaysWhoPlays();
-  return wanted && ProgressLine().empty() ? tables_.info : std::string();
-}
-
-void DisplayWindow::FillProgress() {
-  const bool grid = ShowsUnits() && session_.options.BMShowTables;
-  fraProgress_->Show(ProgressLine(), grid ? tables_.sections : std::vector<SectionCells>());
-  lblBridgemate_->SetText(UnitLine());
-}
-
-void DisplayWindow::ShowTables(const ProgressFace& tables) {
-  tables_ = tables;
-  if (!isVisible()) return;
-  FillProgress();
-  if (Input() != placed_) {
-    Rearrange();
-  } else {
-    PlaceProgress();
-  }
-}
-
 void DisplayWindow::ShowFace(const ClockFace& face) {
-  const bool other = face.paused != face_.paused || face.phase != face_.phase;
-  face_ = face;
   fraCommand_->ShowPaused(face.paused);
   fraCommand_->ShowPossible(face.can);
   fraCommand_->ShowUndo(QString::fromStdString(face.undo));
-  if (!isVisible()) return;
-  if (other) FillProgress();
-  if (!timResize_.isActive() && Input() != placed_) PlaceElements();
-  ShowTexts();
+  picture_->ShowFace(face);
+  if (done_ == face.done) return;
+  done_ = face.done;
+  ShowChip();
+}
+
+void DisplayWindow::ShowHint() {
+  timHint_.start();
+  ShowChip();
+}
+
+/// Whether the director works here: with a twin the room's display is the players' alone.
+bool DisplayWindow::IsDirectors() const {
+  return kind_ == DisplayKind::Twin || !session_.settings.ExtraMonitor;
+}
+
+/// A word in the margin at the foot, where it covers nothing: how to find the keys, or what one
+/// just did. The command bar's own chip tells that when it is there.
+void DisplayWindow::ShowChip() {
+  QString text;
+  if (timHint_.isActive()) {
+    text = tr("Move the mouse for buttons · F1 keys · Esc back");
+  } else if (!done_.empty() && IsDirectors()) {
+    const QString done = QString::fromStdString(done_);
+    text = tr("%1 · U undoes").arg(done[0].toUpper() + done.mid(1));
+  }
+  lblChip_->setVisible(!text.isEmpty() && fraCommand_->isHidden());
+  if (lblChip_->isHidden()) return;
+  lblChip_->setText(text);
+  lblChip_->setStyleSheet(QString(kChipStyle).arg(CommandBar::TextIn(height())));
+  lblChip_->adjustSize();
+  const QRect room = BarRoom();
+  const double strip =
+      kind_ == DisplayKind::Twin ? CommandBar::RowIn(height()) : MarginOf(width(), height());
+  const int above = std::max((static_cast<int>(strip) - lblChip_->height()) / 2, 1);
+  lblChip_->move(room.center().x() - lblChip_->width() / 2,
+                 room.bottom() + 1 - lblChip_->height() - above);
+  lblChip_->raise();
 }
 
 void DisplayWindow::ShowTimeOfDay(const std::string& time) {
-  lblNow_->SetText(time);
+  picture_->ShowTimeOfDay(time);
+}
+
+void DisplayWindow::ShowTables(const ProgressFace& tables) {
+  picture_->ShowTables(tables);
+}
+
+Colour DisplayWindow::Background() const {
+  return picture_->Background();
+}
+
+QString DisplayWindow::TableTipAt(const QPoint& point) const {
+  return picture_->TableTipAt(point);
 }
 
 QRect DisplayWindow::CountdownOnScreen() const {
-  return lblMin_->DigitsPlace().translated(lblMin_->mapToGlobal(QPoint(0, 0)));
+  return picture_->CountdownOnScreen();
 }
 
 void DisplayWindow::MakeRoom(int pixels) {
@@ -188,61 +154,16 @@ void DisplayWindow::ShowFullScreenPair(bool fullScreen) {
 
 void DisplayWindow::Rearrange() {
   timResize_.stop();
-  FillProgress();
-  PlaceElements();
-  ShowTexts();
-}
-
-void DisplayWindow::PlaceElements() {
-  placed_ = Input();
-  const ElementStyles& styles = session_.elements;
-  layout_ = LayOut(placed_, styles, QtTextMeasure());
-  const auto style = [&](Element element) { return styles[static_cast<size_t>(element)]; };
+  picture_->setGeometry(0, 0, width() - room_, height() - FootHeight());
+  picture_->Rearrange();
   QPalette colours = palette();
   colours.setColor(QPalette::Window, ColourOf(Background()));
   setPalette(colours);
-  lblHeader_->SetPlace(layout_.header, style(Element::Title), Background());
-  lblNow_->SetPlace(layout_.now, style(Element::CurrentTime), Background());
-  lblMin_->SetPlace(layout_);
-  lblMin_->setVisible(placed_.show[3]);
-  lblState_->SetPlace(layout_.large, style(Element::RoundInformation), Background());
-  TextRow* line = placed_.moving ? moveLine_ : lblInfo_;
-  for (TextRow* row : {lblInfo_, moveLine_}) {
-    row->SetPlace(row == line ? layout_.caption : TextPlace{}, style(Element::RoundInformation),
-                  Background());
-  }
-  lblEnd_->SetPlace(layout_.finish, style(Element::FinishTime), Background());
-  PlaceProgress();
   // While it is shown it moves with the window alone: a line that comes or goes at the foot must
   // not put another button under the director's pointer.
   if (fraCommand_->isHidden() || barIn_ != size()) PlaceCommandBar();
-  fraCommand_->raise();
   PlaceFoot();
-}
-
-/// The one line about the tables, and their grid.
-void DisplayWindow::PlaceProgress() {
-  const ElementStyle& style = session_.elements[static_cast<size_t>(Element::UnitInfo)];
-  lblBridgemate_->SetPlace(UnitLine().empty() ? TextPlace{} : layout_.unit, style, Background());
-  fraProgress_->SetPlace(layout_, style, Background(), placed_.height);
-}
-
-void DisplayWindow::ShowTexts() {
-  lblHeader_->SetText(ShownTitle(session_.settings.Header));
-  const StateWords words = StateWordsOf(face_, Waiting(), session_.options.Form());
-  ElementStyle countdown = session_.elements[static_cast<size_t>(face_.countdownStyle)];
-  if (face_.paused) countdown.Forecolour = Receded(countdown);
-  lblMin_->SetStyle(countdown, Background());
-  lblMin_->SetTexts(face_.countdown, words.tag);
-  std::string state = face_.phase == Phase::Move ? face_.message : face_.caption;
-  for (const std::string& word : {words.tag, words.large}) {
-    if (!word.empty()) state += ", " + word;
-  }
-  lblMin_->Announce(state);
-  lblState_->SetText(words.large);
-  lblInfo_->SetText(face_.caption);
-  if (face_.phase == Phase::Move) moveLine_->SetText(face_.message);
-  lblEnd_->SetText(FinishAndBreak(face_.finish, face_.breakLine));
+  ShowChip();
 }
 
 void DisplayWindow::PlaceAt(const QRect& place, bool fullScreen) {
@@ -318,11 +239,13 @@ void DisplayWindow::ShowCommandBar() {
   if (fraCommand_->isVisible()) return;
   PlaceCommandBar();
   fraCommand_->show();
+  ShowChip();
   setCursor(Qt::ArrowCursor);
 }
 
 void DisplayWindow::HideCommandBar() {
   fraCommand_->hide();
+  ShowChip();
   // A thin sign, far less visible in the room than the arrow.
   setCursor(Qt::IBeamCursor);
 }

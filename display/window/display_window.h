@@ -4,16 +4,15 @@
 #include <QWidget>
 
 #include "display/display_commands.h"
-#include "display/layout.h"
 #include "display/pointer_watch.h"
 #include "session/session_listener.h"
+
+class QLabel;
 
 namespace corvanel {
 
 class CommandBar;
-class CountdownPanel;
-class ProgressFrame;
-class TextRow;
+class DisplayPicture;
 
 /// What both displays have in common: they show the clock's face as large as the window allows,
 /// have a command bar and keys, and are never closed, only shown and hidden.
@@ -24,12 +23,16 @@ class DisplayWindow : public QWidget, public DisplayForm, public SessionListener
   /// Says which letter stands on a key of a usual keyboard, by the key's scan code; 0 for none.
   using LetterOfKey = char (*)(uint32_t scanCode);
 
-  DisplayWindow(const Session& session, DisplayCommands& commands, LetterOfKey letterOfKey);
+  DisplayWindow(const Session& session, DisplayKind kind, DisplayCommands& commands,
+                LetterOfKey letterOfKey);
+  DisplayKind Kind() const override { return kind_; }
 
   void ShowFace(const ClockFace& face) override;
   void ShowTimeOfDay(const std::string& time) override;
   /// Shows how far the tables are, as much of it as the options want.
   void ShowTables(const ProgressFace& tables) override;
+  /// Says for eight seconds how to find buttons and keys.
+  void ShowHint();
   void ShowFullScreenPair(bool fullScreen);
   /// Shows the lines for the director where he alone sees them.
   void ShowNotices(const std::vector<Notice>& notices) override;
@@ -79,8 +82,6 @@ class DisplayWindow : public QWidget, public DisplayForm, public SessionListener
   virtual QRect BarRoom() const { return {0, 0, width(), height() - FootHeight()}; }
   /// Places and colours what stands there; part of every new arrangement.
   virtual void PlaceFoot() {}
-  /// Where the move message stands: on the line of the caption, unless the window has one more.
-  void SetMoveLine(TextRow* line) { moveLine_ = line; }
   Colour Background() const;
   /// Who is at the table whose cell is at a point of the window; empty where there is none.
   QString TableTipAt(const QPoint& point) const;
@@ -88,40 +89,24 @@ class DisplayWindow : public QWidget, public DisplayForm, public SessionListener
 
  private:
   int VirtualKey(const QKeyEvent& event) const;
-  LayoutInput Input() const;
-  bool ShowsUnits() const;
-  std::string Waiting() const;
-  bool SaysWhoPlays() const;
-  std::string ProgressLine() const;
-  std::string UnitLine() const;
-  void FillProgress();
-  void PlaceElements();
-  void PlaceProgress();
-  void ShowTexts();
   void Settle();
+  bool IsDirectors() const;
+  void ShowChip();
   void PlaceCommandBar();
   void ShowCommandBar();
   void HideCommandBar();
 
   const Session& session_;
+  DisplayKind kind_;
   DisplayCommands& commands_;
   LetterOfKey letterOfKey_;
-  ClockFace face_;
-  ProgressFace tables_;
-  QSize barIn_;         // of the window when the command bar was placed
-  int room_ = 0;        // pixels kept free at the right edge
-  LayoutInput placed_;  // what the present layout was made for
-  Layout layout_;
-  TextRow* lblHeader_;
-  TextRow* lblNow_;
-  CountdownPanel* lblMin_;
-  TextRow* lblInfo_;
-  TextRow* moveLine_;
-  TextRow* lblState_;
-  TextRow* lblEnd_;
-  TextRow* lblBridgemate_;
-  ProgressFrame* fraProgress_;
+  DisplayPicture* picture_;
+  QSize barIn_;   // of the window when the command bar was placed
+  int room_ = 0;  // pixels kept free at the right edge
   CommandBar* fraCommand_;
+  QLabel* lblChip_;
+  QTimer timHint_;
+  std::string done_;  // a moment ago, by the director
   QTimer timCommand_;
   QTimer timResize_;
   PointerWatch pointer_;

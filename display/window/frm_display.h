@@ -10,7 +10,6 @@ class FrmDisplay : public DisplayWindow {
 
  public:
   FrmDisplay(const Session& session, DisplayCommands& commands, LetterOfKey letterOfKey);
-  DisplayKind Kind() const override { return DisplayKind::Room; }
 };
 
 }  // namespace corvanel

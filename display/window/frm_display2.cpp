@@ -15,7 +15,7 @@
 namespace corvanel {
 
 FrmDisplay2::FrmDisplay2(const Session& session, DisplayCommands& commands, LetterOfKey letterOfKey)
-    : DisplayWindow(session, commands, letterOfKey),
+    : DisplayWindow(session, DisplayKind::Twin, commands, letterOfKey),
       fraMonitor_(new QFrame(this)),
       fraNotices_(new NoticeList(this)) {
   setObjectName("frmDisplay2");

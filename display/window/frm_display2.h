@@ -18,7 +18,6 @@ class FrmDisplay2 : public DisplayWindow {
 
  public:
   FrmDisplay2(const Session& session, DisplayCommands& commands, LetterOfKey letterOfKey);
-  DisplayKind Kind() const override { return DisplayKind::Twin; }
   /// Of each pair the button that makes sense for the room display's state is visible.
   void ShowRoomDisplay(bool visible, bool fullScreen);
   /// They stand at the foot all the time.

@@ -19,7 +19,7 @@ TEST(UndoTest, TimeGoesOnAsIfTheWrongPressHadNeverBeen) {
       {"Undo next round", [](RoundClock& c) { c.Do(SessionCommand::NextRound); }},
       {"Undo restart", [](RoundClock& c) { c.Do(SessionCommand::Restart); }},
       {"Undo +1 minute", [](RoundClock& c) { c.Do(SessionCommand::AddMinute); }},
-      {"Undo -1 minute", [](RoundClock& c) { c.Do(SessionCommand::SubtractMinute); }},
+      {"Undo −1 minute", [](RoundClock& c) { c.Do(SessionCommand::SubtractMinute); }},
       {"Undo automatic move", [](RoundClock& c) { c.Do(SessionCommand::AutoEnd); }},
       {"Undo automatic pause", [](RoundClock& c) { c.Do(SessionCommand::AutoPause); }},
       {"Undo start", [](RoundClock& c) { c.Start(1); }},
@@ -119,7 +119,7 @@ TEST(UndoTest, AnEndedSessionComesBack) {
   bench.clock.Do(SessionCommand::SubtractMinute);
   EXPECT_EQ(bench.clock.State().phase, Phase::Ended);
   bench.Pass(10);
-  EXPECT_EQ(bench.face.undo, "Undo -1 minute, 10 s ago");
+  EXPECT_EQ(bench.face.undo, "Undo −1 minute, 10 s ago");
   bench.clock.Do(SessionCommand::Undo);
   EXPECT_EQ(bench.face.countdown, "0:40");
   bench.session.settings.nRounds = 2;  // a round is struck off; the point is of the third

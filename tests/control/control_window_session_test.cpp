@@ -15,6 +15,15 @@ TEST_F(ControlWindowTest, StartSavesStartsAndShowsTheDisplays) {
   EXPECT_EQ(bench.timeOfDay, "19:31");
 }
 
+TEST_F(ControlWindowTest, TheFirstThreeSessionsBeginWithAHint) {
+  for (int session = 1; session <= 4; ++session) {
+    prompts.answers = {Answer::Yes};  // to a second start
+    window.cmdStart_Click();
+    EXPECT_EQ(view.hints, std::min(session, 3));
+  }
+  EXPECT_EQ(store.GetSetting("Timer", "HintsGiven"), "3");
+}
+
 TEST_F(ControlWindowTest, StartRefusesARoundWithoutMinutes) {
   Enter(Box::MinPerRound, "0");
   window.cmdStart_Click();

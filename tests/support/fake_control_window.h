@@ -34,6 +34,7 @@ class FakeControlWindow : public ControlWindowView, public ControlHost {
   void ClearNewName() override { ++newNamesCleared; }
   void SessionStarts() override { done += "session "; }
   void ShowDisplays() override { displaysShown = true; }
+  void ShowHint() override { ++hints; }
   void SaveDisplayGeometry() override { done += "geometry "; }
   void ShutDownComputer() override { done += "shutdown "; }
   void EndProgram() override { done += "end "; }
@@ -50,6 +51,7 @@ class FakeControlWindow : public ControlWindowView, public ControlHost {
   bool favouriteOffered = false;
   bool resumeOffered = false;
   bool displaysShown = false;
+  int hints = 0;
   std::string done;
   std::vector<std::string> listed;  // favourites
   std::string chosen;

@@ -29,6 +29,7 @@ class Desk : public ControlHost {
  public:
   void SessionStarts() override {}
   void ShowDisplays() override { done += "displays "; }
+  void ShowHint() override {}
   void SaveDisplayGeometry() override { done += "geometry "; }
   void ShutDownComputer() override { done += "shutdown "; }
   void EndProgram() override { done += "end "; }

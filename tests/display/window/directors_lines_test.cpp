@@ -5,6 +5,7 @@
 #include <QToolButton>
 #include <map>
 
+#include "display/layout.h"
 #include "display/window/frm_display.h"
 #include "display/window/frm_display2.h"
 #include "system/key_places.h"
@@ -70,6 +71,28 @@ TEST_F(DirectorsLinesTest, TheLastCommandIsTakenBackByKeyAndByButton) {
   EXPECT_FALSE(undo->isVisible());
   EXPECT_EQ(bench.clock.State().round, 1);
   EXPECT_EQ(bench.face.countdown, "8:48");
+}
+
+// What a key did is told for a moment where it covers nothing, and only to the director.
+TEST_F(DirectorsLinesTest, AKeyIsAnsweredInTheMargin) {
+  const auto* ofTwin = twin.findChild<QLabel*>("lblChip");
+  twin.ShowHint();
+  EXPECT_EQ(ofTwin->text(), "Move the mouse for buttons · F1 keys · Esc back");
+  const auto* said = room.findChild<QLabel*>("lblChip");
+  bench.session.settings.ExtraMonitor = true;
+  bench.clock.Do(SessionCommand::AddMinute);
+  EXPECT_FALSE(said->isVisible()) << "the room's players need not know";
+  bench.session.settings.ExtraMonitor = false;
+  bench.clock.Do(SessionCommand::SubtractMinute);
+  EXPECT_EQ(said->text(), "−1 minute · U undoes");
+  EXPECT_GE(said->y(), room.height() - MarginOf(room.width(), room.height()));
+  EXPECT_LE(said->geometry().bottom(), room.height());
+  bench.Pass(6);
+  EXPECT_FALSE(said->isVisible());
+  bench.clock.Do(SessionCommand::NextRound);
+  EXPECT_EQ(said->text(), "Next round · U undoes");
+  MoveMouse(room, {300, 300});
+  EXPECT_FALSE(said->isVisible()) << "the bar's own chip says it";
 }
 
 TEST_F(DirectorsLinesTest, AScreenReaderLearnsTimeStateAndRound) {

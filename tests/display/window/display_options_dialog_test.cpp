@@ -10,6 +10,7 @@
 #include <QRadioButton>
 #include <QTest>
 
+#include "display/window/room_miniature.h"
 #include "settings/settings_table.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/fakes.h"
@@ -53,18 +54,20 @@ TEST_F(FrmFontTest, ShowsAndChangesTheChosenElement) {
   auto* list = Find<QListWidget>(dialog, "lstFonts");
   EXPECT_EQ(list->count(), 10);
   list->setCurrentRow(4);
-  auto* sample = Find<QLabel>(dialog, "lblSample");
-  EXPECT_EQ(sample->text(), "12:34");
-  EXPECT_EQ(sample->font().pointSizeF(), 48);
+  EXPECT_EQ(list->item(4)->text(), "Warning period (LAST WARNING)");
+  const auto* sample = Find<StyleSample>(dialog, "lblSample");
+  EXPECT_EQ(sample->Text(), "12:34");
+  EXPECT_EQ(sample->ShownFont().pointSizeF(), 48);
   list->setCurrentRow(2);  // a long one, which is shown smaller rather than cut off
-  EXPECT_LE(sample->fontMetrics().horizontalAdvance(sample->text()), sample->width());
+  EXPECT_LE(QFontMetrics(sample->ShownFont()).horizontalAdvance(sample->Text()), sample->width());
   list->setCurrentRow(4);
   QTest::mouseClick(Find<QPushButton>(dialog, "cmdColour"), Qt::LeftButton);  // cancelled
   EXPECT_EQ(session.elements, DefaultElementStyles());
   dialog.colour = QColor(0x11, 0x22, 0x33);
   QTest::mouseClick(Find<QPushButton>(dialog, "cmdColour"), Qt::LeftButton);
   EXPECT_EQ(session.elements[4].Backcolour, (Colour{0x11, 0x22, 0x33}));
-  EXPECT_EQ(sample->palette().color(QPalette::Window), QColor(0x11, 0x22, 0x33));
+  EXPECT_EQ(Find<StyleSample>(dialog, "lblSample")->grab().toImage().pixelColor(3, 3),
+            QColor(0x11, 0x22, 0x33));
   EXPECT_FALSE(Find<QLabel>(dialog, "lblContrast")->text().isEmpty());
   QTest::mouseClick(Find<QPushButton>(dialog, "cmdForecolour"), Qt::LeftButton);
   EXPECT_EQ(session.elements[4].Forecolour, (Colour{0x11, 0x22, 0x33}));
@@ -75,6 +78,28 @@ TEST_F(FrmFontTest, ShowsAndChangesTheChosenElement) {
   EXPECT_EQ(rearranged, 3);
   QTest::mouseClick(Find<QPushButton>(dialog, "cmdRestore"), Qt::LeftButton);
   EXPECT_EQ(session.elements, DefaultElementStyles());
+}
+
+// The small room display takes the colours at once, and a click in it chooses.
+TEST_F(FrmFontTest, AClickInTheSmallRoomDisplayChoosesWhatStandsThere) {
+  AnsweringFont dialog(logic, nullptr);
+  dialog.show();
+  auto* list = Find<QListWidget>(dialog, "lstFonts");
+  auto* small = Find<RoomMiniature>(dialog, "roomMiniature");
+  const auto click = [&](double x, double y) {
+    QTest::mouseClick(
+        small, Qt::LeftButton, Qt::NoModifier,
+        QPoint(static_cast<int>(x * small->width()), static_cast<int>(y * small->height())));
+    return static_cast<Element>(list->currentRow());
+  };
+  list->setCurrentRow(static_cast<int>(Element::EarlyWarning));
+  EXPECT_EQ(click(0.5, 0.4), Element::EarlyWarning) << "the countdown as it is shown";
+  EXPECT_EQ(click(0.004, 0.5), Element::ScreenBackground);
+  EXPECT_EQ(click(0.5, 0.4), Element::TimeRemaining);
+  list->setCurrentRow(static_cast<int>(Element::ScreenBackground));
+  dialog.colour = QColor(0x22, 0x44, 0x22);
+  QTest::mouseClick(Find<QPushButton>(dialog, "cmdColour"), Qt::LeftButton);
+  EXPECT_EQ(small->grab().toImage().pixelColor(0, 0), QColor(0x22, 0x44, 0x22));
 }
 
 TEST_F(FrmFontTest, SwitchesTimesAndStepsAreTakenAndEscTakesThemBack) {
