@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QDesktopServices>
 #include <QFile>
+#include <QKeyEvent>
 #include <QUrl>
 #include <QWindow>
 #include <cmath>
@@ -71,12 +72,26 @@ Desktop::Desktop(const std::filesystem::path& store)
   ConnectDisplays();
   ConnectWatch();
   qApp->installEventFilter(&dialogPlacer_);
+  qApp->installEventFilter(this);
   timerCurrentTime_.setSingleShot(true);
   timerCurrentTime_.setTimerType(Qt::PreciseTimer);
   On(&timerCurrentTime_, &QTimer::timeout, "frmMain.TimerCurrentTime_Timer", [this] {
     clock_.TimerCurrentTime_Timer();
     ArmTimeOfDay();
   });
+}
+
+bool Desktop::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(event)->key() != Qt::Key_F1)
+    return false;
+  // Each key comes to the window itself first, and then to its widgets.
+  const auto* window = qobject_cast<QWindow*>(watched);
+  const QWidget* active = QApplication::activeWindow();
+  if (window == nullptr || qobject_cast<const QDialog*>(active) == nullptr ||
+      qobject_cast<const FrmHelp*>(active) != nullptr)
+    return false;
+  Guarded(errors_, "frmMain.mnuShortcuts_Click", [this] { ShowHelp(); });
+  return true;
 }
 
 /// Something could not be written. That the session's record could not, it tells itself.
@@ -247,7 +262,7 @@ bool Desktop::OfferToContinue() {
 /// On a computer that has never seen the program; kept from coming again by what it stores.
 void Desktop::Welcome() {
   settings_.SaveSession();
-  DlgWelcome dialog(session_, time_.TimeOfDay(), &frmMain_);
+  DlgWelcome dialog(session_, time_.TimeOfDay(), QGuiApplication::screens().size(), &frmMain_);
   if (dialog.exec() != QDialog::Accepted) return;
   session_.settings = dialog.Settings();
   control_.Display();

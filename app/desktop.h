@@ -77,6 +77,8 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
   /// Answers a signal; what goes wrong in it is reported under `place`.
   template <class Sender, class Signal, class Answer>
   void On(const Sender* sender, Signal signal, const char* place, Answer answer);
+  /// F1 helps in every window; the displays know it as one of their keys.
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void ReportWriting();
   void ConnectMenus();
   void ConnectDisplays();

@@ -1,5 +1,6 @@
 #include "control/window/dlg_welcome.h"
 
+#include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLabel>
@@ -29,13 +30,14 @@ QSpinBox* NumberBox(const char* name, int most, int value) {
 
 }  // namespace
 
-DlgWelcome::DlgWelcome(const Session& session, ClockTime start, QWidget* parent)
+DlgWelcome::DlgWelcome(const Session& session, ClockTime start, qsizetype screens, QWidget* parent)
     : QDialog(parent),
       session_(session),
       start_(start),
       rounds_(NumberBox("spnRounds", kMostRounds, session.settings.nRounds)),
       minutes_(
           NumberBox("spnMinutes", kMostMinutes, static_cast<int>(session.settings.MinPerRound))),
+      second_(new QCheckBox(tr("&Show the room display on the second screen"))),
       finish_(new QLabel) {
   setObjectName("dlgWelcome");
   setWindowTitle(tr("Welcome to Corvanel"));
@@ -50,10 +52,14 @@ DlgWelcome::DlgWelcome(const Session& session, ClockTime start, QWidget* parent)
   form->addRow(tr("&Rounds"), rounds_);
   form->addRow(tr("&Minutes per round"), minutes_);
   column->addLayout(form);
+  second_->setObjectName("chkMonitor");
+  second_->setChecked(screens > 1);
+  column->addWidget(second_);
+  second_->setVisible(screens > 1);
   finish_->setObjectName("lblFinish");
   column->addWidget(finish_);
   auto* buttons = new QDialogButtonBox;
-  auto* cmdStart = buttons->addButton(tr("&Start the clock"), QDialogButtonBox::AcceptRole);
+  auto* cmdStart = buttons->addButton(tr("Start the &clock"), QDialogButtonBox::AcceptRole);
   cmdStart->setDefault(true);
   buttons->addButton(tr("&Look around first"), QDialogButtonBox::RejectRole);
   column->addWidget(buttons);
@@ -74,6 +80,7 @@ SessionSettings DlgWelcome::Settings() const {
   // The break in the middle, and none in a session too short to have one.
   settings.BreakAfterRound = static_cast<int16_t>(settings.nRounds / 2);
   settings.optBreak = settings.nRounds >= 4;
+  settings.ExtraMonitor = second_->isChecked();
   return settings;
 }
 

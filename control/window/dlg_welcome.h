@@ -4,6 +4,7 @@
 
 #include "session/session.h"
 
+class QCheckBox;
 class QLabel;
 class QSpinBox;
 
@@ -14,8 +15,8 @@ class DlgWelcome : public QDialog {
   Q_OBJECT
 
  public:
-  /// `session`: whose settings are proposed; it starts at `start`.
-  DlgWelcome(const Session& session, ClockTime start, QWidget* parent);
+  /// `session`: whose settings are proposed; it starts at `start`. `screens`: how many there are.
+  DlgWelcome(const Session& session, ClockTime start, qsizetype screens, QWidget* parent);
 
   /// The session's settings with the numbers that were chosen.
   SessionSettings Settings() const;
@@ -27,6 +28,7 @@ class DlgWelcome : public QDialog {
   const ClockTime start_;
   QSpinBox* rounds_;
   QSpinBox* minutes_;
+  QCheckBox* second_;  // screen
   QLabel* finish_;
 };
 

@@ -13,6 +13,7 @@
 #include "control/window/page_style.h"
 #include "control/window/timetable_bar.h"
 #include "ui_frm_main.h"
+#include "widgets/letters.h"
 
 namespace corvanel {
 namespace {
@@ -312,7 +313,7 @@ void FrmMain::ShowScoring(const std::string& unit, const std::string& file) {
   // B is the letter of the menu; another unit's first one may belong to something else.
   ui_->mnuBridgemate->setTitle(caption.startsWith('B', Qt::CaseInsensitive) ? "&" + caption
                                                                             : caption);
-  ui_->mnuOptionsBridgemate->setText(caption + "...");
+  ui_->mnuOptionsBridgemate->setText(CaptionOf(QString::fromStdString(unit), "gds") + "...");
   const QString path = QString::fromStdString(file);
   const QString name = path.section('/', -1);
   ui_->lblScoringFile->setText(name.isEmpty() ? QString() : tr("Scoring file: ") + name);

@@ -3,12 +3,21 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QPainter>
 #include <QPushButton>
+#include <QStyledItemDelegate>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+#include <algorithm>
+
+#include "widgets/colours.h"
 
 namespace corvanel {
 namespace {
+
+// Shares of the text's colour in a key's edge and field.
+constexpr double kCapEdge = 0.45;
+constexpr double kCapField = 0.06;
 
 QString Text(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -27,6 +36,31 @@ void FitHeight(QTreeWidget& list) {
   list.setFixedHeight(list.header()->sizeHint().height() + lines * line + 2 * list.frameWidth() +
                       4);
 }
+
+/// Draws a key as the keyboard has it.
+class KeyCap : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+  void paint(QPainter* painter, const QStyleOptionViewItem& option,
+             const QModelIndex& index) const override {
+    const QString key = index.data().toString();
+    const QFontMetricsF metrics(option.font);
+    const double height = metrics.height() + 4;
+    const double width = std::max(height, metrics.horizontalAdvance(key) + 12);
+    const QRectF cap(option.rect.left() + 6, option.rect.center().y() + 0.5 - height / 2, width,
+                     height);
+    const QColor ink = option.palette.color(QPalette::Text);
+    const QColor ground = option.palette.color(QPalette::Base);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Mixed(ink, ground, kCapEdge));
+    painter->setBrush(Mixed(ink, ground, kCapField));
+    painter->drawRoundedRect(cap, 4, 4);
+    painter->setPen(ink);
+    painter->drawText(cap, Qt::AlignCenter, key);
+    painter->restore();
+  }
+};
 
 }  // namespace
 
@@ -68,7 +102,9 @@ QTreeWidget* FrmHelp::AddList(const char* name, bool ofTwin) {
   auto* list = new QTreeWidget;
   list->setObjectName(name);
   list->setHeaderLabels({tr("Key"), tr("Action")});
+  list->setAccessibleName(ofTwin ? tr("Keys with a second monitor") : tr("Keys"));
   list->setRootIsDecorated(false);
+  list->setItemDelegateForColumn(0, new KeyCap(list));
   list->setFocusPolicy(Qt::NoFocus);
   list->setSelectionMode(QAbstractItemView::NoSelection);
   for (const Shortcut& shortcut : kShortcuts) {

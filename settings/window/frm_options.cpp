@@ -1,6 +1,7 @@
 #include "settings/window/frm_options.h"
 
 #include "ui_frm_options.h"
+#include "widgets/letters.h"
 
 namespace corvanel {
 
@@ -10,8 +11,7 @@ FrmOptions::FrmOptions(const Parts& parts, QWidget* parent)
   rows_ = std::make_unique<OptionRows>(*this);
   rows_->Show([this](const std::string& key) { return OptionText(parts_.options, key); });
   const QString unit = QString::fromStdString(parts.options.TableTopUnit);
-  // Its name may hold the character that marks a key.
-  ui_->cmdBridgemate->setText(QString(unit).replace('&', "&&") + tr(" Options"));
+  ui_->cmdBridgemate->setText(CaptionOf(unit, "deofsu") + tr(" Options"));
   connect(ui_->cmdDisplay, &QPushButton::clicked, this, &FrmOptions::DisplayOptionsWanted);
   connect(ui_->cmdSound, &QPushButton::clicked, this, &FrmOptions::SoundOptionsWanted);
   connect(ui_->cmdBridgemate, &QPushButton::clicked, this, &FrmOptions::UnitOptionsWanted);

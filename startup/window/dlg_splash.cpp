@@ -20,6 +20,12 @@ DlgSplash::DlgSplash(const QString& version)
   ui_->lblIcon->setPixmap(QApplication::windowIcon().pixmap(72));
   ui_->fraDownload->hide();
   ui_->cmdLaunch->hide();
+  ui_->lblReady->hide();
+  // The last line is selected so that it can be seen; it is not what matters here.
+  QPalette calm = ui_->lstLog->palette();
+  calm.setColor(QPalette::Highlight, calm.color(QPalette::Base));
+  calm.setColor(QPalette::HighlightedText, calm.color(QPalette::Text));
+  ui_->lstLog->setPalette(calm);
   connect(ui_->cmdLaunch, &QPushButton::clicked, this, &QDialog::accept);
   connect(ui_->cmdStop, &QPushButton::clicked, this, [this] { stop_ = true; });
   connect(ui_->chkAutoLaunch, &QCheckBox::clicked, this, &DlgSplash::AutoLaunchTicked);
@@ -34,6 +40,7 @@ void DlgSplash::SetAutoLaunch(bool ticked) {
 }
 
 void DlgSplash::ShowLaunch() {
+  ui_->lblReady->show();
   ui_->cmdLaunch->show();
   ui_->cmdLaunch->setFocus();
 }

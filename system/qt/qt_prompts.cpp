@@ -6,6 +6,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
+#include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <algorithm>
@@ -27,12 +28,35 @@ QWidget* DirectorsWindow() {
   return shown == windows.end() ? nullptr : *shown;
 }
 
+/// The sign of a kind of box: plain, and of one size whatever the desktop has.
+QPixmap SignOf(QMessageBox::Icon kind, double ratio) {
+  constexpr int kSize = 40;  // pixels
+  const bool trouble = kind == QMessageBox::Critical || kind == QMessageBox::Warning;
+  QPixmap sign(QSize(kSize, kSize) * ratio);
+  sign.setDevicePixelRatio(ratio);
+  sign.fill(Qt::transparent);
+  QPainter painter(&sign);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(trouble ? QColor(0xB3, 0x26, 0x1E) : QColor(0x1F, 0x5F, 0xBF));
+  painter.drawEllipse(QRect(0, 0, kSize, kSize));
+  QFont font = QApplication::font();
+  font.setPixelSize(kSize * 3 / 5);
+  font.setBold(true);
+  painter.setFont(font);
+  painter.setPen(Qt::white);
+  const char* letter = kind == QMessageBox::Question ? "?" : trouble ? "!" : "i";
+  painter.drawText(QRect(0, 0, kSize, kSize), Qt::AlignCenter, letter);
+  return sign;
+}
+
 /// A message box as all of them are.
 class Box : public QMessageBox {
  public:
   Box(const std::string& text, QMessageBox::Icon icon, StandardButtons buttons)
       : QMessageBox(icon, QStringLiteral("Corvanel"), QString::fromStdString(text).remove('\r'),
                     buttons, DirectorsWindow()) {
+    setIconPixmap(SignOf(icon, devicePixelRatioF()));
     setTextFormat(Qt::PlainText);
     if (QMessageBox::text().size() > kLongText || QMessageBox::text().count('\n') > kManyLines) {
       ScrollText();

@@ -21,6 +21,7 @@
 #include "control/window/dlg_welcome.h"
 #include "settings/settings_table.h"
 #include "tests/support/fakes.h"
+#include "tests/support/letters.h"
 
 namespace corvanel {
 namespace {
@@ -179,24 +180,13 @@ TEST_F(FrmMainTest, TheCloseBoxIsTheExit) {
   EXPECT_TRUE(window.isVisible());
 }
 
-TEST_F(FrmMainTest, NoTwoControlsShareAMnemonic) {
-  std::map<QChar, std::string> owners;
-  const auto claim = [&](const QString& text, const QObject* owner) {
-    const qsizetype at = text.indexOf('&');
-    if (at < 0) return;
-    const std::string name = owner->objectName().toStdString();
-    const auto [entry, added] = owners.try_emplace(text[at + 1].toLower(), name);
-    EXPECT_TRUE(added) << name << " and " << entry->second;
-  };
-  for (const QLabel* label : window.findChildren<QLabel*>()) {
-    if (label->buddy() != nullptr) claim(label->text(), label);
-  }
-  for (const QAbstractButton* button : window.findChildren<QAbstractButton*>()) {
-    claim(button->text(), button);
-  }
-  for (const char* menu : {"mnuSettings", "mnuOptions", "mnuBridgemate", "mnuHelp"}) {
-    claim(Find<QMenu>(menu)->title(), Find<QMenu>(menu));
-  }
+TEST_F(FrmMainTest, EveryControlHasALetterOfItsOwn) {
+  window.ShowFavourites({"Friday"}, "Friday");
+  window.OfferFavouriteSave(true);
+  // The alphabet ends: these follow what has a letter, by Tab or by an arrow key, and Start is
+  // Ctrl+Enter.
+  ExpectLetters(window, {"scroll", "cmdFavDelete", "txtDefault", "cmdSaveDefault", "optCalc_1",
+                         "txtBreakRound", "txtHeader", "cmdStart", "cmdStopDownload"});
 }
 
 TEST_F(FrmMainTest, TheMenusHaveTheLettersThatEverybodyKnows) {
@@ -330,7 +320,7 @@ TEST_F(FrmMainTest, TheStrongButtonLeadsBackToTheClockWhileItRuns) {
 
 TEST(DlgWelcomeTest, TwoNumbersMakeASession) {
   Session session;
-  DlgWelcome dialog(session, ClockTime::At(19, 30), nullptr);
+  DlgWelcome dialog(session, ClockTime::At(19, 30), 1, nullptr);
   auto* rounds = dialog.findChild<QSpinBox*>("spnRounds");
   auto* finish = dialog.findChild<QLabel*>("lblFinish");
   EXPECT_EQ(finish->text(), "Start now and you finish at 22:56.");
@@ -343,6 +333,13 @@ TEST(DlgWelcomeTest, TwoNumbersMakeASession) {
   rounds->setValue(9);
   EXPECT_EQ(dialog.Settings().BreakAfterRound, 4);
   EXPECT_TRUE(dialog.Settings().optBreak);
+  EXPECT_FALSE(dialog.Settings().ExtraMonitor);
+  // A second screen is offered, and may be left alone.
+  DlgWelcome wide(session, ClockTime::At(19, 30), 2, nullptr);
+  EXPECT_TRUE(wide.Settings().ExtraMonitor);
+  wide.findChild<QCheckBox*>("chkMonitor")->setChecked(false);
+  EXPECT_FALSE(wide.Settings().ExtraMonitor);
+  ExpectLetters(wide);
 }
 
 }  // namespace

@@ -10,10 +10,12 @@
 #include <QRadioButton>
 #include <QTest>
 
+#include "display/window/frm_help.h"
 #include "display/window/room_miniature.h"
 #include "settings/settings_table.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/fakes.h"
+#include "tests/support/letters.h"
 
 namespace corvanel {
 namespace {
@@ -47,10 +49,10 @@ class FrmFontTest : public testing::Test {
 TEST_F(FrmFontTest, ShowsAndChangesTheChosenElement) {
   AnsweringFont dialog(logic, nullptr);
   dialog.show();
-  EXPECT_EQ(Find<QCheckBox>(dialog, "chkShow_4")->text(), "Show title");
-  EXPECT_EQ(Find<QCheckBox>(dialog, "chkShow_7")->text(), "Show Bridgemate table nos");
+  EXPECT_EQ(Find<QCheckBox>(dialog, "chkShow_4")->text(), "Show tit&le");
+  EXPECT_EQ(Find<QCheckBox>(dialog, "chkShow_7")->text(), "Show Bridgemate t&able nos");
   EXPECT_EQ(Find<QCheckBox>(dialog, "chkBMcontrol")->text(),
-            "Show Bridgemate information only on control screen");
+            "Show Bridgemate information onl&y on control screen");
   auto* list = Find<QListWidget>(dialog, "lstFonts");
   EXPECT_EQ(list->count(), 10);
   list->setCurrentRow(4);
@@ -100,6 +102,12 @@ TEST_F(FrmFontTest, AClickInTheSmallRoomDisplayChoosesWhatStandsThere) {
   dialog.colour = QColor(0x22, 0x44, 0x22);
   QTest::mouseClick(Find<QPushButton>(dialog, "cmdColour"), Qt::LeftButton);
   EXPECT_EQ(small->grab().toImage().pixelColor(0, 0), QColor(0x22, 0x44, 0x22));
+}
+
+TEST_F(FrmFontTest, EveryControlHasALetterOfItsOwn) {
+  AnsweringFont dialog(logic, nullptr);
+  ExpectLetters(dialog);
+  ExpectLetters(FrmHelp(nullptr));
 }
 
 TEST_F(FrmFontTest, SwitchesTimesAndStepsAreTakenAndEscTakesThemBack) {

@@ -14,6 +14,7 @@
 #include "scoring/window/frm_play_time.h"
 #include "scoring/window/sections_dialog.h"
 #include "tests/support/dialogs.h"
+#include "tests/support/letters.h"
 #include "tests/support/scoring_bench.h"
 
 namespace corvanel {
@@ -35,16 +36,23 @@ class UnitDialogTest : public testing::Test {
   FrmOptionsBridgemate dialog{logic, nullptr};
 };
 
+TEST_F(UnitDialogTest, EveryControlHasALetterOfItsOwn) {
+  // The unit's name and the test stand beside what has one.
+  ExpectLetters(dialog, {"txtOther", "cmdTest"});
+  ExpectLetters(SectionsDialog("Friday", {"Section A : 8 tables"}, nullptr));
+  ExpectLetters(FrmPlayTime("Friday", {}, "/x/BST1.txt", nullptr));
+}
+
 TEST_F(UnitDialogTest, CaptionsFollowTheUnitAtOnce) {
   auto* other = Find<QLineEdit>(dialog, "txtOther");
   auto* suggest = Find<QCheckBox>(dialog, "chkSuggest");
   EXPECT_EQ(dialog.windowTitle(), "Bridgemate Options");
   Find<QRadioButton>(dialog, "optDesktop_2")->click();
-  EXPECT_EQ(suggest->text(), "Suggest latest DesktopUnit file");
+  EXPECT_EQ(suggest->text(), "S&uggest latest DesktopUnit file");
   QTest::keyClicks(other, "Abacus");
   EXPECT_EQ(dialog.windowTitle(), "Abacus Options");
   Find<QRadioButton>(dialog, "optDesktop_1")->click();
-  EXPECT_EQ(suggest->text(), "Suggest latest BridgeTab file");
+  EXPECT_EQ(suggest->text(), "S&uggest latest BridgeTab file");
   QTest::keyClick(&dialog, Qt::Key_Escape);
   EXPECT_EQ(session.options.TableTopUnit, "Bridgemate");
 }

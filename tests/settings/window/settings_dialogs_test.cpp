@@ -10,6 +10,7 @@
 #include "settings/window/frm_sound.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/fakes.h"
+#include "tests/support/letters.h"
 
 namespace corvanel {
 namespace {
@@ -60,6 +61,21 @@ TEST_F(SettingsDialogsTest, SoundsAreChosenTestedAndTakenOver) {
   EXPECT_EQ(session.settings.sounds.play[1], 0);
 }
 
+TEST_F(SettingsDialogsTest, EveryControlHasALetterOfItsOwn) {
+  SoundOptions options = Sounds();
+  FrmSound sounds(options, nullptr);
+  // In each row the switch has the letter, and the others follow it.
+  std::set<QString> rest;
+  for (int row = 0; row < kCues; ++row) {
+    for (const char* name : {"chkPlayFinal_%1", "cmdSound_%1", "cmdTest_%1"}) {
+      rest.insert(QString(name).arg(row));
+    }
+  }
+  ExpectLetters(sounds, rest);
+  FrmOptions general({session.options, table, bench.errors, [] {}}, nullptr);
+  ExpectLetters(general);
+}
+
 TEST_F(SettingsDialogsTest, EscapeLeavesTheSoundsAlone) {
   const SoundChoices before = session.settings.sounds;
   SoundOptions options = Sounds();
@@ -94,7 +110,7 @@ TEST_F(SettingsDialogsTest, GeneralOptionsAreStoredByEnterAndLeftByEscape) {
     QSignalSpy display(&dialog, &FrmOptions::DisplayOptionsWanted);
     QSignalSpy sounds(&dialog, &FrmOptions::SoundOptionsWanted);
     dialog.show();
-    EXPECT_EQ(Find<QPushButton>(dialog, "cmdBridgemate")->text(), "Bridgemate Options");
+    EXPECT_EQ(Find<QPushButton>(dialog, "cmdBridgemate")->text(), "&Bridgemate Options");
     for (const char* box : {"chkAutoStart", "chkAutoShutdown", "chkAutoUpdate", "chkOnTop"}) {
       Find<QCheckBox>(dialog, box)->click();
     }
