@@ -1,5 +1,6 @@
 #include "control/window/frm_main.h"
 
+#include <QAbstractItemView>
 #include <QCloseEvent>
 #include <QRegularExpression>
 #include <QScreen>
@@ -109,6 +110,7 @@ void FrmMain::SetLogic(ControlWindow& logic) {
           [this] { emit SaveAsNew(ui_->txtDefault->text().trimmed().toStdString()); });
   connect(ui_->txtDefault, &QLineEdit::returnPressed, ui_->cmdSaveDefault, &QPushButton::click);
   ui_->cboFavs->installEventFilter(this);
+  ui_->cboFavs->view()->setAccessibleName(tr("Favourites"));
   connect(ui_->cboFavs, &QComboBox::activated, this,
           [this, listed] { emit FavouriteChosen(listed()); });
   connect(ui_->cmdFavSave, &QPushButton::clicked, this,

@@ -1,6 +1,5 @@
 #include "display/window/countdown_panel.h"
 
-#include <QAccessible>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QPainterPath>
@@ -30,11 +29,9 @@ void CountdownPanel::SetTexts(const std::string& countdown, const std::string& s
   }
 }
 
-void CountdownPanel::Announce(const std::string& state) {
+bool CountdownPanel::SetSpoken(const std::string& state) {
   setAccessibleName(QString::fromStdString(countdown_ + ", " + state));
-  if (state == std::exchange(announced_, state)) return;
-  QAccessibleEvent event(this, QAccessible::Alert);
-  QAccessible::updateAccessibility(&event);
+  return std::exchange(spoken_, state) != state;
 }
 
 void CountdownPanel::UpdateChangedCells(const std::string& before) {

@@ -15,9 +15,9 @@ class CountdownPanel : public QWidget {
  public:
   CountdownPanel(const QString& name, QWidget* parent);
   void SetTexts(const std::string& countdown, const std::string& stateWord);
-  /// What a screen reader says of it: time, state and round. `state` is read aloud when it changes,
-  /// and the time with it; the seconds between are not.
-  void Announce(const std::string& state);
+  /// Takes the state and round that a screen reader says after the time. True when it is another
+  /// than before, which is worth saying unasked; that a second has passed is not.
+  bool SetSpoken(const std::string& state);
   /// Places in the window; the panel covers the layout's panel.
   void SetPlace(const Layout& layout);
   /// `background`: of the window; a countdown on the same colour needs no field.
@@ -42,8 +42,8 @@ class CountdownPanel : public QWidget {
 
   std::string countdown_;
   std::string stateWord_;
-  std::string announced_;  // the state that was read aloud last
-  TextPlace place_;        // of the digits, in this widget
+  std::string spoken_;  // the state, for a screen reader
+  TextPlace place_;     // of the digits, in this widget
   TextPlace tag_;
   ElementStyle style_;
   QFont font_;

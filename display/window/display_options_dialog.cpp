@@ -1,5 +1,6 @@
 #include "display/window/display_options_dialog.h"
 
+#include <QAbstractItemView>
 #include <QColorDialog>
 #include <QFontDialog>
 
@@ -28,6 +29,8 @@ DisplayOptionsDialog::DisplayOptionsDialog(DisplayOptions& logic, QWidget* paren
   (options.TimeAs24hour ? ui_->optTime_0 : ui_->optTime_1)->setChecked(true);
   for (const int seconds : kCountdownSteps)
     ui_->cmbSecs->addItem(QString::number(seconds), seconds);
+  ui_->cmbSecs->view()->setAccessibleName(ui_->lblSecs->text());
+  ui_->lstFonts->setAccessibleName(tr("Element"));
   // A stored step that is not offered leaves the list without a selection.
   ui_->cmbSecs->setCurrentIndex(ui_->cmbSecs->findData(int{options.TimeChange}));
   rows_ = std::make_unique<OptionRows>(*this);

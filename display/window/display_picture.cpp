@@ -168,7 +168,7 @@ void DisplayPicture::ShowTexts() {
   for (const std::string& word : {words.tag, words.large}) {
     if (!word.empty()) state += ", " + word;
   }
-  lblMin_->Announce(state);
+  if (lblMin_->SetSpoken(state)) emit Announced(lblMin_->accessibleName());
   lblState_->SetText(words.large);
   lblInfo_->SetText(face_.caption);
   if (face_.phase == Phase::Move) moveLine_->SetText(face_.message);

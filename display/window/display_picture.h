@@ -36,6 +36,10 @@ class DisplayPicture : public QWidget {
   /// Who is at the table whose cell is at a point; empty where there is none.
   QString TableTipAt(const QPoint& point) const;
 
+ signals:
+  /// A new state of the session, and the time, as a screen reader says them.
+  void Announced(const QString& spoken);
+
  private:
   LayoutInput Input() const;
   bool ShowsUnits() const;

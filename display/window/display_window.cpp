@@ -65,6 +65,8 @@ DisplayWindow::DisplayWindow(const Session& session, DisplayKind kind, DisplayCo
   timCommand_.setSingleShot(true);
   timCommand_.setInterval(kCommandBarMilliseconds);
   connect(&timCommand_, &QTimer::timeout, this, &DisplayWindow::HideCommandBar);
+  // The window has the keys, and what has them is read aloud when its name changes.
+  connect(picture_, &DisplayPicture::Announced, this, &QWidget::setAccessibleName);
   connect(fraCommand_, &CommandBar::Wanted, this,
           [this](DisplayCommand command) { commands_.Run(command, *this); });
   connect(fraCommand_, &CommandBar::MinutesMoved, this,

@@ -157,7 +157,7 @@ std::optional<std::string> Chosen(const QString& file) {
 
 std::optional<std::string> QtPrompts::ChooseFileToSave(const std::string& name,
                                                        const std::string& filter) {
-  QFileDialog dialog(QApplication::activeWindow());
+  QFileDialog dialog(QApplication::activeWindow(), QObject::tr("Save as"));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setNameFilter(QtFilter(filter));
   dialog.setDefaultSuffix(QFileInfo(QString::fromStdString(name)).suffix());

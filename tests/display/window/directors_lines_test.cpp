@@ -105,6 +105,8 @@ TEST_F(DirectorsLinesTest, AScreenReaderLearnsTimeStateAndRound) {
   bench.clock.Do(SessionCommand::Restart);
   bench.Pass(8 * 60);
   EXPECT_EQ(panel->accessibleName(), "2:00, Time remaining for Round 1 of 3, LAST WARNING");
+  // What has the keys is read aloud when its name changes: at the warning, not each second.
+  EXPECT_EQ(room.accessibleName(), "3:00, Time remaining for Round 1 of 3, LAST WARNING");
   bench.clock.Do(SessionCommand::Pause);
   EXPECT_EQ(panel->accessibleName(), "2:00, Time remaining for Round 1 of 3, LAST WARNING, PAUSED");
 }
