@@ -241,6 +241,7 @@ void FrmMain::ShowLive(const std::optional<LiveStrip>& live) {
   }
   if (!live) return;
   ui_->lblLive->setText(QString::fromStdString(live->caption));
+  SetLook(ui_->lblLive, "held", live->can.resume);
   // What stands beside it never moves back, so that no number jumps to and fro.
   ui_->lblLive->setMinimumWidth(
       std::max(ui_->lblLive->minimumWidth(), ui_->lblLive->sizeHint().width()));

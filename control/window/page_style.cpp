@@ -6,7 +6,8 @@ namespace corvanel {
 namespace {
 
 /// Cards on a calm ground, one strong button. But for one accent, dark enough for white text in
-/// both kinds of palette, every colour is the desktop's own. `%1`: of what matters less.
+/// both kinds of palette, every colour is the desktop's own. `%1`: of what matters less; `%2`: of
+/// the edges of fields, which are seen on any ground.
 constexpr const char* kStyle = R"(
   QFrame[card="true"] {
     background: palette(base); border: 1px solid palette(midlight); border-radius: 8px;
@@ -16,7 +17,11 @@ constexpr const char* kStyle = R"(
   QLabel[big="true"] { font-size: 24pt; font-weight: 700; padding-right: 10px; }
   QLabel[result="true"] { font-weight: 600; padding-right: 4px; }
   QLabel { border: none; }
-  QLineEdit { padding: 1px 6px; }
+  QLabel[held="true"] {
+    background: #F5B301; color: #10203C; border-radius: 4px; padding: 1px 6px; font-weight: 700;
+  }
+  QLineEdit { border: 1px solid %2; border-radius: 4px; padding: 2px 6px; }
+  QLineEdit:focus { border: 2px solid #2F7DE1; padding: 1px 5px; }
   QPushButton { padding: 5px 12px; }
   QPushButton[segment] {
     border: 1px solid palette(mid); background: palette(base); padding: 4px 10px;
@@ -38,6 +43,8 @@ constexpr const char* kStyle = R"(
   QPushButton[primary="true"]:focus { border-color: palette(text); }
 )";
 
+constexpr double kEdge = 0.45;  // of the text's colour in the edges of fields
+
 /// Of what matters less: it recedes, and can still be read.
 QColor QuietColour(const QPalette& palette) {
   constexpr double kShare = 0.58;
@@ -47,7 +54,8 @@ QColor QuietColour(const QPalette& palette) {
 }  // namespace
 
 QString PageStyle(const QPalette& palette) {
-  return QString::fromUtf8(kStyle).arg(QuietColour(palette).name());
+  const QColor edge = Mixed(palette.color(QPalette::Text), palette.color(QPalette::Base), kEdge);
+  return QString::fromUtf8(kStyle).arg(QuietColour(palette).name(), edge.name());
 }
 
 }  // namespace corvanel
