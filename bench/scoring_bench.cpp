@@ -11,8 +11,8 @@
 #include <map>
 #include <memory>
 
-#include "scoring/mdb/read_picture.h"
 #include "scoring/progress.h"
+#include "scoring/read_picture.h"
 #include "system/scoring_files.h"
 
 namespace corvanel {

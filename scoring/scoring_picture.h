@@ -81,8 +81,11 @@ struct ScoringPicture {
   std::vector<PlayerRow> players;  // with the names of "PlayerNames" where `nameSource` is 0
   std::vector<RoundRow> rounds;
   std::vector<ResultRow> received;
+  int rowsLeftOut = 0;  // that could not be read
+  std::vector<std::string> tablesLeftOut;
   DateTime fileDate;  // the file was last modified
 
+  bool operator==(const ScoringPicture&) const = default;
   DateTime SessionStart() const { return sessionDate.value_or(fileDate); }
 };
 

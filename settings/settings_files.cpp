@@ -8,6 +8,7 @@
 #include <functional>
 #include <optional>
 
+#include "basics/code_pages.h"
 #include "session/display_elements.h"
 #include "settings/settings_table.h"
 
@@ -18,21 +19,14 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 /// A settings file has some tens of thousands of bytes; more is a file of another kind.
 constexpr size_t kLargestFile = 8U << 20U;
 
-/// What code page 1252 has in the places 80 to 9F; the five that are free stand for themselves.
-constexpr std::array<char16_t, 32> kUpperControls = {
-    0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
+/// The code page of the files.
+const UpperHalf& k1252 = *UpperHalfOf(1252);
 
 std::string Utf8Of1252(const std::string& text) {
   std::string utf8;
   for (const char byte : text) {
     const auto code = static_cast<unsigned char>(byte);
-    const bool control = code >= 0x80 && code < 0xA0;
-    std::array<utf8proc_uint8_t, 4> bytes{};
-    const auto length =
-        utf8proc_encode_char(control ? kUpperControls[code - 0x80U] : code, bytes.data());
-    utf8.append(bytes.begin(), bytes.begin() + length);
+    AppendUtf8(utf8, code < 0x80 ? code : k1252[code - 0x80U]);
   }
   return utf8;
 }
@@ -55,14 +49,10 @@ bool EachCharacter(const std::string& text, const std::function<bool(int32_t)>& 
 std::optional<std::string> In1252(const std::string& text) {
   std::string bytes;
   const bool whole = EachCharacter(text, [&](int32_t character) {
-    const auto* place = std::find(kUpperControls.begin(), kUpperControls.end(), character);
-    if (place != kUpperControls.end()) {
-      bytes += static_cast<char>(0x80 + (place - kUpperControls.begin()));
-    } else {
-      bytes += static_cast<char>(character);
-    }
-    return place != kUpperControls.end() || character < 0x80 ||
-           (character >= 0xA0 && character <= 0xFF);
+    const auto* place = std::find(k1252.begin(), k1252.end(), character);
+    const bool upper = place != k1252.end();
+    bytes += static_cast<char>(upper ? 0x80 + (place - k1252.begin()) : character);
+    return upper || character < 0x80;
   });
   return whole ? std::optional(bytes) : std::nullopt;
 }

@@ -8,7 +8,7 @@
 #include <filesystem>
 
 #include "basics/numbers.h"
-#include "scoring/mdb/read_picture.h"
+#include "scoring/read_picture.h"
 #include "system/system_time.h"
 
 namespace corvanel {

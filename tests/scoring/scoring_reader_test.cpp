@@ -10,7 +10,7 @@
 #include <map>
 
 #include "basics/numbers.h"
-#include "scoring/mdb/read_picture.h"
+#include "scoring/read_picture.h"
 #include "system/scoring_files.h"
 
 namespace corvanel {
@@ -251,6 +251,86 @@ TEST(ScoringReaderTest, RowsThatWereMovedOrDeletedAreFollowed) {
   const auto deleted = ReadScoringPicture(bytes);
   ASSERT_TRUE(deleted);
   EXPECT_EQ(deleted.Value().received.size() + 1, before.Value().received.size());
+}
+
+/// A page of rows as the database engine leaves it when its first rows were deleted: their places
+/// remain, without a length, at the end of the page. False when the page has no room for one more.
+bool PutDeletedRowFirst(std::string& bytes, size_t page, size_t size, size_t count) {
+  const uint32_t rows = Number32(bytes, page + count, 2);
+  const size_t entries = page + count + 2;
+  const uint32_t last = Number32(bytes, entries + 2 * size_t{rows} - 2, 2) & 0x1FFFU;
+  if (rows == 0 || page + last < entries + 2 * size_t{rows} + 2) return false;
+  bytes.replace(entries + 2, 2 * size_t{rows}, bytes.substr(entries, 2 * size_t{rows}));
+  Write32(bytes, entries, 2, 0xC000U | static_cast<uint32_t>(size));
+  Write32(bytes, page + count, 2, rows + 1);
+  return true;
+}
+
+TEST(ScoringReaderTest, APageWhoseFirstRowsAreGoneIsReadInEveryTable) {
+  std::vector<fs::path> files = {kFixtures / "friday.bws", kFixtures / "two-sections.bws"};
+  if (const char* more = std::getenv("CORVANEL_MORE_FIXTURES"); more != nullptr) {
+    files.push_back(fs::path(more) / "access97.bws");
+  }
+  for (const fs::path& file : files) {
+    SCOPED_TRACE(file);
+    const std::string whole = BytesOf(file);
+    const bool jet3 = whole[0x14] == 0;
+    const size_t size = jet3 ? 2048 : 4096;
+    const auto before = ReadScoringPicture(whole);
+    ASSERT_TRUE(before);
+    int changed = 0;
+    for (size_t page = size; page < whole.size(); page += size) {
+      const size_t owner = size * Number32(whole, page + 4, 4);
+      const bool ofTable = whole[page] == 1 && owner < whole.size() && whole[owner] == 2;
+      std::string bytes = whole;
+      if (!ofTable || !PutDeletedRowFirst(bytes, page, size, jet3 ? 8 : 12)) continue;
+      ++changed;
+      const auto after = ReadScoringPicture(bytes);
+      ASSERT_TRUE(after) << page;
+      EXPECT_EQ(after.Value(), before.Value()) << page;
+    }
+    EXPECT_GE(changed, 8);
+  }
+}
+
+// A row whose parts cannot be where they say costs that row; a table that only says more about the
+// evening costs that table.
+TEST(ScoringReaderTest, WhatIsDamagedIsLeftOutAndCounted) {
+  const std::string whole = BytesOf(kFixtures / "friday.bws");
+  const auto before = ReadScoringPicture(whole);
+  const size_t page = ResultPages(whole, before.Value().received.size()).front();
+  std::string bytes = whole;
+  const uint32_t row = Number32(bytes, page + 14, 2);
+  Write32(bytes, page + row, 2, 0xFFFF);  // so many columns
+  const auto damaged = ReadScoringPicture(bytes);
+  ASSERT_TRUE(damaged);
+  EXPECT_EQ(damaged.Value().rowsLeftOut, 1);
+  EXPECT_EQ(damaged.Value().received.size() + 1, before.Value().received.size());
+  bytes = whole;
+  for (size_t at = kPage; at < whole.size(); at += kPage) {
+    if (whole[at] != 2) continue;
+    // A column of the definition named as one of PlayerNames' alone is.
+    if (whole.substr(at, kPage).find(std::string("s\0t\0r\0I\0D\0", 10)) != std::string::npos) {
+      Write32(bytes, at + 45, 2, 0);  // no columns
+    }
+  }
+  const auto without = ReadScoringPicture(bytes);
+  ASSERT_TRUE(without);
+  EXPECT_EQ(without.Value().tablesLeftOut, std::vector<std::string>{"PlayerNames"});
+  EXPECT_EQ(without.Value().received, before.Value().received);
+}
+
+// One table may be written before another: what is there is read.
+TEST(ScoringReaderTest, ResultsWithoutAMovementAreRead) {
+  std::string bytes = BytesOf(kFixtures / "friday.bws");
+  const auto before = ReadScoringPicture(bytes);
+  for (const size_t page : ResultPages(bytes, before.Value().rounds.size())) {
+    Write32(bytes, page + 12, 2, 0);
+  }
+  const auto after = ReadScoringPicture(bytes);
+  ASSERT_TRUE(after);
+  EXPECT_TRUE(after.Value().rounds.empty());
+  EXPECT_EQ(after.Value().received, before.Value().received);
 }
 
 TEST(ScoringReaderTest, AFileCutOffOrHalfWrittenIsNoPicture) {

@@ -7,10 +7,8 @@
 namespace corvanel {
 
 /// Parses the bytes of a scoring database; `fileDate` is left alone. Fails when they are no such
-/// database, or damaged, or cut off, or when their tables contradict each other as those of a
-/// half-written file do. Takes at most kLongestRead and a small multiple of the file's size.
+/// database, or cut off, or not wholly written yet; a row that is damaged is left out and counted.
+/// Takes at most a small multiple of the file's size in memory, and of time in that proportion.
 Result<ScoringPicture> ReadScoringPicture(const std::string& bytes);
-
-constexpr int kLongestRead = 200;  // milliseconds
 
 }  // namespace corvanel

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "scoring/jet/row.h"
+
+namespace corvanel::jet {
+
+/// What came of reading a table.
+struct TableRead {
+  bool whole = true;  // false: pages lack or are not written yet, as in a file that is being copied
+  size_t leftOut = 0;  // rows that could not be read
+};
+
+/// One table of a database.
+class Table {
+ public:
+  Table(const File& file, uint32_t page) : file_(file), definition_(file, page) {}
+
+  /// Whether its definition makes sense; else it has no columns and no rows.
+  bool Sound() const { return definition_.Sound(); }
+  int Find(std::string_view column) const { return definition_.Find(column); }
+  /// Hands over every row that is there in the order of the file, rows that were moved to another
+  /// page included, until `take` returns false. What stands in the table's head is not asked: it
+  /// may say that there are none.
+  TableRead ForEachRow(const std::function<bool(const Row&)>& take) const;
+
+ private:
+  bool ReadPage(const RowPage& page, const std::function<bool(const Row&)>& take,
+                TableRead& read) const;
+
+  const File& file_;
+  TableDefinition definition_;
+};
+
+/// The tables of a file.
+class Database {
+ public:
+  /// `bytes` must outlive the database.
+  explicit Database(std::span<const unsigned char> bytes);
+
+  /// Whether it is such a database with a readable list of tables.
+  bool Sound() const { return sound_; }
+  bool IsJet3() const { return file_.IsJet3(); }
+  /// The names of its tables in the order of the list.
+  const std::vector<std::string>& TableNames() const { return names_; }
+  /// The table of a name, without regard to case; nothing when there is none.
+  std::optional<Table> Find(std::string_view name) const;
+
+ private:
+  bool ReadTableList();
+
+  File file_;
+  std::vector<std::string> names_;
+  std::vector<uint32_t> pages_;  // of their definitions
+  bool sound_;
+};
+
+}  // namespace corvanel::jet

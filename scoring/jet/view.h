@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace corvanel::jet {
+
+/// A part of a database file, and the only way to its bytes: whatever an offset or a length that
+/// stands in the file claims, nothing outside is looked at. Numbers have their lowest byte first.
+class View {
+ public:
+  View() = default;
+  explicit View(std::span<const unsigned char> bytes) : bytes_(bytes) {}
+
+  size_t Size() const { return bytes_.size(); }
+  bool Empty() const { return bytes_.empty(); }
+  bool Holds(size_t offset, size_t length) const {
+    return offset <= Size() && length <= Size() - offset;
+  }
+  /// The number of `width` bytes, 1 to 4, at an offset; 0 where it does not lie within.
+  uint32_t Number(size_t offset, size_t width) const {
+    if (!Holds(offset, width)) return 0;
+    uint32_t number = 0;
+    for (size_t i = width; i-- > 0;) number = number << 8U | bytes_[offset + i];
+    return number;
+  }
+  /// A part of this one; empty where it does not lie within.
+  View Part(size_t offset, size_t length) const {
+    return Holds(offset, length) ? View(bytes_.subspan(offset, length)) : View();
+  }
+  View From(size_t offset) const { return Part(offset, Size() - offset); }
+  std::span<const unsigned char> Bytes() const { return bytes_; }
+
+ private:
+  std::span<const unsigned char> bytes_;
+};
+
+}  // namespace corvanel::jet
