@@ -52,6 +52,28 @@ void Poll(benchmark::State& state, const fs::path& file) {
 BENCHMARK_CAPTURE(Poll, congress, kCongress)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Poll, friday, kFriday)->Unit(benchmark::kMillisecond);
 
+/// One poll of a file in which one result came or went since the last.
+void PollOneResult(benchmark::State& state, const fs::path& file) {
+  if (Missing(state, file)) return;
+  const ScoringContent whole = ReadScoringFile(file.string(), {}).Value();
+  // Without the last result: its page's count of rows is one less.
+  std::string without = *whole.bytes;
+  const PageRows& last = whole.tables.at("ReceivedData").pages.back();
+  --without[last.page * size_t{4096} + 12];
+  ScoringContent kept = whole;
+  bool less = true;
+  while (state.KeepRunning()) {
+    state.PauseTiming();
+    std::string bytes = less ? without : *whole.bytes;
+    state.ResumeTiming();
+    kept = ReadScoringContent(std::move(bytes), {}, kept).Value();
+    Follow(kept.picture);
+    less = !less;
+  }
+}
+BENCHMARK_CAPTURE(PollOneResult, congress, kCongress)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(PollOneResult, friday, kFriday)->Unit(benchmark::kMillisecond);
+
 /// The same eight tables read to the end with plain calls of the library: every row, every column.
 void PlainLibrary(benchmark::State& state, const fs::path& file) {
   if (Missing(state, file)) return;

@@ -2,15 +2,10 @@
 
 #include <string>
 
+#include "scoring/read_picture.h"
 #include "scoring/scoring_database.h"
 
 namespace corvanel {
-
-/// A scoring file as it was read, and what came of it.
-struct ScoringContent {
-  std::string bytes;
-  PicturePointer picture;
-};
 
 /// Reads a scoring file: opened for reading alone, read whole into memory and closed again, and
 /// only then looked at. Where the bytes are those of `last` its picture serves. A share that has

@@ -22,35 +22,45 @@ View MovedRow(const File& file, const View& pointer) {
 
 }  // namespace
 
-bool Table::ReadPage(const RowPage& page, const std::function<bool(const Row&)>& take,
-                     TableRead& read) const {
-  for (uint32_t i = 0; i < page.Rows(); ++i) {
-    const Slot slot = page.At(i);
-    if (slot.deleted) continue;
-    const Row row(file_, definition_, slot.moved ? MovedRow(file_, slot.bytes) : slot.bytes);
-    if (!row.Sound()) {
-      ++read.leftOut;
-    } else if (!take(row)) {
-      return false;
-    }
-  }
-  return true;
-}
-
-TableRead Table::ForEachRow(const std::function<bool(const Row&)>& take) const {
+std::optional<std::vector<uint32_t>> Table::Pages() const {
   const UsageMap map(file_, definition_.Map());
-  TableRead read{Sound() && map.Sound(), 0};
-  if (!read.whole) return read;
+  if (!Sound() || !map.Sound()) return std::nullopt;
+  std::vector<uint32_t> pages;
   for (auto next = map.After(0); next; next = map.After(*next)) {
     const RowPage page(file_, *next);
     // A page beyond the end, or one of zeros.
-    if (*next >= file_.Pages() || page.Kind() == PageKind::Unwritten) {
-      read.whole = false;
-      return read;
-    }
+    if (*next >= file_.Pages() || page.Kind() == PageKind::Unwritten) return std::nullopt;
     // A page of another table's old rows is none of ours.
-    if (page.Kind() != PageKind::Rows || page.Owner() != definition_.Page()) continue;
-    if (!ReadPage(page, take, read)) return read;
+    if (page.Kind() == PageKind::Rows && page.Owner() == definition_.Page()) pages.push_back(*next);
+  }
+  return pages;
+}
+
+PageRead Table::ReadPage(uint32_t number, const std::function<bool(const Row&)>& take) const {
+  const RowPage page(file_, number);
+  PageRead read;
+  for (uint32_t i = 0; i < page.Rows() && !read.stopped; ++i) {
+    const Slot slot = page.At(i);
+    if (slot.deleted) continue;
+    if (slot.moved) read.itsOwn = false;
+    const Row row(file_, definition_, slot.moved ? MovedRow(file_, slot.bytes) : slot.bytes);
+    if (row.Sound()) {
+      read.stopped = !take(row);
+    } else {
+      ++read.leftOut;
+    }
+  }
+  return read;
+}
+
+TableRead Table::ForEachRow(const std::function<bool(const Row&)>& take) const {
+  const auto pages = Pages();
+  TableRead read{pages.has_value(), 0};
+  if (!pages) return read;
+  for (const uint32_t page : *pages) {
+    const PageRead rows = ReadPage(page, take);
+    read.leftOut += rows.leftOut;
+    if (rows.stopped) break;
   }
   return read;
 }

@@ -9,6 +9,13 @@
 
 namespace corvanel::jet {
 
+/// What came of reading a page of rows.
+struct PageRead {
+  size_t leftOut = 0;    // rows that could not be read
+  bool itsOwn = true;    // every row lies on the page itself
+  bool stopped = false;  // because who takes the rows wanted no more
+};
+
 /// What came of reading a table.
 struct TableRead {
   bool whole = true;  // false: pages lack or are not written yet, as in a file that is being copied
@@ -22,16 +29,18 @@ class Table {
 
   /// Whether its definition makes sense; else it has no columns and no rows.
   bool Sound() const { return definition_.Sound(); }
+  const std::vector<Column>& Columns() const { return definition_.Columns(); }
   int Find(std::string_view column) const { return definition_.Find(column); }
-  /// Hands over every row that is there in the order of the file, rows that were moved to another
-  /// page included, until `take` returns false. What stands in the table's head is not asked: it
-  /// may say that there are none.
+  /// The pages of its rows, ascending; nothing when some lack or are not written yet.
+  std::optional<std::vector<uint32_t>> Pages() const;
+  /// Hands over every row of one of its pages until `take` returns false, rows that were moved from
+  /// there to another page included.
+  PageRead ReadPage(uint32_t page, const std::function<bool(const Row&)>& take) const;
+  /// The same for the whole table, in the order of the file. What stands in the table's head is not
+  /// asked: it may say that there are no rows.
   TableRead ForEachRow(const std::function<bool(const Row&)>& take) const;
 
  private:
-  bool ReadPage(const RowPage& page, const std::function<bool(const Row&)>& take,
-                TableRead& read) const;
-
   const File& file_;
   TableDefinition definition_;
 };
@@ -44,7 +53,7 @@ class Database {
 
   /// Whether it is such a database with a readable list of tables.
   bool Sound() const { return sound_; }
-  bool IsJet3() const { return file_.IsJet3(); }
+  const File& TheFile() const { return file_; }
   /// The names of its tables in the order of the list.
   const std::vector<std::string>& TableNames() const { return names_; }
   /// The table of a name, without regard to case; nothing when there is none.

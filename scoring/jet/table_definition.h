@@ -28,6 +28,8 @@ struct Column {
   bool fixed = false;
   size_t offset = 0;  // of a fixed one, behind the number of the row's columns
   size_t length = 0;
+
+  bool operator==(const Column&) const = default;
 };
 
 /// What a table's rows are made of, and where they are.

@@ -8,7 +8,6 @@
 #include <filesystem>
 
 #include "basics/numbers.h"
-#include "scoring/read_picture.h"
 #include "system/system_time.h"
 
 namespace corvanel {
@@ -75,12 +74,8 @@ Result<Content> Fetch(const std::string& path) {
 Result<ScoringContent> ReadScoringFile(const std::string& path, const ScoringContent& last) {
   Result<Content> content = Fetch(path);
   if (!content) return content.Failure();
-  if (last.picture && content.Value().bytes == last.bytes) return last;
-  auto picture = ReadScoringPicture(content.Value().bytes);
-  if (!picture) return picture.Failure();
-  picture.Value().fileDate = content.Value().modified;
-  return ScoringContent{std::move(content.Value().bytes),
-                        std::make_shared<ScoringPicture>(std::move(picture.Value()))};
+  if (last.picture && content.Value().bytes == *last.bytes) return last;
+  return ReadScoringContent(std::move(content.Value().bytes), content.Value().modified, last);
 }
 
 std::vector<ScoringFile> ListScoringFiles(const std::string& folder) {

@@ -320,6 +320,40 @@ TEST(ScoringReaderTest, WhatIsDamagedIsLeftOutAndCounted) {
   EXPECT_EQ(without.Value().received, before.Value().received);
 }
 
+// A later look at a file goes through what has changed alone, and finds what a first look would,
+// whatever the two have in common.
+TEST(ScoringReaderTest, ALaterLookFindsWhatAFirstOneWould) {
+  std::vector<fs::path> files;
+  for (const auto& entry : fs::directory_iterator(kFixtures / "live")) files.push_back(entry);
+  std::sort(files.begin(), files.end());
+  for (const char* other :
+       {"two-sections", "names-on-units", "friday", "older-columns", "friday"}) {
+    files.push_back(kFixtures / (std::string(other) + ".bws"));
+  }
+  ScoringContent last;
+  for (const fs::path& file : files) {
+    const std::string bytes = BytesOf(file);
+    auto content = ReadScoringContent(bytes, {}, last);
+    ASSERT_TRUE(content) << file;
+    EXPECT_EQ(*content.Value().picture, ReadScoringPicture(bytes).Value()) << file;
+    last = std::move(content.Value());
+  }
+  // A letter of a name in the member list.
+  std::string renamed = *last.bytes;
+  const std::string& name = last.picture->players.front().Name;
+  const size_t list = last.tables.at("PlayerNames").pages.front().page * kPage;
+  std::string pairs;  // of bytes, as the file has them
+  for (const char c : name) pairs += {c, '\0'};
+  const size_t place = renamed.find(pairs, list) + 2;
+  ASSERT_LT(place, renamed.size());
+  renamed[place] = '#';
+  const auto content = ReadScoringContent(renamed, {}, last);
+  ASSERT_TRUE(content);
+  EXPECT_EQ(*content.Value().picture, ReadScoringPicture(renamed).Value());
+  EXPECT_EQ(content.Value().picture->players.front().Name,
+            name.substr(0, 1) + '#' + name.substr(2));
+}
+
 // One table may be written before another: what is there is read.
 TEST(ScoringReaderTest, ResultsWithoutAMovementAreRead) {
   std::string bytes = BytesOf(kFixtures / "friday.bws");
