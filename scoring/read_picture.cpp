@@ -15,9 +15,11 @@ namespace corvanel {
 namespace {
 
 constexpr size_t kBudgetPerByte = 8;  // bytes of memory for each of the file
+constexpr size_t kMoreRows = 64;      // that a table may have gained since the last look
 constexpr size_t kCostOfRow = 16;     // of looking at one, as if it were memory
 /// The tables that play is followed by. Of the others a damaged one is left out.
 constexpr std::string_view kNeeded[] = {"Section", "RoundData", "ReceivedData"};
+constexpr uint32_t kLastBits = 0xFFFF;  // of a member's number
 constexpr const char* kSeats = "PlayerNumbers";
 constexpr const char* kNames = "PlayerNames";
 constexpr const char* kOfNames[] = {kSeats, kNames};
@@ -150,19 +152,19 @@ void PictureReader::ReadRows(const char* name, std::vector<RowType> ScoringPictu
   std::vector<RowType>& rows = picture_.*list;
   PagedTable& now = tables_[name];
   now.columns = table->Columns();
-  const auto take = [&](RowType row) {
-    if (!Spend(kCostOfRow + sizeof row + TextsOf(row), {})) Fail(name);
-    rows.push_back(std::move(row));
+  if (last_.picture) rows.reserve(((*last_.picture).*list).size() + kMoreRows);
+  const auto take = [&](const jet::Row& row) {
+    rows.push_back(make(row));
+    if (!Spend(kCostOfRow + sizeof(RowType) + TextsOf(rows.back()), {})) Fail(name);
     return failed_.empty();
   };
   for (const uint32_t page : *pages) {
     PageRows part{page, rows.size(), 0, true};
     if (const PageRows* old = Kept(name, *table, page); old != nullptr) {
       const auto first = ((*last_.picture).*list).begin() + static_cast<ptrdiff_t>(old->first);
-      std::all_of(first, first + static_cast<ptrdiff_t>(old->count), take);
+      rows.insert(rows.end(), first, first + static_cast<ptrdiff_t>(old->count));
     } else {
-      const jet::PageRead read =
-          table->ReadPage(page, [&](const jet::Row& row) { return take(make(row)); });
+      const jet::PageRead read = table->ReadPage(page, take);
       picture_.rowsLeftOut += static_cast<int>(read.leftOut);
       part.kept = read.itsOwn && read.leftOut == 0;
     }
@@ -277,13 +279,20 @@ void PictureReader::ReadNames() {
     }
   }
   std::unordered_map<int32_t, std::optional<std::string>> wanted;
+  // Of tens of thousands of members few have a seat: most numbers are told apart by their last
+  // bits.
+  std::vector<bool> seated(kLastBits + 1);
   for (const PlayerRow& seat : picture_.players) {
     const double number = Val(seat.Number);
-    if (number > 0 && number <= INT32_MAX) wanted[static_cast<int32_t>(number)];
+    if (!(number > 0 && number <= INT32_MAX)) continue;
+    wanted[static_cast<int32_t>(number)];
+    seated[static_cast<uint32_t>(number) & kLastBits] = true;
   }
   ReadTable(kNames, Rows::All, [&](const jet::Table& table) -> Take {
     return [&, id = table.Find("ID"), name = table.Find("Name")](const jet::Row& row) {
-      const auto seat = wanted.find(row.Number(id).value_or(0));
+      const int32_t number = row.Number(id).value_or(0);
+      if (!seated[static_cast<uint32_t>(number) & kLastBits]) return;
+      const auto seat = wanted.find(number);
       if (seat == wanted.end() || seat->second) return;
       seat->second = row.Text(name);
       if (!Spend(0, {&*seat->second})) Fail(kNames);
