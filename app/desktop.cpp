@@ -111,6 +111,7 @@ ScoringLink::Parts Desktop::LinkParts() {
           .errors = errors_,
           .time = time_,
           .log = log_,
+          .notices = notices_,
           .version = ThisVersion().Text(),
           .chooseSections =
               [](const std::string& sessionName, const std::vector<std::string>& lines) {
@@ -173,7 +174,10 @@ void Desktop::ConnectWatch() {
      [this](const std::string& file, const std::string& why) { watch_.SoundNotHeard(file, why); });
   On(&awake_, &StayAwake::Unprotected, "frmMain.StayAwake",
      [this](bool unprotected) { watch_.MayFallAsleep(unprotected); });
-  const auto act = [this](NoticeKind kind) { watch_.Act(kind); };
+  const auto act = [this](const Notice& notice) {
+    watch_.Act(notice.kind);
+    scoring_.Act(notice);
+  };
   const auto dismiss = [this](const Notice& notice) { watch_.Dismiss(notice); };
   On(&frmMain_, &FrmMain::NoticeActionWanted, "frmMain.cmdNotice_Click", act);
   On(&frmMain_, &FrmMain::NoticeDismissed, "frmMain.cmdNoticeClose_Click", dismiss);

@@ -152,10 +152,11 @@ void Run(const Plan& plan, const ConsoleArguments& arguments) {
   if (!arguments.replay.empty()) replay.emplace(ReadScoring(arguments.replay), session, time);
   NoLog storage;
   ActivityLog log(session, time, storage);
+  Notices notices(broadcast);
   std::optional<ProgressMonitor> monitor;
   if (replay) {
-    monitor.emplace(
-        ProgressMonitor::Parts{session, *replay, clock, broadcast, printer, time, log, errors});
+    monitor.emplace(ProgressMonitor::Parts{session, *replay, clock, broadcast, printer, time, log,
+                                           errors, notices});
     broadcast.Add(*monitor);
   }
   broadcast.Add(printer);

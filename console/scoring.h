@@ -26,6 +26,8 @@ class Replay : public FollowedScoring {
   bool IsOpen() const override { return true; }
   void BWSReadFile(std::function<void(bool read)> done) override;
   const ScoringSession& Model() const override { return model_; }
+  bool IsTonights() const override { return true; }
+  std::set<TableId> LeftOut() const override { return {}; }
 
  private:
   void ShowUpTo(int64_t now);

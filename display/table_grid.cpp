@@ -75,7 +75,8 @@ std::vector<SectionCells> ShownTables(const std::vector<SectionCells>& sections)
   std::vector<SectionCells> shown;
   for (SectionCells section : sections) {
     std::erase_if(section.cells, [](const TableCell& cell) {
-      return cell.state == TableState::Finished || cell.state == TableState::NotPlaying;
+      return cell.state == TableState::Finished || cell.state == TableState::NotPlaying ||
+             cell.state == TableState::LeftOut;
     });
     if (!section.cells.empty()) shown.push_back(std::move(section));
   }

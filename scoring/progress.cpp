@@ -31,6 +31,19 @@ bool IsSilent(const ScoringSession& session, const ScoringSection& section, int1
                      [](const auto& played) { return played.second.Playable(); });
 }
 
+/// How many rounds just before this one the table had to play and sent nothing of.
+int SilentRounds(const ScoringSession& session, const ScoringSection& section, int16_t table,
+                 int16_t round) {
+  int silent = 0;
+  const auto& rounds = section.rounds.at(table);
+  for (auto played = rounds.lower_bound(round); played != rounds.begin();) {
+    --played;
+    if (session.Received(section.row.ID, table, played->first) != nullptr) break;
+    if (played->second.Playable()) ++silent;
+  }
+  return silent;
+}
+
 std::vector<std::string> TextsOf(const RoundProgress& progress, bool showSlow) {
   std::vector<std::string> texts;
   const auto slow = progress.Labels(TableState::Slow);
@@ -102,6 +115,10 @@ RoundProgress ProgressOf(const ScoringSession& session, const ProgressInput& inp
       if (table.StillPlaying() && IsSilent(session, section, number, input.round)) {
         table.state = TableState::Silent;
       }
+      if (table.StillPlaying() || table.state == TableState::Silent) {
+        table.silentRounds = SilentRounds(session, section, number, input.round);
+        if (input.leftOut.contains({section.row.ID, number})) table.state = TableState::LeftOut;
+      }
       progress.tables.push_back(std::move(table));
     }
   }
@@ -138,6 +155,7 @@ std::vector<SectionCells> GridOf(const ScoringSession& session, const RoundProgr
     if (!names.empty()) cell.tip += '\n' + names;
     if (table.state == TableState::Finished) cell.text.clear();
     if (table.state == TableState::Silent) cell.text = "?";
+    if (table.state == TableState::LeftOut) cell.text = "out";
     if (table.state == TableState::NotPlaying) cell.text = input.round < input.rounds ? "NP" : "";
     grid.back().cells.push_back(std::move(cell));
   }
@@ -158,6 +176,8 @@ const char* NameOf(TableState state) {
       return "notPlaying";
     case TableState::Silent:
       return "silent";
+    case TableState::LeftOut:
+      return "leftOut";
   }
   return "";
 }

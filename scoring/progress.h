@@ -15,6 +15,7 @@ struct ProgressInput {
   double secondsLeft = 0;  // of the round; from `minPerBoard` minutes on tables can be slow
   float minPerBoard = 7;   // minutes
   bool showSlow = true;    // whether slow tables are named
+  std::set<TableId> leftOut = {};
 };
 
 /// One table of the selected sections in the round.
@@ -25,6 +26,7 @@ struct TableProgress {
   int boards = 0;     // to play
   int received = 0;
   TableState state = TableState::NotPlaying;
+  int silentRounds = 0;  // that it had to play just before this one and sent nothing of
 
   /// Whether it still plays as far as pausing and texts are concerned.
   bool StillPlaying() const {

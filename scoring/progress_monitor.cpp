@@ -12,15 +12,19 @@ namespace corvanel {
 namespace {
 
 constexpr double kBlindAfter = 60;  // seconds without a good picture
+constexpr int kSilentRounds = 2;    // after which a table is named to the director
 
 }  // namespace
 
 ProgressInput ProgressMonitor::Input() const {
   const Standing standing = parts_.clock.Now();
   const Options& options = session_.options;
-  return {parts_.clock.State().round, session_.settings.nRounds,
-          standing.phase == Phase::Round ? standing.secondsLeft : 0, options.BMMinPerBoard,
-          options.BMSlowTables};
+  return {parts_.clock.State().round,
+          session_.settings.nRounds,
+          standing.phase == Phase::Round ? standing.secondsLeft : 0,
+          options.BMMinPerBoard,
+          options.BMSlowTables,
+          parts_.link.LeftOut()};
 }
 
 /// Seconds since the last good picture.
@@ -61,10 +65,42 @@ void ProgressMonitor::Follow() {
     Show({});
     return;
   }
+  if (!parts_.link.IsTonights()) {
+    // Shown, and no more: in doubt the clock runs as if there were no link.
+    waitForPlaying_ = true;
+    LetGo();
+    TellSilent({});
+    Show(progress);
+    return;
+  }
   if (progress.Playing() > 0) waitForPlaying_ = false;
   PauseOrResume(progress);
   EndRoundWhenFinished(progress);
+  TellSilent(progress);
   Show(progress);
+}
+
+/// A table that is not there, or whose unit is broken, would hold the others up all evening.
+void ProgressMonitor::TellSilent(const RoundProgress& progress) {
+  std::map<std::string, TableId> silent;
+  for (const TableProgress& table : progress.tables) {
+    if (table.silentRounds < kSilentRounds || table.state == TableState::LeftOut) continue;
+    if (table.received == 0) silent[table.label] = {table.section, table.table};
+  }
+  for (const auto& [label, table] : silent_) {
+    if (!silent.contains(label)) parts_.notices.Clear(NoticeKind::SilentTable, label);
+  }
+  silent_ = silent;
+  for (const auto& [label, table] : silent_) {
+    parts_.notices.Set({NoticeKind::SilentTable,
+                        fmt::format("Table {} has sent nothing for two rounds", label),
+                        "Leave it out", label});
+  }
+}
+
+std::optional<TableId> ProgressMonitor::SilentTable(const std::string& label) const {
+  const auto found = silent_.find(label);
+  return found == silent_.end() ? std::nullopt : std::optional(found->second);
 }
 
 void ProgressMonitor::PauseOrResume(const RoundProgress& progress) {
@@ -112,8 +148,8 @@ void ProgressMonitor::LetGo() {
 
 bool ProgressMonitor::MayEndRound(const RoundProgress& progress) const {
   const ClockState& state = parts_.clock.State();
-  return progress.AllFinished() && !waitForPlaying_ && session_.options.BMAutoMove &&
-         state.phase == Phase::Round && !state.paused;
+  return parts_.link.IsTonights() && progress.AllFinished() && !waitForPlaying_ &&
+         session_.options.BMAutoMove && state.phase == Phase::Round && !state.paused;
 }
 
 /// The file may have been caught half-way: a second look must agree. On a share too slow for that
@@ -137,6 +173,7 @@ void ProgressMonitor::EndRound() {
 }
 
 void ProgressMonitor::SessionStarts() {
+  parts_.notices.Clear(NoticeKind::TakenOver);
   if (!parts_.link.IsOpen()) return;
   parts_.log.LogWrite(
       fmt::format("GetUserInputs - Max boards per set {}", parts_.link.Model().MaxBoardsPerSet()));
@@ -167,6 +204,7 @@ void ProgressMonitor::FileChanged() {
   Guarded(parts_.errors, "frmMain.FileChanged", [&] {
     LetGo();
     lastGood_.reset();
+    TellSilent({});
     // A file that has all results of this round already is an old one.
     waitForPlaying_ = AllFinished();
     face_ = ProgressFace();
@@ -203,9 +241,11 @@ std::string ProgressMonitor::Info(const RoundProgress& progress) const {
                               fmt::join(silent, " "));
   }
   const auto finished = progress.Labels(TableState::Finished);
-  const auto playing = std::count_if(
-      progress.tables.begin(), progress.tables.end(),
-      [](const TableProgress& table) { return table.state != TableState::NotPlaying; });
+  const auto playing =
+      std::count_if(progress.tables.begin(), progress.tables.end(), [](const TableProgress& table) {
+        return table.state != TableState::NotPlaying && table.state != TableState::LeftOut;
+      });
+  if (playing == 0) return unit + "no table plays this round";
   return unit + fmt::format("{} of {} tables finished", finished.size(), playing);
 }
 

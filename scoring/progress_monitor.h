@@ -6,6 +6,7 @@
 #include "clock/round_clock.h"
 #include "scoring/activity_log.h"
 #include "scoring/progress.h"
+#include "session/notices.h"
 #include "session/progress_face.h"
 
 namespace corvanel {
@@ -27,6 +28,7 @@ class ProgressMonitor : public SessionListener {
     const TimeSource& time;
     ActivityLog& log;
     ErrorTrap& errors;
+    Notices& notices;
   };
   explicit ProgressMonitor(const Parts& parts) : parts_(parts) {}
 
@@ -34,6 +36,8 @@ class ProgressMonitor : public SessionListener {
   void TimerBWS_Timer();
   /// The director starts a session.
   void SessionStarts();
+  /// The table whose line says that it sends nothing; nothing when there is no such line.
+  std::optional<TableId> SilentTable(const std::string& label) const;
   /// The clock did something, by whatever hand.
   void Happened(EventKind kind, const std::string& text) override;
   /// The scoring file was closed, or another one opened: a clock that the monitor paused goes on.
@@ -52,6 +56,7 @@ class ProgressMonitor : public SessionListener {
   bool MayEndRound(const RoundProgress& progress) const;
   void BeginRound();
   bool AllFinished() const;
+  void TellSilent(const RoundProgress& progress);
   void Show(const RoundProgress& progress);
   std::string Info(const RoundProgress& progress) const;
   double Age() const;
@@ -63,6 +68,7 @@ class ProgressMonitor : public SessionListener {
   int16_t round_ = 0;               // that began last
   std::optional<double> lastGood_;  // uptime at the last good picture
   ProgressFace face_;
+  std::map<std::string, TableId> silent_;  // that a line tells of
 };
 
 }  // namespace corvanel

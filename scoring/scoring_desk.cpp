@@ -11,6 +11,7 @@ constexpr double kLongestPoll = 0.3;  // seconds
 void ScoringDesk::FileChanged(bool changed) {
   if (!changed) return;
   failedLooks_ = 0;
+  looked_ = false;
   monitor_.FileChanged();
   if (link_.IsOpen()) {
     parts_.timerBWS.Arm(kPollSeconds);
@@ -53,9 +54,21 @@ void ScoringDesk::Happened(EventKind kind, const std::string& text) {
 
 /// A file that is being written cannot be read now and then.
 void ScoringDesk::CheckFile() {
-  if (!link_.IsOpen()) return;
-  parts_.link.database.Read(
-      link_.Path(), [this](const auto& picture) { failedLooks_ = picture ? 0 : failedLooks_ + 1; });
+  if (!link_.IsOpen() || looked_) return;
+  parts_.link.database.Read(link_.Path(), [this](const auto& picture) {
+    looked_ = static_cast<bool>(picture);
+    failedLooks_ = looked_ ? 0 : failedLooks_ + 1;
+  });
+}
+
+void ScoringDesk::Act(const Notice& notice) {
+  const auto silent = monitor_.SilentTable(notice.subject);
+  if (notice.kind == NoticeKind::SilentTable && silent) {
+    link_.LeaveOut(*silent);
+  } else {
+    link_.Act(notice);
+  }
+  monitor_.TimerBWS_Timer();
 }
 
 std::string ScoringDesk::Problem() const {

@@ -25,7 +25,7 @@ class ScoringDesk : public SessionListener {
       : parts_(parts),
         link_(parts.link),
         monitor_({parts.link.session, link_, parts.clock, parts.link.listener, parts.sounds,
-                  parts.link.time, parts.link.log, parts.link.errors}) {}
+                  parts.link.time, parts.link.log, parts.link.errors, parts.link.notices}) {}
 
   /// The control window is shown for the first time: offers the latest scoring file.
   void Suggest() { FileChanged(link_.Suggest()); }
@@ -38,10 +38,13 @@ class ScoringDesk : public SessionListener {
   void SessionStarts() { monitor_.SessionStarts(); }
   /// The options of the link were changed.
   void OptionsChanged();
+  /// The director pressed the button of a line; of one that is about the tables or their file.
+  void Act(const Notice& notice);
   void Poll();
   void Happened(EventKind kind, const std::string& text) override;
 
-  /// Looks whether the file that is open can be followed. Changes and logs nothing.
+  /// Looks once whether the file that is open can be followed, and again while it cannot. Changes
+  /// and logs nothing.
   void CheckFile();
   /// Why it cannot, as the last two looks found; empty when it can.
   std::string Problem() const;
@@ -53,6 +56,7 @@ class ScoringDesk : public SessionListener {
   ScoringLink link_;
   ProgressMonitor monitor_;
   int failedLooks_ = 0;  // one after the other
+  bool looked_ = false;  // and found it in order
 };
 
 }  // namespace corvanel

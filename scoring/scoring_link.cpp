@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "basics/numbers.h"
+#include "scoring/session_identity.h"
 #include "scoring/take_over.h"
 
 namespace corvanel {
@@ -33,8 +34,23 @@ bool ScoringLink::mnuOpenFile_Click() {
 void ScoringLink::mnuCloseFile_Click() {
   path_.clear();
   selected_.clear();
-  model_ = ScoringSession();
+  Forget();
   BWSSetUnitCaptions();
+}
+
+/// What was known of the file, and what was told of it.
+void ScoringLink::Forget() {
+  model_ = ScoringSession();
+  tonights_.reset();
+  other_ = false;
+  for (const auto& [table, sent] : leftOut_) {
+    parts_.notices.Clear(NoticeKind::LeftOutTable, LabelOf(table));
+  }
+  leftOut_.clear();
+  for (const NoticeKind kind :
+       {NoticeKind::ScoringRows, NoticeKind::OtherSession, NoticeKind::TakenOver}) {
+    parts_.notices.Clear(kind);
+  }
 }
 
 void ScoringLink::BWSSetUnitCaptions() {
@@ -98,7 +114,7 @@ bool ScoringLink::Accept(const std::string& path, DateTime modified) const {
 
 bool ScoringLink::AskForFile() {
   const auto path = parts_.prompts.ChooseFileToOpen("Choose a " + UnitName() + " (bws) file",
-                                                    parts_.session.options.BWSfolder, "bws|*.bws");
+                                                    FolderOfThisYear(), "bws|*.bws");
   if (!path) return false;
   Guarded(parts_.errors, "ModScorer.BWSChooseFile", [&] {
     parts_.session.options.BWSfolder = FolderOf(*path);
@@ -134,6 +150,7 @@ bool ScoringLink::BWSOpenFile(const std::string& path) {
     parts_.prompts.Message("You haven't selected any sections");
     return false;
   }
+  Forget();
   path_ = path;
   selected_ = selected;
   Take(picture.Value());
@@ -150,9 +167,9 @@ void ScoringLink::Reopen(const std::string& path, const std::set<int16_t>& secti
     parts_.log.LogOpen("CONTINUE - version " + parts_.version);
     parts_.log.LogWrite("Database " + path);
   });
+  Forget();
   path_ = path;
   selected_ = sections;
-  model_ = ScoringSession();
   step([&] { BWSSetUnitCaptions(); });
   step([&] { ReadNow(); });
 }
@@ -192,8 +209,76 @@ void ScoringLink::Take(const PicturePointer& picture) {
   if (model_.Empty() || picture.get() != &model_.Picture() || selected_ != modelSections_) {
     model_ = ScoringSession(picture, selected_);
     modelSections_ = selected_;
+    CheckSession(picture);
+    CountBackIn();
   }
   parts_.log.LogRead("BWSReadFile", model_);
+}
+
+/// Tells what could not be read, and when the file's place was taken by another session's.
+void ScoringLink::CheckSession(const PicturePointer& picture) {
+  const std::string line = LeftOutLine(*picture);
+  if (line.empty()) {
+    parts_.notices.Clear(NoticeKind::ScoringRows);
+  } else {
+    parts_.log.LogWrite(line);
+    parts_.notices.Set({NoticeKind::ScoringRows, UnitName() + ": " + line});
+  }
+  other_ = tonights_ && !SameSession(*tonights_, *picture, selected_);
+  if (other_) {
+    const std::string& name = picture->sessionName;
+    parts_.notices.Set({NoticeKind::OtherSession,
+                        "The scoring file holds another session now" +
+                            (name.empty() ? "" : ", \"" + name + "\"") +
+                            ": the clock does not follow it",
+                        "It is tonight's"});
+    return;
+  }
+  tonights_ = picture;
+  parts_.notices.Clear(NoticeKind::OtherSession);
+}
+
+/// A table that was left out and sends something plays after all.
+void ScoringLink::CountBackIn() {
+  std::erase_if(leftOut_, [this](const auto& entry) {
+    if (model_.Sent(entry.first) == entry.second) return false;
+    parts_.notices.Clear(NoticeKind::LeftOutTable, LabelOf(entry.first));
+    return true;
+  });
+}
+
+std::set<TableId> ScoringLink::LeftOut() const {
+  std::set<TableId> tables;
+  for (const auto& [table, sent] : leftOut_) tables.insert(table);
+  return tables;
+}
+
+std::string ScoringLink::LabelOf(TableId table) const {
+  const ScoringSection* section = model_.Empty() ? nullptr : model_.Section(table.first);
+  const bool several = section != nullptr && model_.SelectedSections() > 1;
+  return (several ? section->row.letter : "") + std::to_string(table.second);
+}
+
+void ScoringLink::LeaveOut(TableId table) {
+  leftOut_[table] = model_.Sent(table);
+  parts_.log.LogWrite("Table " + LabelOf(table) + " left out");
+  parts_.notices.Set({NoticeKind::LeftOutTable,
+                      fmt::format("Table {} is left out until it sends something", LabelOf(table)),
+                      "Count it again", LabelOf(table)});
+}
+
+void ScoringLink::Act(const Notice& notice) {
+  if (notice.kind == NoticeKind::OtherSession && other_) {
+    tonights_ = model_.Pointer();
+    other_ = false;
+    parts_.notices.Clear(NoticeKind::OtherSession);
+  }
+  const std::map<TableId, size_t> tables = leftOut_;
+  for (const auto& [table, sent] : tables) {
+    if (notice.kind != NoticeKind::LeftOutTable || notice.subject != LabelOf(table)) continue;
+    leftOut_.erase(table);
+    parts_.notices.Clear(NoticeKind::LeftOutTable, notice.subject);
+  }
 }
 
 /// Takes over what the file says of the session.
@@ -201,9 +286,11 @@ void ScoringLink::BWSUpdateTimerSettings() {
   std::optional<ClockTime> start;
   if (parts_.session.options.BMUpdateSettings) {
     start = model_.Picture().SessionStart().TimeOfDay();
-    if (!TakeOver(model_, parts_.session)) {
-      parts_.prompts.Message("Sections have different numbers of boards per round");
-    }
+    const bool alike = TakeOver(model_, parts_.session);
+    parts_.notices.Set(
+        {NoticeKind::TakenOver, fmt::format("Taken over from {}: {}", FileName(path_),
+                                            TakenOverText(model_, parts_.session.settings))});
+    if (!alike) parts_.prompts.Message("Sections have different numbers of boards per round");
   }
   parts_.opened(start);
 }

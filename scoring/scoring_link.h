@@ -11,6 +11,7 @@
 #include "scoring/activity_log.h"
 #include "scoring/scoring_database.h"
 #include "scoring/scoring_session.h"
+#include "session/notices.h"
 #include "session/prompts.h"
 #include "settings/settings_table.h"
 
@@ -29,6 +30,7 @@ class ScoringLink : public FollowedScoring {
     ErrorTrap& errors;
     const TimeSource& time;
     ActivityLog& log;
+    Notices& notices;
     std::string version;  // of the program, for the log
     /// Lets the director choose among sections: one answer for each line, none when he cancelled.
     std::function<std::vector<bool>(const std::string& sessionName,
@@ -60,7 +62,14 @@ class ScoringLink : public FollowedScoring {
   /// Writes the unit's name where it stands; an empty name becomes "Bridgemate".
   void BWSSetUnitCaptions();
 
+  /// A table does not count any more, until it sends something or the director counts it again.
+  void LeaveOut(TableId table);
+  /// The director pressed the button of a line about the file.
+  void Act(const Notice& notice);
+
   bool IsOpen() const override { return !path_.empty(); }
+  bool IsTonights() const override { return !other_; }
+  std::set<TableId> LeftOut() const override;
   const ScoringSession& Model() const override { return model_; }
   const std::string& Path() const { return path_; }
   /// The chosen sections, by their numbers in the file.
@@ -74,14 +83,21 @@ class ScoringLink : public FollowedScoring {
   bool AskForFile();
   Result<PicturePointer> ReadPatiently(const std::string& path);
   std::set<int16_t> ChooseSections(const ScoringPicture& picture);
+  void Forget();
   void Take(const PicturePointer& picture);
+  void CheckSession(const PicturePointer& picture);
+  void CountBackIn();
+  std::string LabelOf(TableId table) const;
   void BWSUpdateTimerSettings();
 
   Parts parts_;
   std::string path_;
   std::set<int16_t> selected_;
   ScoringSession model_;
-  std::set<int16_t> modelSections_;  // that the model was made for
+  std::set<int16_t> modelSections_;    // that the model was made for
+  PicturePointer tonights_;            // the last one of the session that the file was opened for
+  bool other_ = false;                 // the file holds another session's now
+  std::map<TableId, size_t> leftOut_;  // with how many results they had sent then
 };
 
 }  // namespace corvanel

@@ -150,6 +150,13 @@ const ReceivedBoards* ScoringSession::Received(int16_t section, int16_t table,
   return found == received_.end() ? nullptr : &found->second;
 }
 
+size_t ScoringSession::Sent(TableId table) const {
+  return static_cast<size_t>(
+      std::count_if(results_.begin(), results_.end(), [&](const ResultRow* row) {
+        return row->Section == table.first && row->Table == table.second;
+      }));
+}
+
 bool ScoringSession::Heard(int16_t section, int16_t table) const {
   return heard_.contains(KeyOf(section, table));
 }

@@ -12,6 +12,9 @@
 
 namespace corvanel {
 
+/// A table of a session: its section's ID, and its number.
+using TableId = std::pair<int16_t, int16_t>;
+
 /// What a table does in one round.
 struct TableRound {
   int16_t nsPair = 0;
@@ -55,6 +58,7 @@ class ScoringSession {
   ScoringSession(PicturePointer picture, const std::set<int16_t>& selected);
 
   const ScoringPicture& Picture() const { return *picture_; }
+  const PicturePointer& Pointer() const { return picture_; }
   bool Empty() const { return picture_ == nullptr; }
   const std::vector<ScoringSection>& Sections() const { return sections_; }
   /// The section with an ID; null when there is none.
@@ -63,6 +67,8 @@ class ScoringSession {
   const std::vector<const ResultRow*>& Results() const { return results_; }
   /// What a table has sent in a round; null when nothing.
   const ReceivedBoards* Received(int16_t section, int16_t table, int16_t round) const;
+  /// How many results a table has sent, those that were taken back among them.
+  size_t Sent(TableId table) const;
   /// Whether a table of a section has sent anything at all.
   bool Heard(int16_t section, int16_t table) const;
 
@@ -96,6 +102,10 @@ class FollowedScoring {
   /// false, and the model as it was, when there is no good picture.
   virtual void BWSReadFile(std::function<void(bool read)> done) = 0;
   virtual const ScoringSession& Model() const = 0;
+  /// Whether the file still holds the session that it was opened for, or the director says so.
+  virtual bool IsTonights() const = 0;
+  /// The tables that the director has left out, as far as they have sent nothing since.
+  virtual std::set<TableId> LeftOut() const = 0;
 };
 
 /// The IDs of all sections of a picture.

@@ -1,5 +1,7 @@
 #include "scoring/take_over.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 
 #include "basics/numbers.h"
@@ -36,12 +38,23 @@ bool TakeMinutes(const ScoringSession& scoring, Session& session) {
 bool TakeOver(const ScoringSession& scoring, Session& session) {
   SessionSettings& s = session.settings;
   if (scoring.Rounds() > 0) s.nRounds = scoring.Rounds();
-  const std::string& name = scoring.Picture().sessionName;
-  if (!name.empty()) s.Header = name;
+  s.Header = scoring.Picture().sessionName;
   const MovementMarks marks = MarksOf(scoring);
   s.Skip = marks.skip;
   s.Arrow = marks.arrow;
   return TakeMinutes(scoring, session);
+}
+
+std::string TakenOverText(const ScoringSession& scoring, const SessionSettings& settings) {
+  std::string text = fmt::format("{} rounds", settings.nRounds);
+  if (scoring.MaxBoardsPerSet() > 0) {
+    text += fmt::format(" of {} boards, {} minutes each, break of {} minutes after round {}",
+                        scoring.MaxBoardsPerSet(), SingleText(settings.MinPerRound),
+                        SingleText(settings.TimeForBreak), settings.BreakAfterRound);
+  }
+  if (!settings.Skip.Empty()) text += ", skip after " + std::string(settings.Skip.Text());
+  if (!settings.Arrow.Empty()) text += ", arrow-switch after " + std::string(settings.Arrow.Text());
+  return text + (settings.Header.empty() ? ", no title" : ", title");
 }
 
 }  // namespace corvanel

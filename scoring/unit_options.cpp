@@ -83,7 +83,8 @@ std::optional<std::string> UnitOptions::cmdOK_Click(KeysAndValues texts, const U
     if (!Leave(key, text)) return key;
     text = SingleText(static_cast<float>(Val(text)));
   }
-  texts.emplace_back("BMPauseSound", sound_);
+  // One that was not chosen stays a default that moves with the program.
+  if (sound_ != parts_.session.options.BMPauseSound) texts.emplace_back("BMPauseSound", sound_);
   texts.emplace_back("TabletopUnit", unit.Name());
   Guarded(parts_.errors, "frmOptionsBridgemate.cmdOK_Click",
           [&] { parts_.table.TakeOptions(texts); });

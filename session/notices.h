@@ -6,7 +6,7 @@
 namespace corvanel {
 
 /// What a line for the director is about; there is at most one line about each, of unheard cues
-/// one for each file, of windows one for each.
+/// one for each file, of windows and tables one for each.
 enum class NoticeKind {
   Away,         // the computer was asleep
   Record,       // the session cannot be written down
@@ -19,8 +19,13 @@ enum class NoticeKind {
   SoundDevice,
   Scoring,
   SecondScreen,
-  Awake,  // nothing keeps the computer awake
-  Window  // is not on the screen that it was meant for
+  Awake,         // nothing keeps the computer awake
+  Window,        // is not on the screen that it was meant for
+  TakenOver,     // from a scoring file into the settings
+  ScoringRows,   // of the scoring file that could not be read
+  OtherSession,  // is what the scoring file holds
+  SilentTable,   // sends nothing
+  LeftOutTable   // does not count until it sends something
 };
 
 /// A line for the director: shown on his screen and never on the room's, until it is mended or
@@ -29,7 +34,7 @@ struct Notice {
   NoticeKind kind;
   std::string text;
   std::string action = {};   // what the director can have done about it; empty when nothing
-  std::string subject = {};  // the sound file or the window that it is about
+  std::string subject = {};  // the sound file, window or table that it is about
 
   bool operator==(const Notice&) const = default;
 };

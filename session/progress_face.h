@@ -13,6 +13,7 @@ enum class TableState {
   Slow,        // the same, when the round is nearly over
   NotPlaying,  // a table that sits out
   Silent,      // has sent nothing all evening
+  LeftOut,     // does not count, as the director wants it, until it sends something
 };
 
 /// One table of the grid.

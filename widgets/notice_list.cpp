@@ -48,7 +48,7 @@ QWidget* NoticeList::LineOf(const Notice& notice, const QString& more) {
   };
   if (!notice.action.empty()) {
     connect(add("cmdNotice", QString::fromStdString(notice.action)), &QToolButton::clicked, this,
-            [this, kind = notice.kind] { emit ActionWanted(kind); });
+            [this, notice] { emit ActionWanted(notice); });
   }
   QToolButton* dismiss = add("cmdNoticeClose", QStringLiteral("×"));
   dismiss->setProperty("quiet", true);

@@ -21,7 +21,7 @@ class NoticeList : public QFrame {
 
  signals:
   /// The button of a line was pressed.
-  void ActionWanted(NoticeKind kind);
+  void ActionWanted(const Notice& notice);
   void Dismissed(const Notice& notice);
 
  private:

@@ -319,6 +319,7 @@ void FrmMain::ShowScoring(const std::string& unit, const std::string& file) {
   ui_->mnuOptionsBridgemate->setText(CaptionOf(QString::fromStdString(unit), "gds") + "...");
   const QString path = QString::fromStdString(file);
   const QString name = path.section('/', -1);
+  ui_->mnuCloseFile->setEnabled(!name.isEmpty());
   ui_->lblScoringFile->setText(name.isEmpty() ? QString() : tr("Scoring file: ") + name);
   ui_->lblScoringFile->setToolTip(path);
 }

@@ -58,7 +58,7 @@ class FrmMain : public QMainWindow, public ControlWindowView, public SessionList
   void FavouriteSaveWanted(const std::string& name);
   void FavouriteDeleteWanted(const std::string& name);
   /// Of a line for the director.
-  void NoticeActionWanted(NoticeKind kind);
+  void NoticeActionWanted(const Notice& notice);
   void NoticeDismissed(const Notice& notice);
 
  protected:

@@ -49,7 +49,7 @@ class CommandBar : public QFrame {
   void Wanted(DisplayCommand command);
   void MinutesMoved(int value);
   /// Of a line for the director.
-  void NoticeActionWanted(NoticeKind kind);
+  void NoticeActionWanted(const Notice& notice);
   void NoticeDismissed(const Notice& notice);
 
  private:

@@ -72,7 +72,7 @@ class DisplayWindow : public QWidget, public DisplayForm, public SessionListener
   /// It stands where the window system put it, on the screen that it was meant for or not.
   void Landed(bool there);
   /// Of a line for the director.
-  void NoticeActionWanted(NoticeKind kind);
+  void NoticeActionWanted(const Notice& notice);
   void NoticeDismissed(const Notice& notice);
 
  protected:

@@ -100,6 +100,7 @@ void TableGridView::PaintCell(QPainter& painter, const TableCell& cell, const QR
       ink = Qt::black;
       break;
     case TableState::NotPlaying:
+    case TableState::LeftOut:
       ink = kNotPlaying;
       outline = QPen(Receding(0, kFaintLine), line, Qt::DotLine);
       break;

@@ -33,6 +33,7 @@ class ScoringDeskTest : public testing::Test {
                 .errors = bench.clocks.errors,
                 .time = bench.clocks.time,
                 .log = bench.activity,
+                .notices = bench.notices,
                 .version = "1.2.03",
                 .chooseSections = [](const auto& /*name*/,
                                      const auto& /*lines*/) { return std::vector<bool>(); },

@@ -94,7 +94,7 @@ TEST_F(ScoringLinkTest, TakesTheSessionsShapeOver) {
   picture.sessionName.clear();
   for (RoundRow& row : picture.rounds) row.CustomBoards = "1,2,3,4,5,6,7,8,9,10,11,12,13";
   bench.Open(picture);
-  EXPECT_EQ(session.settings.Header, "Test pairs");
+  EXPECT_EQ(session.settings.Header, "");
   EXPECT_EQ(session.settings.BreakAfterRound, 0);
   session.options.BMUpdateSettings = false;
   bench.Open(Mitchell(4, 3, 2));
@@ -251,6 +251,7 @@ TEST_F(ScoringLinkTest, WhatComesLateOfTheFileBeforeIsNotTaken) {
                     .errors = bench.clocks.errors,
                     .time = bench.clocks.time,
                     .log = bench.activity,
+                    .notices = bench.notices,
                     .version = "1.2.03",
                     .chooseSections = [](const auto&, const auto&) { return std::vector<bool>(); },
                     .opened = [](auto) {}});

@@ -53,6 +53,7 @@ class ScoringBench : public LogStorage, public SessionListener {
     shownFile = file;
   }
   void ShowTables(const ProgressFace& shown) override { face = shown; }
+  void ShowNotices(const std::vector<Notice>& shown) override { lines = shown; }
 
   /// Takes over a picture as the open file's content.
   void Open(const ScoringPicture& picture);
@@ -69,11 +70,13 @@ class ScoringBench : public LogStorage, public SessionListener {
   std::string unitCaption;
   std::string shownFile;
   ProgressFace face;
+  std::vector<Notice> lines;  // for the director
   FavouritesBench base;
   ClockBench& clocks = base.bench;
   Session& session = base.session;
   FakeDatabase database;
   ActivityLog activity{session, clocks.time, *this};
+  Notices notices{*this};
   ScoringLink link{{.session = session,
                     .table = base.table,
                     .database = database,
@@ -83,6 +86,7 @@ class ScoringBench : public LogStorage, public SessionListener {
                     .errors = clocks.errors,
                     .time = clocks.time,
                     .log = activity,
+                    .notices = notices,
                     .version = "1.2.03",
                     .chooseSections =
                         [this](const auto& /*name*/, const auto& lines) {
@@ -91,7 +95,7 @@ class ScoringBench : public LogStorage, public SessionListener {
                         },
                     .opened = [this](auto start) { base.control.ScoringFileOpened(start); }}};
   ProgressMonitor monitor{{session, link, clocks.clock, clocks.broadcast, clocks, clocks.time,
-                           activity, clocks.errors}};
+                           activity, clocks.errors, notices}};
 };
 
 }  // namespace corvanel

@@ -168,7 +168,7 @@ TEST_F(DirectorsLinesTest, LinesForTheDirectorStandOnHisScreenAndNotOnTheRooms) 
   std::vector<Notice> dismissed;
   for (DisplayWindow* display : displays) {
     QObject::connect(display, &DisplayWindow::NoticeActionWanted,
-                     [&](NoticeKind kind) { actions.push_back(kind); });
+                     [&](const Notice& notice) { actions.push_back(notice.kind); });
     QObject::connect(display, &DisplayWindow::NoticeDismissed,
                      [&](const Notice& notice) { dismissed.push_back(notice); });
     display->ShowNotices(notices);
