@@ -7,10 +7,9 @@
 namespace corvanel {
 namespace {
 
-constexpr double kWrongClock = 25;    // minutes off the other tables all evening
-constexpr double kFarOff = 75;        // minutes off its round: a result that tells nothing
-constexpr double kBreak = 8;          // minutes in which a whole section played nothing
-constexpr double kFirstResult = 45;   // minutes from the session's start within which one comes
+constexpr double kWrongClock = 25;  // minutes off the other tables all evening
+constexpr double kFarOff = 75;      // minutes off its round: a result that tells nothing
+constexpr double kOnTime = 3;       // minutes that a first round may begin off the session's start
 constexpr double kUsualPerBoard = 7;  // minutes, where the results tell nothing better
 constexpr size_t kLastTables = 3;
 
@@ -102,80 +101,118 @@ class SectionClock {
     return {eastWest ? row.ewPair : row.nsPair, shared_ && eastWest};
   }
 
-  /// When a table could begin a round: both its pairs were free. Whoever sat out the round before
-  /// begins with the others.
-  double FreeAt(const TableRound& row, double others) const {
+  /// When both pairs of a table were free. Whoever sat out the round before, or has not played yet,
+  /// is free from its beginning on.
+  double FreeAt(const TableRound& row, double began) const {
     double free = 0;
     for (const bool eastWest : {false, true}) {
       const auto finished = finishes_.find(PairAt(row, eastWest));
       const bool sat = finished == finishes_.end() || finished->second.first != lastRound_;
-      free = std::max(free, sat ? others : finished->second.second);
+      free = std::max(free, sat ? began : finished->second.second);
     }
     return free;
   }
 
-  /// When the first round began: at the session's start, or so long before the first results as a
-  /// board takes.
-  double FirstStart(int16_t round) const {
+  /// When a round began in the section: for most tables as long before their first result as their
+  /// later boards took. The first one at the session's start, when that agrees.
+  double BeginOf(int16_t round) const {
+    std::vector<double> begins;
     std::vector<double> firsts;
     for (const auto& [place, minutes] : sendings_) {
-      if (place.second == round)
-        firsts.push_back(*std::min_element(minutes.begin(), minutes.end()));
+      if (place.second != round) continue;
+      const auto [first, last] = std::minmax_element(minutes.begin(), minutes.end());
+      firsts.push_back(*first - kUsualPerBoard);
+      const auto others = static_cast<double>(minutes.size() - 1);
+      if (others > 0) begins.push_back(*first - (*last - *first) / others);
     }
-    const double first = Median(firsts);
+    const double begin = Median(begins.empty() ? firsts : begins);
     const double start = static_cast<double>(session_.Picture().SessionStart().seconds) / 60;
-    return first > start && first - start < kFirstResult ? start : first - kUsualPerBoard;
+    return !lastRound_ && std::abs(begin - start) <= kOnTime ? start : begin;
   }
 
   void TakeRound(int16_t round) {
-    struct Played {
-      int16_t table;
-      const TableRound* row;
-      double start;
-      double first;
-      double last;
-      int boards;
-    };
-    std::vector<Played> played;
-    std::vector<double> waits;
-    const double sectionStart = lastEnd_.value_or(FirstStart(round));
+    const double began = BeginOf(round);
+    std::vector<std::pair<double, int16_t>> order;  // of finishing
     for (const auto& [place, minutes] : sendings_) {
       const TableRound* row = section_.Find(place.first, round);
       if (place.second != round || row == nullptr) continue;
       const auto [first, last] = std::minmax_element(minutes.begin(), minutes.end());
-      const double start = std::min(FreeAt(*row, sectionStart), *first);
-      played.push_back({place.first, row, start, *first, *last, static_cast<int>(minutes.size())});
-      waits.push_back(*first - start - kUsualPerBoard);
+      const double free = std::min(FreeAt(*row, began), *first);
+      const double start = std::min(std::max(free, began), *first);
+      times_.times[place] = {*last - start,
+                             lastRound_ ? start - free : 0,
+                             static_cast<int>(minutes.size()),
+                             {std::llround(*last * 60)}};
+      order.emplace_back(*last, place.first);
     }
-    if (played.empty()) return;
-    // Nobody sent anything for long: that was the break.
-    const double wait = Median(waits);
-    const double pause = lastEnd_ && wait > kBreak ? wait : 0;
-    double began = 1e18;
-    std::vector<std::pair<double, int16_t>> order;
-    for (const Played& table : played) {
-      const double start = std::min(table.start + pause, table.first);
-      times_.times[{table.table, round}] = {
-          table.last - start, table.boards, {std::llround(table.last * 60)}};
-      began = std::min(began, start);
-      order.emplace_back(table.last, table.table);
-    }
+    if (order.empty()) return;
     std::sort(order.rbegin(), order.rend());
+    if (lastRound_) {
+      RoundSummary& before = times_.rounds.back();
+      before.minutes = std::min(before.minutes, began - lastBegan_);
+    }
     RoundSummary summary{round, order.front().first - began, {}};
     for (const auto& [last, table] : order) {
       if (summary.lastTables.size() < kLastTables) summary.lastTables.push_back(table);
+      const TableRound& row = *section_.Find(table, round);
+      for (const bool eastWest : {false, true}) finishes_[PairAt(row, eastWest)] = {round, last};
     }
     times_.rounds.push_back(summary);
-    for (const Played& table : played) {
-      for (const bool eastWest : {false, true}) {
-        finishes_[PairAt(*table.row, eastWest)] = {round, table.last};
+    lastBegan_ = began;
+    lastRound_ = round;
+  }
+
+  /// How much longer a table took for a board than the others of the round.
+  double ExcessOf(const TableAndRound& place, const RoundTime& time) const {
+    std::vector<double> others;
+    for (const auto& [other, round] : times_.times) {
+      if (other.second == place.second && round.boards > 0) {
+        others.push_back(round.minutes / round.boards);
       }
     }
-    std::vector<double> ends;
-    ends.reserve(order.size());
-    for (const auto& [last, table] : order) ends.push_back(last);
-    lastEnd_ = Median(ends);
-    lastRound_ = round;
+    return time.boards == 0 ? 0 : time.minutes / time.boards - Median(others);
+  }
+
+  /// Shares what a table took beyond the others between its two pairs: each gets what remains when
+  /// what the other is known for is taken off, over and over until it stands.
+  void ShareOut(std::map<Pair, PlayerTimes>& pairs) const {
+    constexpr int kPasses = 60;
+    constexpr double kCaution = 0.5;  // of a round in which a pair would have been as quick as most
+    for (int pass = 0; pass < kPasses; ++pass) {
+      std::map<Pair, double> sums;
+      ForEachMeeting([&](const Pair& one, const Pair& other, double excess) {
+        sums[one] += excess - pairs[other].excess;
+      });
+      for (auto& [pair, sum] : sums) {
+        // Half way, or the two of a table would overshoot each other.
+        const double wanted = sum / (pairs[pair].rounds + kCaution);
+        pairs[pair].excess += (wanted - pairs[pair].excess) / 2;
+      }
+    }
+    std::map<Pair, double> squares;
+    ForEachMeeting([&](const Pair& one, const Pair& other, double excess) {
+      const double left = excess - pairs[one].excess - pairs[other].excess;
+      squares[one] += left * left;
+    });
+    for (auto& [pair, player] : pairs) {
+      const double rounds = std::max(player.rounds, 1);
+      player.sure = rounds < 2 ? std::abs(player.excess)
+                               : std::sqrt(squares[pair] / (rounds - 1)) / std::sqrt(rounds);
+    }
+  }
+
+  /// Each pair with the one it met, and what their table took beyond the others.
+  template <class Take>
+  void ForEachMeeting(Take take) const {
+    for (const auto& [place, time] : times_.times) {
+      const TableRound* row = section_.Find(place.first, place.second);
+      const double excess = ExcessOf(place, time);
+      const Pair one = PairAt(*row, false);
+      const Pair other = PairAt(*row, true);
+      if (one.number == 0 || other.number == 0) continue;
+      take(one, other, excess);
+      take(other, one, excess);
+    }
   }
 
   static void Add(PlayerTimes& player, int16_t round, const RoundTime& time) {
@@ -230,6 +267,7 @@ class SectionClock {
       player.label = std::to_string(table);
       times_.byTable.push_back(player);
     }
+    ShareOut(pairs);
     for (auto& [pair, player] : pairs) {
       player.label = LabelOf(pair);
       player.names = NamesOf(pair);
@@ -237,7 +275,7 @@ class SectionClock {
     }
     std::stable_sort(
         times_.byPair.begin(), times_.byPair.end(),
-        [](const PlayerTimes& a, const PlayerTimes& b) { return a.PerBoard() > b.PerBoard(); });
+        [](const PlayerTimes& a, const PlayerTimes& b) { return a.excess > b.excess; });
   }
 
   const ScoringSession& session_;
@@ -247,7 +285,7 @@ class SectionClock {
   std::set<int16_t> rounds_;
   std::map<Pair, std::pair<int16_t, double>> finishes_;  // last round played, and its end
   int16_t lastRound_ = 0;
-  std::optional<double> lastEnd_;  // of the round before, for most tables
+  double lastBegan_ = 0;  // the round before
   SectionTimes times_;
 };
 

@@ -3,6 +3,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "scoring/scoring_session.h"
@@ -11,7 +12,9 @@ namespace corvanel {
 
 /// How long a table took for a round.
 struct RoundTime {
-  double minutes = 0;  // from when both its pairs were free to its last result
+  double minutes = 0;  // of play: to its last result
+  double waited = 0;   // minutes before that, from when both its pairs were free: for the others,
+                      // the clock, the move, a break
   int boards = 0;
   DateTime finish;  // its last result, by a clock that is right
 };
@@ -25,12 +28,15 @@ struct PlayerTimes {
   double total = 0;  // minutes
   int16_t slowestRound = 0;
   double slowest = 0;  // minutes
+  double excess = 0;   // minutes a board beyond what the others took at the same time
+  double sure = 0;     // by how much that may well be wrong
 
   double PerBoard() const { return boards == 0 ? 0 : total / boards; }
   double Mean() const { return rounds == 0 ? 0 : total / rounds; }
 };
 
-/// A round of a section: from its start to the last result, and the tables that came last.
+/// A round of a section: from its start to the last result, or to where the next one began; and the
+/// tables that came last.
 struct RoundSummary {
   int16_t round = 0;
   double minutes = 0;
@@ -43,16 +49,25 @@ struct SectionTimes {
   std::vector<RoundSummary> rounds;
   std::map<std::pair<int16_t, int16_t>, RoundTime> times;  // by table and round
   std::vector<PlayerTimes> byTable;                        // in table order
-  std::vector<PlayerTimes> byPair;                         // the slowest per board first
+  std::vector<PlayerTimes> byPair;                         // the slowest beside the others first
 };
 
 /// The play times of a session's selected sections.
 ///
-/// A round begins for a table when both its pairs have finished the one before; a break that the
-/// whole section took is no play time. A board counts from when its result first came, so that a
-/// correction or a second sending changes nothing. A unit whose clock is wrong all evening is set
-/// right by the other tables; a single result that lies hours away from its round is passed over.
+/// Play begins for a table when both its pairs are free and the round has begun in its section:
+/// when most of its tables began, as the spacing of their results tells. So waiting for the clock,
+/// the move and the break are no play time. Pairs are ranked by what their tables took beyond the
+/// others at the same time, shared fairly with those they met. A board counts from when its result
+/// first came, so that a correction or a second sending changes nothing. A unit whose clock is
+/// wrong all evening is set right by the other tables; a single result that lies hours away from
+/// its round is passed over.
 std::vector<SectionTimes> PlayTimesOf(const ScoringSession& session);
+
+/// What is measured, in a sentence for the reader.
+inline constexpr std::string_view kWhatIsMeasured =
+    "Play is timed from when both pairs are free and the round has begun to the table's last "
+    "result; "
+    "waiting and moving do not count.";
 
 /// The report as text, one section after the other.
 std::string PlayTimeReport(const ScoringSession& session, const std::vector<SectionTimes>& times);

@@ -9,9 +9,15 @@ namespace {
 constexpr std::string_view kEnd = "\r\n";
 
 std::string RankLine(const PlayerTimes& player) {
-  return fmt::format("{:>6} {:>10.1f} {:>8.1f} {:>8.1f} {:>8} ({:.1f})  {}", player.label,
+  return fmt::format("{:>6} {:>10.1f} {:>8.1f} {:>8.1f} {:>8} ({:.1f})", player.label,
                      player.PerBoard(), player.total, player.Mean(), player.slowestRound,
-                     player.slowest, player.names);
+                     player.slowest);
+}
+
+/// Of a pair also how it stands beside the others, and how sure that is.
+std::string PairLine(const PlayerTimes& pair) {
+  return RankLine(pair) +
+         fmt::format("  {:>+5.1f} +-{:.1f}  {}", pair.excess, pair.sure, pair.names);
 }
 
 std::string RankTitle(std::string_view who) {
@@ -26,6 +32,7 @@ std::string PlayTimeReport(const ScoringSession& session, const std::vector<Sect
   const auto line = [&](const std::string& added) { text += std::string(kEnd) + added; };
   if (!session.Picture().sessionName.empty()) line(session.Picture().sessionName);
   line(DateAndTimeText(session.Picture().SessionStart()));
+  line(std::string(kWhatIsMeasured));
   for (const SectionTimes& section : times) {
     line("");
     line("Section " + section.letter);
@@ -43,8 +50,8 @@ std::string PlayTimeReport(const ScoringSession& session, const std::vector<Sect
     line(RankTitle("Table"));
     for (const PlayerTimes& table : section.byTable) line(RankLine(table));
     line("");
-    line(RankTitle("Pair"));
-    for (const PlayerTimes& pair : section.byPair) line(RankLine(pair));
+    line(RankTitle("Pair") + "  beside the others, per board");
+    for (const PlayerTimes& pair : section.byPair) line(PairLine(pair));
   }
   return text + std::string(kEnd);
 }

@@ -16,6 +16,8 @@ constexpr double kMargin = 36;
 constexpr double kPairsWidth = 380;
 constexpr size_t kPairs = 16;  // ranked
 constexpr int kPictureScale = 2;
+constexpr double kLeastWait = 0.5;   // minutes, that are worth a word
+constexpr double kLeastForTwo = 26;  // height of a cell that holds two lines
 
 constexpr QColor kInk(0x1C, 0x25, 0x33);
 constexpr QColor kQuiet(0x6B, 0x76, 0x86);
@@ -105,7 +107,10 @@ void PlayTimePage::PaintSection(QPainter& painter, const SectionTimes& section) 
   SetFont(painter, 16);
   painter.drawText(QRectF(kMargin, kMargin + 38, kPageWidth - 2 * kMargin, 24), Qt::AlignLeft,
                    QString::fromStdString(title_));
-  const double top = kMargin + 84;
+  SetFont(painter, 14);
+  painter.drawText(QRectF(kMargin, kMargin + 62, kPageWidth - 2 * kMargin, 22), Qt::AlignLeft,
+                   QString::fromUtf8(kWhatIsMeasured.data(), kWhatIsMeasured.size()));
+  const double top = kMargin + 106;
   const double height = kPageHeight - top - kMargin;
   if (section.times.empty()) {
     painter.drawText(QRectF(kMargin, top, kPageWidth, 30), Qt::AlignLeft,
@@ -129,7 +134,7 @@ void PlayTimePage::PaintHeatMap(QPainter& painter, const SectionTimes& section,
   painter.setPen(kQuiet);
   SetFont(painter, 15);
   painter.drawText(QRectF(place.x(), place.y(), place.width(), 20), Qt::AlignLeft,
-                   tr("Minutes of each table in each round"));
+                   tr("Minutes of play of each table in each round, above what it waited before"));
   const double top = place.y() + head;
   SetFont(painter, std::clamp(cellHeight * 0.45, 7.0, 15.0), QFont::DemiBold);
   for (size_t c = 0; c < section.rounds.size(); ++c) {
@@ -157,7 +162,14 @@ void PlayTimePage::PaintHeatMap(QPainter& painter, const SectionTimes& section,
       painter.setBrush(HeatOf(share));
       painter.drawRoundedRect(cell, 4, 4);
       painter.setPen(kInk);
-      painter.drawText(cell, Qt::AlignCenter, Minutes(time->second.minutes));
+      const QRectF played(cell.x(), cell.y() + 1, cell.width(), cell.height() * 0.6);
+      painter.drawText(played, Qt::AlignCenter, Minutes(time->second.minutes));
+      if (time->second.waited < kLeastWait || cell.height() < kLeastForTwo) continue;
+      painter.save();
+      SetFont(painter, std::clamp(cellHeight * 0.26, 7.0, 11.0));
+      painter.drawText(QRectF(cell.x(), played.bottom(), cell.width(), cell.height() * 0.34),
+                       Qt::AlignCenter, tr("waited %1").arg(Minutes(time->second.waited)));
+      painter.restore();
     }
   }
 }
@@ -167,11 +179,11 @@ void PlayTimePage::PaintPairs(QPainter& painter, const SectionTimes& section,
   painter.setPen(kQuiet);
   SetFont(painter, 15);
   painter.drawText(QRectF(place.x(), place.y(), place.width(), 20), Qt::AlignLeft,
-                   tr("Slowest pairs, minutes per board"));
+                   tr("Pairs: minutes a board beyond the others"));
   const size_t count = std::min(kPairs, section.byPair.size());
   const double row = std::min((place.height() - 46) / static_cast<double>(kPairs), 40.0);
   const double label = 56;
-  const double longest = count == 0 ? 1 : std::max(section.byPair.front().PerBoard(), 0.1);
+  const double longest = count == 0 ? 1 : std::max(section.byPair.front().excess, 0.1);
   for (size_t i = 0; i < count; ++i) {
     const PlayerTimes& pair = section.byPair[i];
     const double y = place.y() + 46 + row * static_cast<double>(i) - 22;
@@ -179,15 +191,18 @@ void PlayTimePage::PaintPairs(QPainter& painter, const SectionTimes& section,
     SetFont(painter, 15, QFont::DemiBold);
     painter.drawText(QRectF(place.x(), y, label - 10, row), Qt::AlignVCenter | Qt::AlignRight,
                      QString::fromStdString(pair.label));
-    const double most = place.width() - label - 54;
-    const double width = most * pair.PerBoard() / longest;
+    const double most = place.width() - label - 110;
+    const double width = most * std::max(pair.excess, 0.0) / longest;
     const QRectF bar(place.x() + label, y + row * 0.08, width, row * 0.42);
     painter.setPen(Qt::NoPen);
     painter.setBrush(kBar);
     painter.drawRoundedRect(bar, 3, 3);
     painter.setPen(kInk);
-    painter.drawText(QRectF(bar.right() + 8, bar.y() - 4, 50, bar.height() + 8), Qt::AlignVCenter,
-                     Minutes(pair.PerBoard()));
+    painter.drawText(QRectF(bar.right() + 8, bar.y() - 4, 110, bar.height() + 8), Qt::AlignVCenter,
+                     QString("%1%2 ± %3")
+                         .arg(pair.excess <= -0.05 ? "−" : "+")
+                         .arg(std::abs(pair.excess), 0, 'f', 1)
+                         .arg(pair.sure, 0, 'f', 1));
     painter.setPen(kQuiet);
     SetFont(painter, 12);
     const QString names =

@@ -4,7 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <fstream>
+#include <iterator>
 
+#include "scoring/read_picture.h"
 #include "tests/support/scoring_bench.h"
 
 namespace corvanel {
@@ -98,6 +101,55 @@ TEST_F(PlayTimeTest, WrongClocksLateAndRepeatedResultsChangeLittle) {
     EXPECT_NEAR(after.times.at(place).minutes, time.minutes, 3.1)
         << "table " << place.first << " round " << place.second;
   }
+}
+
+/// What the clock of a fixture's evening did: rounds of 20 minutes and a minute's move from 19:30.
+constexpr double kFirstStart = 19 * 60 + 30;
+constexpr double kRoundAndMove = 21;
+
+// Rounds that a clock holds together: the wait for it is no play time, and the table that is slow
+// in truth stands out.
+TEST(PlayTimesOfAnEveningTest, AreTheTrueOnesToHalfAMinute) {
+  for (const char* name : {"friday.bws", "live/19-2210.bws"}) {
+    SCOPED_TRACE(name);
+    std::ifstream in(std::string(CORVANEL_FIXTURES) + "/" + name, std::ios::binary);
+    const std::string bytes(std::istreambuf_iterator<char>(in), {});
+    const auto picture = std::make_shared<ScoringPicture>(ReadScoringPicture(bytes).Value());
+    const SectionTimes times = PlayTimesOf(ScoringSession(picture, {1})).at(0);
+    EXPECT_EQ(times.times.size(), 56U);
+    std::map<std::pair<int, int>, double> finishes;  // by pair and round
+    const auto minutes = [](DateTime time) { return time.TimeOfDay().Seconds() / 60; };
+    const ScoringSession session(picture, {1});
+    for (int16_t round = 1; round <= 7; ++round) {
+      for (const auto& [table, rounds] : session.Sections()[0].rounds) {
+        const RoundTime& time = times.times.at({table, round});
+        double began = kFirstStart + kRoundAndMove * (round - 1);
+        for (const int pair : {rounds.at(round).nsPair, rounds.at(round).ewPair}) {
+          began = std::max(began, finishes[{pair, round - 1}]);
+          finishes[{pair, round}] = minutes(time.finish);
+        }
+        EXPECT_NEAR(time.minutes, minutes(time.finish) - began, 0.5) << table << " in " << round;
+      }
+    }
+    double all = 0;
+    for (const RoundSummary& round : times.rounds) {
+      EXPECT_LE(round.minutes, kRoundAndMove + 1) << round.round;
+      all += round.minutes;
+    }
+    EXPECT_LE(all, 7 * kRoundAndMove + 1) << "rounds do not overlap";
+  }
+}
+
+TEST(PlayTimesOfAnEveningTest, ThePairThatIsSlowIsFoundAndNotWhoItMet) {
+  std::ifstream in(std::string(CORVANEL_FIXTURES) + "/live/19-2210.bws", std::ios::binary);
+  const std::string bytes(std::istreambuf_iterator<char>(in), {});
+  const auto picture = std::make_shared<ScoringPicture>(ReadScoringPicture(bytes).Value());
+  const SectionTimes times = PlayTimesOf(ScoringSession(picture, {1})).at(0);
+  const PlayerTimes& slowest = times.byPair.front();
+  EXPECT_EQ(slowest.label, "5");  // it sits at the slow table all evening
+  EXPECT_GT(slowest.excess, 1);
+  EXPECT_LT(slowest.sure, 0.5);
+  EXPECT_LT(times.byPair[1].excess, slowest.excess / 2);
 }
 
 TEST_F(PlayTimeTest, TheReportNamesSectionsRoundsAndPairs) {
