@@ -27,6 +27,9 @@ ProgressFace Tables(const std::vector<size_t>& sections) {
 ClockFace Face(Phase phase, Element style, const char* countdown, const std::string& caption) {
   ClockFace face;
   face.phase = phase;
+  face.round = 4;
+  face.can = {.pause = true, .nextRound = true, .restart = true, .minutes = true};
+  face.undo = "Undo next round, 12 s ago";
   face.countdownStyle = style;
   face.countdown = countdown;
   face.caption = caption;
@@ -84,6 +87,7 @@ std::vector<PictureState> PictureStates(const SessionSettings& settings) {
   states[3].face.message = "MOVE FOR ROUND 5";
   states[4].face.message = MoveMessage(settings, settings.nRounds - 1);
   states[7].face.paused = true;
+  states[7].face.can = {.resume = true, .nextRound = true, .restart = true};
   AddTables(states);
   return states;
 }
