@@ -302,6 +302,10 @@ void FrmMain::ConnectLive() {
   connect(new QShortcut(QKeySequence(Qt::Key_Escape), this), &QShortcut::activated, this, [this] {
     if (live_) logic_->cmdResume_Click();
   });
+  connect(new QShortcut(QKeySequence(Qt::Key_F10), this), &QShortcut::activated, this, [this] {
+    ui_->menubar->setFocus(Qt::MenuBarFocusReason);
+    ui_->menubar->setActiveAction(ui_->mnuSettings->menuAction());
+  });
   ArrangeStart();
 }
 

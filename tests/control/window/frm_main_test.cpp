@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -193,6 +194,9 @@ TEST_F(FrmMainTest, TheMenusHaveTheLettersThatEverybodyKnows) {
   window.ShowScoring("BridgeTab", "");
   EXPECT_EQ(Find<QMenu>("mnuBridgemate")->title(), "&BridgeTab");
   EXPECT_EQ(Find<QMenu>("mnuHelp")->title(), "&Help");
+  QTest::keyClick(&window, Qt::Key_F10);
+  const auto* bar = window.findChild<QMenuBar*>();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return bar->activeAction() != nullptr; }));
   window.ShowScoring("Hand&made", "");  // the letter of Help
   EXPECT_EQ(Find<QMenu>("mnuBridgemate")->title(), "Hand&&made");
 }
