@@ -13,6 +13,7 @@
 #include "system/durable_file.h"
 #include "system/folders.h"
 #include "system/qt/single_instance.h"
+#include "widgets/colours.h"
 
 namespace {
 
@@ -36,8 +37,8 @@ class Application : public QApplication {
   corvanel::ErrorTrap* errors = nullptr;
 };
 
-/// The desktop's own style, without the pictures on the buttons of questions, and with air between
-/// the rows of lists.
+/// The desktop's own style, without the pictures on the buttons of questions, and with air
+/// between the rows of lists and in buttons.
 class CalmStyle : public QProxyStyle {
  public:
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
@@ -49,7 +50,8 @@ class CalmStyle : public QProxyStyle {
                          const QWidget* widget) const override {
     constexpr int kAir = 6;  // pixels
     const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
-    return type == CT_ItemViewItem ? size + QSize(0, kAir) : size;
+    if (type == CT_ItemViewItem) return size + QSize(0, kAir);
+    return type == CT_PushButton ? size + QSize(2 * kAir, 0) : size;
   }
 };
 
@@ -90,6 +92,13 @@ int main(int argc, char** argv) {
   const std::string token = corvanel::StartToken();
   Application app(argc, argv);
   QApplication::setStyle(new CalmStyle);
+  QPalette colours = QApplication::palette();
+  colours.setColor(QPalette::Active, QPalette::Highlight, corvanel::kAccent);
+  colours.setColor(QPalette::Active, QPalette::HighlightedText, Qt::white);
+  // On a dark ground the desktop's own colour of a link is told apart better.
+  if (colours.color(QPalette::Window).lightness() > 128)
+    colours.setColor(QPalette::Link, corvanel::kAccent);
+  QApplication::setPalette(colours);
   QApplication::setApplicationName("Corvanel");
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setDesktopFileName("corvanel");

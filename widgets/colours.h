@@ -6,6 +6,9 @@
 
 namespace corvanel {
 
+/// The one colour that stands out in the windows; white on it is legible.
+constexpr QColor kAccent(0x1F, 0x5F, 0xBF);
+
 /// A colour as the window system has it.
 QColor ColourOf(Colour colour);
 

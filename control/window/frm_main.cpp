@@ -115,6 +115,8 @@ void FrmMain::SetLogic(ControlWindow& logic) {
           [this, listed] { emit FavouriteChosen(listed()); });
   connect(ui_->cmdFavSave, &QPushButton::clicked, this,
           [this, listed] { emit FavouriteSaveWanted(listed()); });
+  connect(ui_->cboFavs, &QComboBox::currentIndexChanged, this,
+          [this](int index) { ui_->cmdFavDelete->setEnabled(index >= 0); });
   connect(ui_->cmdFavDelete, &QPushButton::clicked, this,
           [this, listed] { emit FavouriteDeleteWanted(listed()); });
   ConnectLive();
@@ -242,9 +244,6 @@ void FrmMain::ShowLive(const std::optional<LiveStrip>& live) {
   if (!live) return;
   ui_->lblLive->setText(QString::fromStdString(live->caption));
   SetLook(ui_->lblLive, "held", live->can.resume);
-  // What stands beside it never moves back, so that no number jumps to and fro.
-  ui_->lblLive->setMinimumWidth(
-      std::max(ui_->lblLive->minimumWidth(), ui_->lblLive->sizeHint().width()));
   ui_->lblLiveTime->Show(live->countdown, live->style);
   ui_->cmdLivePause->setVisible(!live->can.resume);
   ui_->cmdLivePause->setEnabled(live->can.pause);
@@ -296,6 +295,12 @@ void FrmMain::ConnectLive() {
   // Enter presses the one that has the focus, as in a dialog.
   ui_->cmdResume->setAutoDefault(true);
   ui_->cmdStart->setAutoDefault(true);
+  // Beside the state nothing moves when that says more or less.
+  ui_->layoutLive->setAlignment(ui_->lblLive, Qt::AlignLeft);
+  QFont bold = ui_->lblLive->font();
+  bold.setBold(true);
+  ui_->layoutLive->addStrut(
+      QFontMetrics(bold).horizontalAdvance(tr("Paused · Round 88 of 88 · early warning")) + 12);
   const auto strong = [this] { live_ ? logic_->cmdResume_Click() : logic_->cmdStart_Click(); };
   connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this), &QShortcut::activated, this,
           strong);
@@ -333,6 +338,7 @@ void FrmMain::ShowFavourites(const std::vector<std::string>& names, const std::s
   for (const std::string& name : names) ui_->cboFavs->addItem(QString::fromStdString(name));
   // -1 where none is in use: the list must not show one that is not.
   ui_->cboFavs->setCurrentIndex(ui_->cboFavs->findText(QString::fromStdString(text)));
+  ui_->cmdFavDelete->setEnabled(ui_->cboFavs->currentIndex() >= 0);
   ui_->fraLoad->setVisible(!names.empty());
 }
 

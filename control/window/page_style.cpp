@@ -31,10 +31,10 @@ constexpr const char* kStyle = R"(
   QPushButton[segment="right"] {
     border-left: none; border-top-right-radius: 6px; border-bottom-right-radius: 6px;
   }
-  QPushButton[segment]:checked { background: #1F5FBF; border-color: #1F5FBF; color: white; }
+  QPushButton[segment]:checked { background: %3; border-color: %3; color: white; }
   QPushButton[segment]:focus { text-decoration: underline; }
   QPushButton[primary="true"] {
-    background: #1F5FBF; color: white; border: 2px solid #1F5FBF; border-radius: 8px;
+    background: %3; color: white; border: 2px solid %3; border-radius: 8px;
     font-size: 13pt; font-weight: 600; padding: 8px 16px;
   }
   QPushButton[primary="true"]:hover { background: #2A6FD4; }
@@ -55,7 +55,7 @@ QColor QuietColour(const QPalette& palette) {
 
 QString PageStyle(const QPalette& palette) {
   const QColor edge = Mixed(palette.color(QPalette::Text), palette.color(QPalette::Base), kEdge);
-  return QString::fromUtf8(kStyle).arg(QuietColour(palette).name(), edge.name());
+  return QString::fromUtf8(kStyle).arg(QuietColour(palette).name(), edge.name(), kAccent.name());
 }
 
 }  // namespace corvanel

@@ -14,13 +14,12 @@ constexpr int kMarks = 16;  // pixels, above the bar
 constexpr int kBarHeight = 22;
 constexpr int kTimes = 20;          // below it
 constexpr size_t kMostLines = 400;  // beyond, fields would be thinner than a pixel
-constexpr QColor kRound(0x1F, 0x5F, 0xBF);
 constexpr QColor kBreak(0xF2, 0xA9, 0x00);
 constexpr double kPlayed = 0.25;  // of a field's colour, over what is behind
 constexpr double kNowWidth = 3;
 
 QColor ColourOf(const TimetableLine& line) {
-  return line.phase == Phase::Break ? kBreak : kRound;
+  return line.phase == Phase::Break ? kBreak : kAccent;
 }
 
 }  // namespace

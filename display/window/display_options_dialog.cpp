@@ -23,6 +23,8 @@ DisplayOptionsDialog::DisplayOptionsDialog(DisplayOptions& logic, QWidget* paren
         word.empty() ? name : QString("%1 (%2)").arg(name, QString::fromStdString(word)));
   }
   ui_->layoutRight->insertWidget(0, miniature_, 0, Qt::AlignHCenter);
+  ui_->lblSample->setFixedWidth(miniature_->width());
+  ui_->layoutRight->setAlignment(ui_->lblSample, Qt::AlignHCenter);
   connect(miniature_, &RoomMiniature::Chosen, this,
           [this](Element element) { ui_->lstFonts->setCurrentRow(static_cast<int>(element)); });
   const Options& options = logic_.Live();

@@ -19,9 +19,9 @@ const char* PathOf(LineIcon icon) {
     case LineIcon::Restart:
       return "M5 12a7 7 0 1 0 2.2-5.1M5 4v4.5h4.5";
     case LineIcon::Less:
-      return "M12 5v14M6 13l6 6 6-6";
+      return "M6 12h12";
     case LineIcon::More:
-      return "M12 19V5M6 11l6-6 6 6";
+      return "M12 6v12M6 12h12";
     case LineIcon::FullScreen:
       return "M4 9V4h5M15 4h5v5M20 15v5h-5M9 20H4v-5";
     case LineIcon::Window:

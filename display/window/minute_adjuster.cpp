@@ -13,8 +13,9 @@ MinuteAdjuster::MinuteAdjuster(QWidget* parent) : QAbstractSlider(parent) {
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(2);
-  more_ = Add("cmdMore", tr("+1"), tr("Add a minute (+)"), -1);
+  // Deliberate: one step up of the adjuster, -1, adds a minute.
   less_ = Add("cmdLess", tr("−1"), tr("Take off a minute (-)"), 1);
+  more_ = Add("cmdMore", tr("+1"), tr("Add a minute (+)"), -1);
   connect(this, &QAbstractSlider::valueChanged, this, [this](int value) {
     if (value == 0) return;
     setValue(0);

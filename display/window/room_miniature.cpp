@@ -3,6 +3,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include "display/display_options.h"
 #include "display/element_places.h"
 #include "display/window/text_measure.h"
 #include "session/contrast.h"
@@ -39,6 +40,7 @@ double RoomMiniature::Scale() const {
 void RoomMiniature::Show(Element chosen, const ClockFace& face, const ProgressFace& tables) {
   chosen_ = chosen;
   countdown_ = face.countdownStyle;
+  picture_.ShowTimeOfDay(DisplayOptions::Sample(Element::CurrentTime));
   picture_.ShowFace(face);
   picture_.ShowTables(tables);
   picture_.Rearrange();

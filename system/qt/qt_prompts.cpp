@@ -38,7 +38,8 @@ QPixmap SignOf(QMessageBox::Icon kind, double ratio) {
   QPainter painter(&sign);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(Qt::NoPen);
-  painter.setBrush(trouble ? QColor(0xB3, 0x26, 0x1E) : QColor(0x1F, 0x5F, 0xBF));
+  painter.setBrush(trouble ? QColor(0xB3, 0x26, 0x1E)
+                           : QApplication::palette().color(QPalette::Highlight));
   painter.drawEllipse(QRect(0, 0, kSize, kSize));
   QFont font = QApplication::font();
   font.setPixelSize(kSize * 3 / 5);
