@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <functional>
 #include <map>
+#include <utility>
 
 #include "control/window/dlg_welcome.h"
 #include "display/window/display_options_dialog.h"
@@ -94,11 +95,13 @@ bool Desktop::eventFilter(QObject* watched, QEvent* event) {
   return true;
 }
 
-/// Something could not be written. That the session's record could not, it tells itself.
+/// Something could not be written. That the record could not, it tells itself.
+/// One report says it, however many writes failed meanwhile.
 void Desktop::ReportWriting() {
-  if (const auto failure = store_.Failure()) {
-    errors_.ReportError("frmMain.SaveDefaults", *failure, 0);
-  }
+  const auto failure = store_.Failure();
+  if (!failure || std::exchange(tellsOfWriting_, true)) return;
+  errors_.ReportError("frmMain.SaveDefaults", *failure, 0);
+  tellsOfWriting_ = false;
 }
 
 ScoringLink::Parts Desktop::LinkParts() {

@@ -113,6 +113,7 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
   }};
   JsonStore store_;
   const bool firstStart_ = store_.GetAllSettings("Timer").empty() && store_.Damage().empty();
+  bool tellsOfWriting_ = false;
   QtTickTimer ticks_{[this] { clock_.Tick(); }, [this] { clock_.WasHeld(); }};
   QtTickTimer polls_{[this] { scoring_.Poll(); }, [] {}};
   QtPrompts prompts_;

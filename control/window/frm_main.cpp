@@ -261,7 +261,7 @@ void FrmMain::ShowLive(const std::optional<LiveStrip>& live) {
 /// One strong button: Start while the director plans, the way back to the clock while it runs.
 void FrmMain::ArrangeStart() {
   for (QWidget* widget :
-       {static_cast<QWidget*>(ui_->lblLive), static_cast<QWidget*>(ui_->lblLiveTime),
+       {static_cast<QWidget*>(ui_->lblLive), static_cast<QWidget*>(ui_->lblLiveTime), liveRoom_,
         static_cast<QWidget*>(ui_->fraLive)}) {
     widget->setVisible(live_);
   }
@@ -299,8 +299,10 @@ void FrmMain::ConnectLive() {
   ui_->layoutLive->setAlignment(ui_->lblLive, Qt::AlignLeft);
   QFont bold = ui_->lblLive->font();
   bold.setBold(true);
-  ui_->layoutLive->addStrut(
-      QFontMetrics(bold).horizontalAdvance(tr("Paused · Round 88 of 88 · early warning")) + 12);
+  liveRoom_ = new QWidget(this);
+  liveRoom_->setFixedSize(
+      QFontMetrics(bold).horizontalAdvance(tr("Paused · Round 88 of 88 · early warning")) + 12, 0);
+  ui_->layoutLive->addWidget(liveRoom_);
   const auto strong = [this] { live_ ? logic_->cmdResume_Click() : logic_->cmdStart_Click(); };
   connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this), &QShortcut::activated, this,
           strong);

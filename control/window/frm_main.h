@@ -80,7 +80,8 @@ class FrmMain : public QMainWindow, public ControlWindowView, public SessionList
   std::unique_ptr<Ui::FrmMain> ui_;
   std::array<EntryBox*, kBoxes> boxes_{};
   ControlWindow* logic_ = nullptr;
-  bool live_ = false;  // a session is under way
+  bool live_ = false;            // a session is under way
+  QWidget* liveRoom_ = nullptr;  // as wide as the widest state beside the countdown
 };
 
 }  // namespace corvanel

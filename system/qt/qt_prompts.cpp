@@ -38,7 +38,7 @@ QPixmap SignOf(QMessageBox::Icon kind, double ratio) {
   QPainter painter(&sign);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(Qt::NoPen);
-  painter.setBrush(trouble ? QColor(0xB3, 0x26, 0x1E)
+  painter.setBrush(trouble ? QColor(0xC4, 0x2B, 0x1C)
                            : QApplication::palette().color(QPalette::Highlight));
   painter.drawEllipse(QRect(0, 0, kSize, kSize));
   QFont font = QApplication::font();
