@@ -64,7 +64,10 @@ DisplayWindow::DisplayWindow(const Session& session, DisplayKind kind, DisplayCo
   connect(&timHint_, &QTimer::timeout, this, &DisplayWindow::ShowChip);
   timCommand_.setSingleShot(true);
   timCommand_.setInterval(kCommandBarMilliseconds);
-  connect(&timCommand_, &QTimer::timeout, this, &DisplayWindow::HideCommandBar);
+  connect(&timCommand_, &QTimer::timeout, this, [this] {
+    HideCommandBar();
+    ShowChip();
+  });
   // The window has the keys, and what has them is read aloud when its name changes.
   connect(picture_, &DisplayPicture::Announced, this, &QWidget::setAccessibleName);
   connect(fraCommand_, &CommandBar::Wanted, this,
@@ -247,7 +250,6 @@ void DisplayWindow::ShowCommandBar() {
 
 void DisplayWindow::HideCommandBar() {
   fraCommand_->hide();
-  ShowChip();
   // A thin sign, far less visible in the room than the arrow.
   setCursor(Qt::IBeamCursor);
 }
