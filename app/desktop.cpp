@@ -4,7 +4,6 @@
 #include <QApplication>
 #include <QDesktopServices>
 #include <QFile>
-#include <QKeyEvent>
 #include <QUrl>
 #include <QWindow>
 #include <cmath>
@@ -80,19 +79,6 @@ Desktop::Desktop(const std::filesystem::path& store)
     clock_.TimerCurrentTime_Timer();
     ArmTimeOfDay();
   });
-}
-
-bool Desktop::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(event)->key() != Qt::Key_F1)
-    return false;
-  // Each key comes to the window itself first, and then to its widgets.
-  const auto* window = qobject_cast<QWindow*>(watched);
-  const QWidget* active = QApplication::activeWindow();
-  if (window == nullptr || qobject_cast<const QDialog*>(active) == nullptr ||
-      qobject_cast<const FrmHelp*>(active) != nullptr)
-    return false;
-  Guarded(errors_, "frmMain.mnuShortcuts_Click", [this] { ShowHelp(); });
-  return true;
 }
 
 /// Something could not be written. That the record could not, it tells itself.

@@ -2,11 +2,14 @@
 // stand on.
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QScreen>
+#include <QWindow>
 #include <cmath>
 
 #include "app/desktop.h"
 #include "display/screen_plan.h"
+#include "display/window/frm_help.h"
 #include "display/window/text_row.h"
 #include "system/desktop_session.h"
 
@@ -102,6 +105,19 @@ void Desktop::ApplyOnTop() {
     window->setWindowFlag(Qt::WindowStaysOnTopHint, session_.options.OnTop);
     window->setVisible(visible);
   }
+}
+
+bool Desktop::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(event)->key() != Qt::Key_F1)
+    return false;
+  // Each key comes to the window itself first, and then to its widgets.
+  const auto* window = qobject_cast<QWindow*>(watched);
+  const QWidget* active = QApplication::activeWindow();
+  if (window == nullptr || qobject_cast<const QDialog*>(active) == nullptr ||
+      qobject_cast<const FrmHelp*>(active) != nullptr)
+    return false;
+  Guarded(errors_, "frmMain.mnuShortcuts_Click", [this] { ShowHelp(); });
+  return true;
 }
 
 DisplayWindow& Desktop::DirectorsDisplay() {

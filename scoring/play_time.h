@@ -14,7 +14,7 @@ namespace corvanel {
 struct RoundTime {
   double minutes = 0;  // of play: to its last result
   double waited = 0;   // minutes before that, from when both its pairs were free: for the others,
-                      // the clock, the move, a break
+                       // the clock, the move, a break
   int boards = 0;
   DateTime finish;  // its last result, by a clock that is right
 };
