@@ -178,11 +178,10 @@ class SectionClock {
   void ShareOut(std::map<Pair, PlayerTimes>& pairs) const {
     constexpr int kPasses = 60;
     constexpr double kCaution = 0.5;  // of a round in which a pair would have been as quick as most
+    const std::vector<Meeting> meetings = Meetings();
     for (int pass = 0; pass < kPasses; ++pass) {
       std::map<Pair, double> sums;
-      ForEachMeeting([&](const Pair& one, const Pair& other, double excess) {
-        sums[one] += excess - pairs[other].excess;
-      });
+      for (const Meeting& met : meetings) sums[met.one] += met.excess - pairs[met.other].excess;
       for (auto& [pair, sum] : sums) {
         // Half way, or the two of a table would overshoot each other.
         const double wanted = sum / (pairs[pair].rounds + kCaution);
@@ -190,10 +189,10 @@ class SectionClock {
       }
     }
     std::map<Pair, double> squares;
-    ForEachMeeting([&](const Pair& one, const Pair& other, double excess) {
-      const double left = excess - pairs[one].excess - pairs[other].excess;
-      squares[one] += left * left;
-    });
+    for (const Meeting& met : meetings) {
+      const double left = met.excess - pairs[met.one].excess - pairs[met.other].excess;
+      squares[met.one] += left * left;
+    }
     for (auto& [pair, player] : pairs) {
       const double rounds = std::max(player.rounds, 1);
       player.sure = rounds < 2 ? std::abs(player.excess)
@@ -201,18 +200,26 @@ class SectionClock {
     }
   }
 
-  /// Each pair with the one it met, and what their table took beyond the others.
-  template <class Take>
-  void ForEachMeeting(Take take) const {
+  /// A pair, the one it met in a round, and what their table took beyond the others.
+  struct Meeting {
+    Pair one;
+    Pair other;
+    double excess;
+  };
+
+  /// Each of them from both sides.
+  std::vector<Meeting> Meetings() const {
+    std::vector<Meeting> meetings;
     for (const auto& [place, time] : times_.times) {
       const TableRound* row = section_.Find(place.first, place.second);
-      const double excess = ExcessOf(place, time);
       const Pair one = PairAt(*row, false);
       const Pair other = PairAt(*row, true);
       if (one.number == 0 || other.number == 0) continue;
-      take(one, other, excess);
-      take(other, one, excess);
+      const double excess = ExcessOf(place, time);
+      meetings.push_back({one, other, excess});
+      meetings.push_back({other, one, excess});
     }
+    return meetings;
   }
 
   static void Add(PlayerTimes& player, int16_t round, const RoundTime& time) {

@@ -268,7 +268,7 @@ bool PictureReader::SameNames() const {
 /// Puts the club's names to the seats: the wanted numbers first, then one pass through the list,
 /// of which only the wanted names are converted. A number that is not listed has no name.
 void PictureReader::ReadNames() {
-  const auto list = database_.Find("PlayerNames");
+  const auto list = database_.Find(kNames);
   if (const auto pages = list ? list->Pages() : std::nullopt; pages) {
     PagedTable& now = tables_[kNames];
     now.columns = list->Columns();

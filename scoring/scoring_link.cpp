@@ -40,13 +40,14 @@ void ScoringLink::mnuCloseFile_Click() {
 
 /// What was known of the file, and what was told of it.
 void ScoringLink::Forget() {
-  model_ = ScoringSession();
-  tonights_.reset();
-  other_ = false;
+  // By their labels, which the model knows.
   for (const auto& [table, sent] : leftOut_) {
     parts_.notices.Clear(NoticeKind::LeftOutTable, LabelOf(table));
   }
   leftOut_.clear();
+  model_ = ScoringSession();
+  tonights_.reset();
+  other_ = false;
   for (const NoticeKind kind :
        {NoticeKind::ScoringRows, NoticeKind::OtherSession, NoticeKind::TakenOver}) {
     parts_.notices.Clear(kind);
@@ -273,10 +274,9 @@ void ScoringLink::Act(const Notice& notice) {
     other_ = false;
     parts_.notices.Clear(NoticeKind::OtherSession);
   }
-  const std::map<TableId, size_t> tables = leftOut_;
-  for (const auto& [table, sent] : tables) {
-    if (notice.kind != NoticeKind::LeftOutTable || notice.subject != LabelOf(table)) continue;
-    leftOut_.erase(table);
+  if (notice.kind == NoticeKind::LeftOutTable) {
+    std::erase_if(leftOut_,
+                  [&](const auto& entry) { return LabelOf(entry.first) == notice.subject; });
     parts_.notices.Clear(NoticeKind::LeftOutTable, notice.subject);
   }
 }

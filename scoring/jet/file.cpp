@@ -49,8 +49,8 @@ constexpr size_t kCodePage = 0x3C;  // in the scrambled part
 constexpr size_t kFewestPages = 3;  // the file's head, its own map, the list of tables
 constexpr size_t kMostBytes = 1U << 31U;
 
-/// The first `length` bytes, at most 64, of what the head is scrambled with (RC4, whose key is the
-/// same for all files: it hides nothing).
+/// The first bytes of what the head is scrambled with (RC4, whose key is the same for all files: it
+/// hides nothing).
 std::array<unsigned char, 64> Scrambling() {
   constexpr std::array<unsigned char, 4> kKey = {0xC7, 0xDA, 0x39, 0x6B};
   std::array<unsigned char, 256> state{};

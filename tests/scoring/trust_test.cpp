@@ -159,6 +159,23 @@ TEST_F(TrustTest, ATableThatWasLeftOutCanBeCountedAgain) {
   EXPECT_TRUE(bench.link.LeftOut().empty());
 }
 
+// With several sections a table's line has the section's letter, and goes with the file too.
+TEST_F(TrustTest, TheLineOfATableLeftOutGoesWithItsFile) {
+  ScoringPicture two = Mitchell(5, 4, 3);
+  two.sections.push_back({2, "B", 5, 0, 0});
+  const std::vector<RoundRow> rounds = two.rounds;
+  for (RoundRow row : rounds) {
+    row.Section = 2;
+    two.rounds.push_back(row);
+  }
+  bench.sectionAnswers = {true, true};
+  bench.Open(two);
+  bench.link.LeaveOut({2, 3});
+  EXPECT_THAT(Line(NoticeKind::LeftOutTable), HasSubstr("Table B3"));
+  bench.link.mnuCloseFile_Click();
+  EXPECT_EQ(Line(NoticeKind::LeftOutTable), "");
+}
+
 TEST_F(TrustTest, WhatCouldNotBeReadIsSaidInOneLine) {
   evening.rowsLeftOut = 3;
   bench.Write(evening);
