@@ -59,7 +59,7 @@ class PictureReader {
   bool SameNames() const;
   /// Takes memory off the budget: a hostile file can make few bytes look like many rows. False when
   /// it is spent.
-  bool Spend(size_t bytes, std::initializer_list<const std::string*> texts);
+  bool Spend(size_t bytes);
   void FindUnit();
   void ReadSessionRow();
   void ReadSections();
@@ -106,7 +106,7 @@ void PictureReader::ReadTable(const char* name, Rows rows,
   const Take take = table->Sound() ? prepare(*table) : Take();
   const jet::TableRead read = table->ForEachRow([&](const jet::Row& row) {
     take(row);
-    if (!Spend(kCostOfRow, {})) Fail(name);
+    if (!Spend(kCostOfRow)) Fail(name);
     return rows == Rows::All && failed_.empty();
   });
   picture_.rowsLeftOut += static_cast<int>(read.leftOut);
@@ -155,7 +155,7 @@ void PictureReader::ReadRows(const char* name, std::vector<RowType> ScoringPictu
   if (last_.picture) rows.reserve(((*last_.picture).*list).size() + kMoreRows);
   const auto take = [&](const jet::Row& row) {
     rows.push_back(make(row));
-    if (!Spend(kCostOfRow + sizeof(RowType) + TextsOf(rows.back()), {})) Fail(name);
+    if (!Spend(kCostOfRow + sizeof(RowType) + TextsOf(rows.back()))) Fail(name);
     return failed_.empty();
   };
   for (const uint32_t page : *pages) {
@@ -173,8 +173,7 @@ void PictureReader::ReadRows(const char* name, std::vector<RowType> ScoringPictu
   }
 }
 
-bool PictureReader::Spend(size_t bytes, std::initializer_list<const std::string*> texts) {
-  for (const std::string* text : texts) bytes += text->size();
+bool PictureReader::Spend(size_t bytes) {
   if (bytes > budget_) return false;
   budget_ -= bytes;
   return true;
@@ -234,7 +233,7 @@ void PictureReader::ReadSections() {
             move = table.Find("EWMoveBeforePlay")](const jet::Row& row) {
       SectionRow section{row.Short(id), row.Text(letter), row.Short(tables), row.Short(missing),
                          row.Short(move)};
-      if (!Spend(sizeof section, {&section.letter})) Fail("Section");
+      if (!Spend(sizeof section + section.letter.size())) Fail("Section");
       picture_.sections.push_back(std::move(section));
     };
   });
@@ -295,7 +294,7 @@ void PictureReader::ReadNames() {
       const auto seat = wanted.find(number);
       if (seat == wanted.end() || seat->second) return;
       seat->second = row.Text(name);
-      if (!Spend(0, {&*seat->second})) Fail(kNames);
+      if (!Spend(seat->second->size())) Fail(kNames);
     };
   });
   for (PlayerRow& seat : picture_.players) {
@@ -303,7 +302,7 @@ void PictureReader::ReadNames() {
     if (number <= 0) continue;
     const auto found = wanted.find(static_cast<int32_t>(std::min<double>(number, INT32_MAX)));
     seat.Name = found == wanted.end() ? "" : found->second.value_or("");
-    if (!Spend(0, {&seat.Name})) Fail(kNames);
+    if (!Spend(seat.Name.size())) Fail(kNames);
   }
 }
 
