@@ -1,10 +1,12 @@
 #include "scoring/read_picture.h"
 
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <functional>
-#include <memory>
 #include <span>
 #include <unordered_map>
 
@@ -380,6 +382,19 @@ Result<ScoringPicture> ReadScoringPicture(const std::string& bytes) {
   const auto content = ReadScoringContent(bytes, {}, {});
   if (!content) return content.Failure();
   return *content.Value().picture;
+}
+
+std::string LeftOutLine(const ScoringPicture& picture) {
+  std::string line;
+  if (picture.rowsLeftOut > 0) {
+    line = fmt::format("{} row{}", picture.rowsLeftOut, picture.rowsLeftOut == 1 ? "" : "s");
+  }
+  if (!picture.tablesLeftOut.empty()) {
+    line += fmt::format("{}the list{} {}", line.empty() ? "" : " and ",
+                        picture.tablesLeftOut.size() == 1 ? "" : "s",
+                        fmt::join(picture.tablesLeftOut, ", "));
+  }
+  return line.empty() ? line : line + " could not be read";
 }
 
 }  // namespace corvanel

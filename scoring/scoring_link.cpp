@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "basics/numbers.h"
+#include "scoring/read_picture.h"
 #include "scoring/session_identity.h"
 #include "scoring/take_over.h"
 

@@ -1,8 +1,5 @@
 #include "scoring/session_identity.h"
 
-#include <fmt/format.h>
-#include <fmt/ranges.h>
-
 #include <algorithm>
 #include <map>
 #include <tuple>
@@ -45,19 +42,6 @@ bool SameSession(const ScoringPicture& earlier, const ScoringPicture& later,
     const auto now = movement.find({row.Section, row.Table, row.round});
     return now != movement.end() && Holds(row, *now->second);
   });
-}
-
-std::string LeftOutLine(const ScoringPicture& picture) {
-  std::string line;
-  if (picture.rowsLeftOut > 0) {
-    line = fmt::format("{} row{}", picture.rowsLeftOut, picture.rowsLeftOut == 1 ? "" : "s");
-  }
-  if (!picture.tablesLeftOut.empty()) {
-    line += fmt::format("{}the list{} {}", line.empty() ? "" : " and ",
-                        picture.tablesLeftOut.size() == 1 ? "" : "s",
-                        fmt::join(picture.tablesLeftOut, ", "));
-  }
-  return line.empty() ? line : line + " could not be read";
 }
 
 }  // namespace corvanel

@@ -12,8 +12,4 @@ namespace corvanel {
 bool SameSession(const ScoringPicture& earlier, const ScoringPicture& later,
                  const std::set<int16_t>& sections);
 
-/// What could not be read of a file, "3 rows could not be read"; empty when all
-/// could.
-std::string LeftOutLine(const ScoringPicture& picture);
-
 }  // namespace corvanel
