@@ -60,11 +60,10 @@ Desktop::Desktop(const std::filesystem::path& store)
                 .timerBWS = polls_,
                 .secondsToTick = [this] { return ticks_.SecondsToTick(); }}),
       records_(store, writer_) {
-  for (SessionListener* listener :
-       std::initializer_list<SessionListener*>{&scoring_, &frmDisplay_, &frmDisplay2_, &frmMain_,
-                                               &control_, &recorder_, &watch_, &awake_}) {
-    broadcast_.Add(*listener);
-  }
+  SessionListener* const listeners[] = {&scoring_,  &frmDisplay_, &frmDisplay2_,
+                                        &frmMain_,  &control_,    &rounds_,
+                                        &recorder_, &watch_,      &awake_};
+  for (SessionListener* listener : listeners) broadcast_.Add(*listener);
   session_.ProgramFolder = ProgramFolderPath();
   frmMain_.SetLogic(control_);
   frmMain_.ShowVersion(QString::fromStdString(ThisVersion().Text()));
@@ -246,7 +245,8 @@ void Desktop::OpenControlWindow() {
 bool Desktop::OfferToContinue() {
   const auto record = continue_.Ask();
   if (!record) return false;
-  if (!record->scoringFile.empty()) scoring_.Reopen(record->scoringFile, record->sections);
+  scoring_.Reopen(record->scoring);
+  rounds_.GoOn(record->starts);
   continue_.GoOn(*record);
   control_.SessionContinues();
   return true;
@@ -363,7 +363,7 @@ void Desktop::ShowPlayTimes() {
     prompts_.Message("Error reading file " + link.Path());
     return;
   }
-  const std::vector<SectionTimes> times = PlayTimesOf(session);
+  const std::vector<SectionTimes> times = PlayTimesOf(session, rounds_.Starts());
   const std::string file = WriteOutput(disk_, "BST1.txt", PlayTimeReport(session, times));
   OpenFile(file);
   FrmPlayTime window(

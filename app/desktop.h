@@ -167,10 +167,12 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
   LogFile logFile_;
   ActivityLog log_{session_, time_, logFile_};
   ScoringDesk scoring_;
+  RoundBook rounds_{clock_, time_};
   RecordFiles records_;
   SessionRecorder recorder_{{.session = session_,
                              .clock = clock_,
                              .link = scoring_.Link(),
+                             .rounds = rounds_,
                              .time = time_,
                              .keeper = records_,
                              .notices = notices_}};

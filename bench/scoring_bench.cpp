@@ -108,6 +108,30 @@ void PollUnchanged(benchmark::State& state) {
 }
 BENCHMARK(PollUnchanged)->Unit(benchmark::kMillisecond);
 
+size_t Allocated() {
+  const struct mallinfo2 heap = mallinfo2();
+  return heap.uordblks + heap.hblkhd;
+}
+
+/// The memory of a picture and its model as a share of the file, and with the bytes that the next
+/// poll is compared with.
+void Memory(benchmark::State& state, const fs::path& file) {
+  if (Missing(state, file)) return;
+  const auto size = static_cast<double>(fs::file_size(file));
+  while (state.KeepRunning()) {
+    const size_t before = Allocated();
+    ScoringContent content = ReadScoringFile(file.string(), {}).Value();
+    const ScoringSession model(content.picture, AllSections(*content.picture));
+    const size_t all = Allocated() - before;
+    content.bytes.reset();
+    const size_t withoutBytes = Allocated() - before;
+    state.counters["of the file"] = static_cast<double>(withoutBytes) / size;
+    state.counters["with its bytes"] = static_cast<double>(all) / size;
+  }
+}
+BENCHMARK_CAPTURE(Memory, congress, kCongress)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Memory, friday, kFriday)->Unit(benchmark::kMillisecond);
+
 uint32_t Number(const std::string& bytes, size_t place, size_t width) {
   uint32_t value = 0;
   for (size_t i = width; i-- > 0;) {

@@ -70,11 +70,14 @@ NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(ClockState, phase, round, paused, autoPaused,
                                    roundEnd, moveEnd, pauseMark, countsFrom, endedAt,
                                    warningPending, warningGiven, style)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(UndoStep, command, at, before)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(SessionRecord, at, state, settings, undo, scoringFile, sections)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(DateTime, seconds)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(RoundStart, moved, began)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(FollowedFile, path, sections, identity, leftOut)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(SessionRecord, at, state, settings, undo, scoring, starts)
 
 namespace {
 
-constexpr int kFormat = 3;  // to be raised when another version would misread the record
+constexpr int kFormat = 4;  // to be raised when another version would misread the record
 
 bool IsValid(const ClockState& state) {
   const auto marks = {state.roundEnd, state.moveEnd, state.pauseMark, state.countsFrom,

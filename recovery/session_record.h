@@ -1,11 +1,12 @@
 #pragma once
 
-#include <set>
 #include <string>
 #include <vector>
 
 #include "basics/result.h"
 #include "clock/undo_list.h"
+#include "scoring/round_book.h"
+#include "scoring/scoring_link.h"
 #include "session/time_source.h"
 
 namespace corvanel {
@@ -16,8 +17,8 @@ struct SessionRecord {
   ClockState state;
   SessionSettings settings;
   std::vector<UndoStep> undo;
-  std::string scoringFile;     // that was open; empty when none was
-  std::set<int16_t> sections;  // that were chosen of it
+  FollowedFile scoring;
+  RoundStarts starts;
 };
 
 /// The record as text (JSON).

@@ -31,8 +31,7 @@ bool SessionRecorder::NothingNew() const {
   return written_ && written_->state == parts_.clock.State() &&
          written_->settings == parts_.session.settings &&
          written_->undo == parts_.clock.UndoSteps() &&
-         written_->scoringFile == parts_.link.Path() &&
-         written_->sections == parts_.link.Sections();
+         written_->scoring == parts_.link.Followed() && written_->starts == parts_.rounds.Starts();
 }
 
 void SessionRecorder::Write(const Moment& now) {
@@ -40,8 +39,8 @@ void SessionRecorder::Write(const Moment& now) {
               parts_.clock.State(),
               parts_.session.settings,
               parts_.clock.UndoSteps(),
-              parts_.link.Path(),
-              parts_.link.Sections()};
+              parts_.link.Followed(),
+              parts_.rounds.Starts()};
   parts_.keeper.Keep(TextOf(*written_));
 }
 

@@ -39,6 +39,7 @@ class SessionRecorder : public SessionListener {
     const Session& session;
     const RoundClock& clock;
     const ScoringLink& link;
+    const RoundBook& rounds;
     const TimeSource& time;
     RecordKeeper& keeper;
     Notices& notices;

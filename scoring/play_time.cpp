@@ -9,7 +9,8 @@ namespace {
 
 constexpr double kWrongClock = 25;  // minutes off the other tables all evening
 constexpr double kFarOff = 75;      // minutes off its round: a result that tells nothing
-constexpr double kOnTime = 3;       // minutes that a first round may begin off the session's start
+constexpr double kOnTime = 3;       // minutes between a known start and what the results tell of it
+constexpr double kLongestMove = 5;  // minutes; more is a break
 constexpr double kUsualPerBoard = 7;  // minutes, where the results tell nothing better
 constexpr size_t kLastTables = 3;
 
@@ -81,8 +82,12 @@ struct Pair {
 
 class SectionClock {
  public:
-  SectionClock(const ScoringSession& session, const ScoringSection& section)
-      : session_(session), section_(section), sendings_(SendingsOf(session, section)) {
+  SectionClock(const ScoringSession& session, const ScoringSection& section,
+               const RoundStarts& starts)
+      : session_(session),
+        section_(section),
+        starts_(starts),
+        sendings_(SendingsOf(session, section)) {
     Straighten(sendings_);
     shared_ = section.SharesNumbers();
     for (const auto& [place, minutes] : sendings_) rounds_.insert(place.second);
@@ -113,8 +118,20 @@ class SectionClock {
     return free;
   }
 
-  /// When a round began in the section: for most tables as long before their first result as their
-  /// later boards took. The first one at the session's start, when that agrees.
+  static double Minutes(DateTime moment) { return static_cast<double>(moment.seconds) / 60; }
+
+  /// When a round began, where the clock or (of the first one) the file says so and the results do
+  /// not speak against it: the units may go by another time. Null for nothing.
+  const RoundStart* KnownStart(int16_t round, double begin) const {
+    const auto clocked = starts_.find(round);
+    const RoundStart* known = clocked != starts_.end() ? &clocked->second
+                              : lastRound_ == 0        ? &scheduled_
+                                                       : nullptr;
+    return known != nullptr && std::abs(begin - Minutes(known->began)) <= kOnTime ? known : nullptr;
+  }
+
+  /// The same from the results: for most tables as long before their first one as their later
+  /// boards took.
   double BeginOf(int16_t round) const {
     std::vector<double> begins;
     std::vector<double> firsts;
@@ -125,13 +142,20 @@ class SectionClock {
       const auto others = static_cast<double>(minutes.size() - 1);
       if (others > 0) begins.push_back(*first - (*last - *first) / others);
     }
-    const double begin = Median(begins.empty() ? firsts : begins);
-    const double start = static_cast<double>(session_.Picture().SessionStart().seconds) / 60;
-    return !lastRound_ && std::abs(begin - start) <= kOnTime ? start : begin;
+    return Median(begins.empty() ? firsts : begins);
+  }
+
+  /// When the move to a round began: by the clock, or when the last table had finished.
+  double MoveOf(const RoundStart* known, double began) const {
+    if (known != nullptr) return Minutes(known->moved);
+    return began - lastFinish_ > kLongestMove ? began : lastFinish_;
   }
 
   void TakeRound(int16_t round) {
-    const double began = BeginOf(round);
+    const double begun = BeginOf(round);
+    const RoundStart* known = KnownStart(round, begun);
+    const double began = known != nullptr ? Minutes(known->began) : begun;
+    const double move = MoveOf(known, began);
     std::vector<std::pair<double, int16_t>> order;  // of finishing
     for (const auto& [place, minutes] : sendings_) {
       const TableRound* row = section_.Find(place.first, round);
@@ -139,8 +163,10 @@ class SectionClock {
       const auto [first, last] = std::minmax_element(minutes.begin(), minutes.end());
       const double free = std::min(FreeAt(*row, began), *first);
       const double start = std::min(std::max(free, began), *first);
+      const double moved = std::max(std::min(start, began) - std::max(free, move), 0.0);
       times_.times[place] = {*last - start,
-                             lastRound_ ? start - free : 0,
+                             lastRound_ ? start - free - moved : 0,
+                             lastRound_ ? moved : 0,
                              static_cast<int>(minutes.size()),
                              {std::llround(*last * 60)}};
       order.emplace_back(*last, place.first);
@@ -158,6 +184,7 @@ class SectionClock {
       for (const bool eastWest : {false, true}) finishes_[PairAt(row, eastWest)] = {round, last};
     }
     times_.rounds.push_back(summary);
+    lastFinish_ = order.front().first;
     lastBegan_ = began;
     lastRound_ = round;
   }
@@ -287,21 +314,24 @@ class SectionClock {
 
   const ScoringSession& session_;
   const ScoringSection& section_;
+  const RoundStarts& starts_;
+  const RoundStart scheduled_{session_.Picture().SessionStart(), session_.Picture().SessionStart()};
   Sendings sendings_;
   bool shared_ = false;
   std::set<int16_t> rounds_;
   std::map<Pair, std::pair<int16_t, double>> finishes_;  // last round played, and its end
   int16_t lastRound_ = 0;
-  double lastBegan_ = 0;  // the round before
+  double lastBegan_ = 0;   // the round before
+  double lastFinish_ = 0;  // of its last table
   SectionTimes times_;
 };
 
 }  // namespace
 
-std::vector<SectionTimes> PlayTimesOf(const ScoringSession& session) {
+std::vector<SectionTimes> PlayTimesOf(const ScoringSession& session, const RoundStarts& starts) {
   std::vector<SectionTimes> times;
   for (const ScoringSection& section : session.Sections()) {
-    if (section.selected) times.push_back(SectionClock(session, section).Times());
+    if (section.selected) times.push_back(SectionClock(session, section, starts).Times());
   }
   return times;
 }

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "scoring/round_book.h"
 #include "scoring/scoring_session.h"
 
 namespace corvanel {
@@ -13,8 +14,9 @@ namespace corvanel {
 /// How long a table took for a round.
 struct RoundTime {
   double minutes = 0;  // of play: to its last result
-  double waited = 0;   // minutes before that, from when both its pairs were free: for the others,
-                       // the clock, the move, a break
+  // Minutes before that, from when both its pairs were free.
+  double waited = 0;  // for the others, the clock, a break
+  double moved = 0;   // of the move of its section
   int boards = 0;
   DateTime finish;  // its last result, by a clock that is right
 };
@@ -55,13 +57,14 @@ struct SectionTimes {
 /// The play times of a session's selected sections.
 ///
 /// Play begins for a table when both its pairs are free and the round has begun in its section:
-/// when most of its tables began, as the spacing of their results tells. So waiting for the clock,
-/// the move and the break are no play time. Pairs are ranked by what their tables took beyond the
-/// others at the same time, shared fairly with those they met. A board counts from when its result
-/// first came, so that a correction or a second sending changes nothing. A unit whose clock is
-/// wrong all evening is set right by the other tables; a single result that lies hours away from
-/// its round is passed over.
-std::vector<SectionTimes> PlayTimesOf(const ScoringSession& session);
+/// by the clock where it ran beside the units, else when most of its tables began, as the spacing
+/// of their results tells. So waiting for the clock, the move and the break are no play time. Pairs
+/// are ranked by what their tables took beyond the others at the same time, shared fairly with
+/// those they met. A board counts from when its result first came, so that a correction or a second
+/// sending changes nothing. A unit whose clock is wrong all evening is set right by the other
+/// tables; a single result that lies hours away from its round is passed over.
+std::vector<SectionTimes> PlayTimesOf(const ScoringSession& session,
+                                      const RoundStarts& starts = {});
 
 /// What is measured, in a sentence for the reader.
 inline constexpr std::string_view kWhatIsMeasured =

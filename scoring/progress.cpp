@@ -143,6 +143,7 @@ std::vector<SectionCells> GridOf(const ScoringSession& session, const RoundProgr
   std::vector<SectionCells> grid;
   const bool several = session.SelectedSections() > 1;
   int16_t section = 0;
+  const std::map<TableId, std::string> names = GetTableNames(session.Picture());
   for (const TableProgress& table : progress.tables) {
     if (grid.empty() || table.section != section) {
       section = table.section;
@@ -151,8 +152,8 @@ std::vector<SectionCells> GridOf(const ScoringSession& session, const RoundProgr
     TableCell cell{std::to_string(table.table), table.state,
                    fmt::format("{}/{}", table.received, table.boards),
                    PairsAt(session, table, input.round)};
-    const std::string names = GetTableNames(session.Picture(), section, table.table);
-    if (!names.empty()) cell.tip += '\n' + names;
+    const auto seated = names.find({section, table.table});
+    if (seated != names.end()) cell.tip += '\n' + seated->second;
     if (table.state == TableState::Finished) cell.text.clear();
     if (table.state == TableState::Silent) cell.text = "?";
     if (table.state == TableState::LeftOut) cell.text = "out";

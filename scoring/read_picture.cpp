@@ -1,12 +1,8 @@
 #include "scoring/read_picture.h"
 
-#include <fmt/format.h>
-#include <fmt/ranges.h>
-
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <functional>
 #include <span>
 #include <unordered_map>
 
@@ -44,15 +40,14 @@ class PictureReader {
   PagedTables& Tables() { return tables_; }
 
  private:
-  using Take = std::function<void(const jet::Row&)>;
   enum class Rows { All, First };
 
-  /// Opens a table, lets `prepare` find its columns and read its rows. A table that is not there
-  /// has no rows.
-  void ReadTable(const char* name, Rows rows,
-                 const std::function<Take(const jet::Table&)>& prepare);
+  /// Opens a table, lets `prepare` find its columns, and hands its rows to what that returns. A
+  /// table that is not there has no rows.
+  template <class Prepare>
+  void ReadTable(const char* name, Rows rows, Prepare prepare);
   /// The same for a table that grows: pages that are as they were are not looked into again.
-  /// `prepare` gives what makes an entry of `list` of a row.
+  /// `prepare` gives what fills an entry of `list` from a row.
   template <class RowType, class Prepare>
   void ReadRows(const char* name, std::vector<RowType> ScoringPicture::*list, Prepare prepare);
   /// What the table had on that page, when it still has that there; else null.
@@ -72,6 +67,7 @@ class PictureReader {
   void CheckSections();
   /// A table that is not whole: fails when play is followed by it.
   void LeaveOut(const char* name);
+  void CountWhatIsLeftOut(const char* name, const jet::TableRead& read);
   void Fail(const char* table) {
     if (failed_.empty()) failed_ = table;
   }
@@ -101,16 +97,20 @@ size_t TextsOf(const ResultRow& row) {
          row.Remarks.size();
 }
 
-void PictureReader::ReadTable(const char* name, Rows rows,
-                              const std::function<Take(const jet::Table&)>& prepare) {
+template <class Prepare>
+void PictureReader::ReadTable(const char* name, Rows rows, Prepare prepare) {
   const auto table = failed_.empty() ? database_.Find(name) : std::nullopt;
   if (!table) return;
-  const Take take = table->Sound() ? prepare(*table) : Take();
+  const auto take = prepare(*table);
   const jet::TableRead read = table->ForEachRow([&](const jet::Row& row) {
     take(row);
     if (!Spend(kCostOfRow)) Fail(name);
     return rows == Rows::All && failed_.empty();
   });
+  CountWhatIsLeftOut(name, read);
+}
+
+void PictureReader::CountWhatIsLeftOut(const char* name, const jet::TableRead& read) {
   picture_.rowsLeftOut += static_cast<int>(read.leftOut);
   if (!read.whole) LeaveOut(name);
 }
@@ -150,13 +150,13 @@ void PictureReader::ReadRows(const char* name, std::vector<RowType> ScoringPictu
   if (!table) return;
   const auto pages = table->Pages();
   if (!pages) return LeaveOut(name);
-  const auto make = prepare(*table);
+  const auto fill = prepare(*table);
   std::vector<RowType>& rows = picture_.*list;
   PagedTable& now = tables_[name];
   now.columns = table->Columns();
   if (last_.picture) rows.reserve(((*last_.picture).*list).size() + kMoreRows);
   const auto take = [&](const jet::Row& row) {
-    rows.push_back(make(row));
+    fill(row, rows.emplace_back());
     if (!Spend(kCostOfRow + sizeof(RowType) + TextsOf(rows.back()))) Fail(name);
     return failed_.empty();
   };
@@ -185,14 +185,14 @@ std::string PictureReader::Read() {
   if (!database_.Sound()) return "the list of its tables";
   picture_.format = database_.TheFile().IsJet3() ? "Jet3" : "Jet4";
   FindUnit();
-  ReadTable("Clients", Rows::First, [&](const jet::Table& table) -> Take {
+  ReadTable("Clients", Rows::First, [&](const jet::Table& table) {
     return [&, computer = table.Find("Computer")](const jet::Row& row) {
       picture_.computer = row.Text(computer);
     };
   });
   ReadSessionRow();
   ReadSections();
-  ReadTable("Settings", Rows::First, [&](const jet::Table& table) -> Take {
+  ReadTable("Settings", Rows::First, [&](const jet::Table& table) {
     return [&, source = table.Find("BM2NameSource")](const jet::Row& row) {
       if (row.Number(source)) picture_.nameSource = row.Short(source);
     };
@@ -215,7 +215,7 @@ void PictureReader::FindUnit() {
 
 void PictureReader::ReadSessionRow() {
   const bool events = picture_.unit == "BridgeTab";
-  ReadTable(events ? "Events" : "Session", Rows::First, [&](const jet::Table& table) -> Take {
+  ReadTable(events ? "Events" : "Session", Rows::First, [&](const jet::Table& table) {
     const int name = table.Find(events ? "EventID" : "Name");
     const int date = events ? -1 : table.Find("Date");
     const int time = events ? -1 : table.Find("Time");
@@ -229,7 +229,7 @@ void PictureReader::ReadSessionRow() {
 }
 
 void PictureReader::ReadSections() {
-  ReadTable("Section", Rows::All, [&](const jet::Table& table) -> Take {
+  ReadTable("Section", Rows::All, [&](const jet::Table& table) {
     return [&, id = table.Find("ID"), letter = table.Find("Letter"), tables = table.Find("Tables"),
             missing = table.Find("MissingPair"),
             move = table.Find("EWMoveBeforePlay")](const jet::Row& row) {
@@ -245,9 +245,9 @@ void PictureReader::ReadPlayers() {
   ReadRows(kSeats, &ScoringPicture::players, [](const jet::Table& table) {
     return [section = table.Find("Section"), tableNumber = table.Find("Table"),
             direction = table.Find("Direction"), number = table.Find("Number"),
-            name = table.Find("Name")](const jet::Row& row) {
-      return PlayerRow{row.Short(section), row.Short(tableNumber), row.Text(direction),
-                       row.Text(number), row.Text(name)};
+            name = table.Find("Name")](const jet::Row& row, PlayerRow& seat) {
+      seat = {row.Short(section), row.Short(tableNumber), row.Text(direction), row.Text(number),
+              row.Text(name)};
     };
   });
 }
@@ -289,16 +289,20 @@ void PictureReader::ReadNames() {
     wanted[static_cast<int32_t>(number)];
     seated[static_cast<uint32_t>(number) & kLastBits] = true;
   }
-  ReadTable(kNames, Rows::All, [&](const jet::Table& table) -> Take {
-    return [&, id = table.Find("ID"), name = table.Find("Name")](const jet::Row& row) {
-      const int32_t number = row.Number(id).value_or(0);
-      if (!seated[static_cast<uint32_t>(number) & kLastBits]) return;
-      const auto seat = wanted.find(number);
-      if (seat == wanted.end() || seat->second) return;
-      seat->second = row.Text(name);
-      if (!Spend(seat->second->size())) Fail(kNames);
-    };
-  });
+  const auto take = [&, id = list ? list->Find("ID") : -1,
+                     name = list ? list->Find("Name") : -1](const jet::Row& row) {
+    const auto seat = wanted.find(row.Number(id).value_or(0));
+    if (seat == wanted.end() || seat->second) return true;
+    seat->second = row.Text(name);
+    if (!Spend(seat->second->size())) Fail(kNames);
+    return failed_.empty();
+  };
+  if (list && failed_.empty()) {
+    const jet::WantedRows seats{list->Find("ID"), [&](int32_t number) {
+                                  return seated[static_cast<uint32_t>(number) & kLastBits];
+                                }};
+    CountWhatIsLeftOut(kNames, list->ForEachRow(take, &seats));
+  }
   for (PlayerRow& seat : picture_.players) {
     const double number = Val(seat.Number);
     if (number <= 0) continue;
@@ -313,10 +317,9 @@ void PictureReader::ReadRounds() {
     return [section = table.Find("Section"), tableNumber = table.Find("Table"),
             round = table.Find("Round"), ns = table.Find("NSPair"), ew = table.Find("EWPair"),
             low = table.Find("LowBoard"), high = table.Find("HighBoard"),
-            custom = table.Find("CustomBoards")](const jet::Row& row) {
-      return RoundRow{row.Short(section), row.Short(tableNumber), row.Short(round),
-                      row.Short(ns),      row.Short(ew),          row.Short(low),
-                      row.Short(high),    row.Text(custom)};
+            custom = table.Find("CustomBoards")](const jet::Row& row, RoundRow& played) {
+      played = {row.Short(section), row.Short(tableNumber), row.Short(round), row.Short(ns),
+                row.Short(ew),      row.Short(low),         row.Short(high),  row.Text(custom)};
     };
   });
 }
@@ -329,8 +332,7 @@ void PictureReader::ReadReceived() {
             ew = column("PairEW"), declarer = column("Declarer"), direction = column("NS/EW"),
             contract = column("Contract"), result = column("Result"), lead = column("LeadCard"),
             remarks = column("Remarks"), date = column("DateLog"), time = column("TimeLog"),
-            erased = column("Erased")](const jet::Row& row) {
-      ResultRow sent;
+            erased = column("Erased")](const jet::Row& row, ResultRow& sent) {
       sent.ID = row.Number(id).value_or(0);
       sent.Section = row.Short(section);
       sent.Table = row.Short(tableNumber);
@@ -347,7 +349,6 @@ void PictureReader::ReadReceived() {
       sent.stamp =
           MomentOf(row.Days(date).value_or(0), row.Days(time).value_or(0)).value_or(DateTime());
       sent.Erased = row.Flag(erased) ? int16_t{-1} : int16_t{0};
-      return sent;
     };
   });
 }
@@ -382,19 +383,6 @@ Result<ScoringPicture> ReadScoringPicture(const std::string& bytes) {
   const auto content = ReadScoringContent(bytes, {}, {});
   if (!content) return content.Failure();
   return *content.Value().picture;
-}
-
-std::string LeftOutLine(const ScoringPicture& picture) {
-  std::string line;
-  if (picture.rowsLeftOut > 0) {
-    line = fmt::format("{} row{}", picture.rowsLeftOut, picture.rowsLeftOut == 1 ? "" : "s");
-  }
-  if (!picture.tablesLeftOut.empty()) {
-    line += fmt::format("{}the list{} {}", line.empty() ? "" : " and ",
-                        picture.tablesLeftOut.size() == 1 ? "" : "s",
-                        fmt::join(picture.tablesLeftOut, ", "));
-  }
-  return line.empty() ? line : line + " could not be read";
 }
 
 }  // namespace corvanel

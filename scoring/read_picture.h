@@ -47,8 +47,4 @@ Result<ScoringContent> ReadScoringContent(std::string bytes, DateTime modified,
 /// The same for who looks once.
 Result<ScoringPicture> ReadScoringPicture(const std::string& bytes);
 
-/// What could not be read of a file, "3 rows could not be read"; empty when all
-/// could.
-std::string LeftOutLine(const ScoringPicture& picture);
-
 }  // namespace corvanel

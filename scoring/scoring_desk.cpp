@@ -25,9 +25,9 @@ void ScoringDesk::mnuCloseFile_Click() {
   FileChanged(true);
 }
 
-void ScoringDesk::Reopen(const std::string& path, const std::set<int16_t>& sections) {
-  link_.Reopen(path, sections);
-  FileChanged(true);
+void ScoringDesk::Reopen(const FollowedFile& file) {
+  link_.Reopen(file);
+  FileChanged(link_.IsOpen());
 }
 
 void ScoringDesk::OptionsChanged() {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <set>
 #include <string>
 
 #include "clock/tick_timer.h"
@@ -32,7 +31,7 @@ class ScoringDesk : public SessionListener {
   void mnuOpenFile_Click() { FileChanged(link_.mnuOpenFile_Click()); }
   void mnuCloseFile_Click();
   /// Goes on with the file of an earlier run of the program.
-  void Reopen(const std::string& path, const std::set<int16_t>& sections);
+  void Reopen(const FollowedFile& file);
   ScoringLink& Link() { return link_; }
   /// The director starts a session.
   void SessionStarts() { monitor_.SessionStarts(); }

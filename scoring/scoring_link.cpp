@@ -1,13 +1,13 @@
 #include "scoring/scoring_link.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <cctype>
 #include <utility>
 
 #include "basics/numbers.h"
-#include "scoring/read_picture.h"
 #include "scoring/session_identity.h"
 #include "scoring/take_over.h"
 
@@ -16,6 +16,20 @@ namespace {
 
 constexpr int64_t kRecent = 60;      // minutes
 constexpr int kReadsOnOpening = 15;  // of a fifth of a second each, on a slow share
+
+/// What could not be read of a file, "3 rows could not be read"; empty when all could.
+std::string LeftOutLine(const ScoringPicture& picture) {
+  std::string line;
+  if (picture.rowsLeftOut > 0) {
+    line = fmt::format("{} row{}", picture.rowsLeftOut, picture.rowsLeftOut == 1 ? "" : "s");
+  }
+  if (!picture.tablesLeftOut.empty()) {
+    line += fmt::format("{}the list{} {}", line.empty() ? "" : " and ",
+                        picture.tablesLeftOut.size() == 1 ? "" : "s",
+                        fmt::join(picture.tablesLeftOut, ", "));
+  }
+  return line.empty() ? line : line + " could not be read";
+}
 
 std::string FolderOf(const std::string& path) {
   return path.substr(0, path.find_last_of("/\\") + 1);
@@ -33,8 +47,6 @@ bool ScoringLink::mnuOpenFile_Click() {
 }
 
 void ScoringLink::mnuCloseFile_Click() {
-  path_.clear();
-  selected_.clear();
   Forget();
   BWSSetUnitCaptions();
 }
@@ -42,10 +54,10 @@ void ScoringLink::mnuCloseFile_Click() {
 /// What was known of the file, and what was told of it.
 void ScoringLink::Forget() {
   // By their labels, which the model knows.
-  for (const auto& [table, sent] : leftOut_) {
+  for (const auto& [table, sent] : file_.leftOut) {
     parts_.notices.Clear(NoticeKind::LeftOutTable, LabelOf(table));
   }
-  leftOut_.clear();
+  file_ = {};
   model_ = ScoringSession();
   tonights_.reset();
   other_ = false;
@@ -58,7 +70,7 @@ void ScoringLink::Forget() {
 void ScoringLink::BWSSetUnitCaptions() {
   std::string& unit = parts_.session.options.TableTopUnit;
   if (unit.empty()) unit = "Bridgemate";
-  parts_.listener.ShowScoring(unit, path_);
+  parts_.listener.ShowScoring(unit, file_.path);
 }
 
 /// The stored folder, with a separator at its end; one of a year's results becomes this year's.
@@ -153,8 +165,8 @@ bool ScoringLink::BWSOpenFile(const std::string& path) {
     return false;
   }
   Forget();
-  path_ = path;
-  selected_ = selected;
+  file_.path = path;
+  file_.sections = selected;
   Take(picture.Value());
   step([&] { BWSSetUnitCaptions(); });
   // A session under way keeps its round, its start and its shape.
@@ -163,15 +175,15 @@ bool ScoringLink::BWSOpenFile(const std::string& path) {
   return true;
 }
 
-void ScoringLink::Reopen(const std::string& path, const std::set<int16_t>& sections) {
+void ScoringLink::Reopen(const FollowedFile& file) {
+  if (file.path.empty()) return;
   HandlerSteps step(parts_.errors, "ModScorer.Reopen");
   step([&] {
     parts_.log.LogOpen("CONTINUE - version " + parts_.version);
-    parts_.log.LogWrite("Database " + path);
+    parts_.log.LogWrite("Database " + file.path);
   });
   Forget();
-  path_ = path;
-  selected_ = sections;
+  file_ = file;
   step([&] { BWSSetUnitCaptions(); });
   step([&] { ReadNow(); });
 }
@@ -192,25 +204,26 @@ std::set<int16_t> ScoringLink::ChooseSections(const ScoringPicture& picture) {
 }
 
 void ScoringLink::BWSReadFile(std::function<void(bool)> done) {
-  parts_.database.Read(path_, [this, path = path_, done = std::move(done)](const auto& picture) {
-    // Another file may have been opened meanwhile.
-    const bool good = path == path_ && picture;
-    if (good) Take(picture.Value());
-    done(good);
-  });
+  parts_.database.Read(file_.path,
+                       [this, path = file_.path, done = std::move(done)](const auto& picture) {
+                         // Another file may have been opened meanwhile.
+                         const bool good = path == file_.path && picture;
+                         if (good) Take(picture.Value());
+                         done(good);
+                       });
 }
 
 bool ScoringLink::ReadNow() {
-  const auto picture = ReadPatiently(path_);
+  const auto picture = ReadPatiently(file_.path);
   if (picture) Take(picture.Value());
   return static_cast<bool>(picture);
 }
 
 /// The model of a picture; the one that there is serves as long as nothing has changed.
 void ScoringLink::Take(const PicturePointer& picture) {
-  if (model_.Empty() || picture.get() != &model_.Picture() || selected_ != modelSections_) {
-    model_ = ScoringSession(picture, selected_);
-    modelSections_ = selected_;
+  if (model_.Empty() || picture.get() != &model_.Picture() || file_.sections != modelSections_) {
+    model_ = ScoringSession(picture, file_.sections);
+    modelSections_ = file_.sections;
     CheckSession(picture);
     CountBackIn();
   }
@@ -226,7 +239,10 @@ void ScoringLink::CheckSession(const PicturePointer& picture) {
     parts_.log.LogWrite(line);
     parts_.notices.Set({NoticeKind::ScoringRows, UnitName() + ": " + line});
   }
-  other_ = tonights_ && !SameSession(*tonights_, *picture, selected_);
+  // After a restart the record alone tells of tonight's.
+  other_ = tonights_
+               ? !SameSession(*tonights_, *picture, file_.sections)
+               : !file_.identity.empty() && file_.identity != IdentityOf(*picture, file_.sections);
   if (other_) {
     const std::string& name = picture->sessionName;
     parts_.notices.Set({NoticeKind::OtherSession,
@@ -236,13 +252,19 @@ void ScoringLink::CheckSession(const PicturePointer& picture) {
                         "It is tonight's"});
     return;
   }
+  TakeAsTonights(picture);
+}
+
+void ScoringLink::TakeAsTonights(const PicturePointer& picture) {
   tonights_ = picture;
+  other_ = false;
+  file_.identity = IdentityOf(*picture, file_.sections);
   parts_.notices.Clear(NoticeKind::OtherSession);
 }
 
 /// A table that was left out and sends something plays after all.
 void ScoringLink::CountBackIn() {
-  std::erase_if(leftOut_, [this](const auto& entry) {
+  std::erase_if(file_.leftOut, [this](const auto& entry) {
     if (model_.Sent(entry.first) == entry.second) return false;
     parts_.notices.Clear(NoticeKind::LeftOutTable, LabelOf(entry.first));
     return true;
@@ -251,7 +273,7 @@ void ScoringLink::CountBackIn() {
 
 std::set<TableId> ScoringLink::LeftOut() const {
   std::set<TableId> tables;
-  for (const auto& [table, sent] : leftOut_) tables.insert(table);
+  for (const auto& [table, sent] : file_.leftOut) tables.insert(table);
   return tables;
 }
 
@@ -262,7 +284,7 @@ std::string ScoringLink::LabelOf(TableId table) const {
 }
 
 void ScoringLink::LeaveOut(TableId table) {
-  leftOut_[table] = model_.Sent(table);
+  file_.leftOut[table] = model_.Sent(table);
   parts_.log.LogWrite("Table " + LabelOf(table) + " left out");
   parts_.notices.Set({NoticeKind::LeftOutTable,
                       fmt::format("Table {} is left out until it sends something", LabelOf(table)),
@@ -271,12 +293,10 @@ void ScoringLink::LeaveOut(TableId table) {
 
 void ScoringLink::Act(const Notice& notice) {
   if (notice.kind == NoticeKind::OtherSession && other_) {
-    tonights_ = model_.Pointer();
-    other_ = false;
-    parts_.notices.Clear(NoticeKind::OtherSession);
+    TakeAsTonights(model_.Pointer());
   }
   if (notice.kind == NoticeKind::LeftOutTable) {
-    std::erase_if(leftOut_,
+    std::erase_if(file_.leftOut,
                   [&](const auto& entry) { return LabelOf(entry.first) == notice.subject; });
     parts_.notices.Clear(NoticeKind::LeftOutTable, notice.subject);
   }
@@ -289,7 +309,7 @@ void ScoringLink::BWSUpdateTimerSettings() {
     start = model_.Picture().SessionStart().TimeOfDay();
     const bool alike = TakeOver(model_, parts_.session);
     parts_.notices.Set(
-        {NoticeKind::TakenOver, fmt::format("Taken over from {}: {}", FileName(path_),
+        {NoticeKind::TakenOver, fmt::format("Taken over from {}: {}", FileName(file_.path),
                                             TakenOverText(model_, parts_.session.settings))});
     if (!alike) parts_.prompts.Message("Sections have different numbers of boards per round");
   }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -16,6 +17,16 @@
 #include "settings/settings_table.h"
 
 namespace corvanel {
+
+/// The scoring file that is open, as far as a later run of the program must know it.
+struct FollowedFile {
+  std::string path;                   // empty: none
+  std::set<int16_t> sections;         // the chosen ones, by their numbers in the file
+  std::string identity;               // of tonight's session; empty before it was seen
+  std::map<TableId, size_t> leftOut;  // tables, with how many results they had sent then
+
+  bool operator==(const FollowedFile&) const = default;
+};
 
 /// The scoring database that is open: how it is chosen, opened, read again and closed.
 class ScoringLink : public FollowedScoring {
@@ -53,9 +64,9 @@ class ScoringLink : public FollowedScoring {
   bool BWSChooseFile(bool recentOnly);
   /// Opens a file. False when it is not taken: a message tells why, and what was open stays open.
   bool BWSOpenFile(const std::string& path);
-  /// Goes on with a file that an earlier run of the program had open, with the sections chosen
-  /// then. Nothing is asked or taken over; a file that is not there now is waited for.
-  void Reopen(const std::string& path, const std::set<int16_t>& sections);
+  /// Goes on with the file that an earlier run of the program had open, if any. Nothing is asked
+  /// or taken over; a file that is not there now is waited for.
+  void Reopen(const FollowedFile& file);
   void BWSReadFile(std::function<void(bool read)> done) override;
   /// Reads it at once, for a director who waits for it. False as above.
   bool ReadNow();
@@ -67,13 +78,12 @@ class ScoringLink : public FollowedScoring {
   /// The director pressed the button of a line about the file.
   void Act(const Notice& notice);
 
-  bool IsOpen() const override { return !path_.empty(); }
+  bool IsOpen() const override { return !file_.path.empty(); }
   bool IsTonights() const override { return !other_; }
   std::set<TableId> LeftOut() const override;
   const ScoringSession& Model() const override { return model_; }
-  const std::string& Path() const { return path_; }
-  /// The chosen sections, by their numbers in the file.
-  const std::set<int16_t>& Sections() const { return selected_; }
+  const std::string& Path() const { return file_.path; }
+  const FollowedFile& Followed() const { return file_; }
   const std::string& UnitName() const { return parts_.session.options.TableTopUnit; }
 
  private:
@@ -86,18 +96,17 @@ class ScoringLink : public FollowedScoring {
   void Forget();
   void Take(const PicturePointer& picture);
   void CheckSession(const PicturePointer& picture);
+  void TakeAsTonights(const PicturePointer& picture);
   void CountBackIn();
   std::string LabelOf(TableId table) const;
   void BWSUpdateTimerSettings();
 
   Parts parts_;
-  std::string path_;
-  std::set<int16_t> selected_;
+  FollowedFile file_;
   ScoringSession model_;
-  std::set<int16_t> modelSections_;    // that the model was made for
-  PicturePointer tonights_;            // the last one of the session that the file was opened for
-  bool other_ = false;                 // the file holds another session's now
-  std::map<TableId, size_t> leftOut_;  // with how many results they had sent then
+  std::set<int16_t> modelSections_;  // that the model was made for
+  PicturePointer tonights_;          // the last one of the session that the file was opened for
+  bool other_ = false;               // the file holds another session's now
 };
 
 }  // namespace corvanel

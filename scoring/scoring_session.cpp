@@ -36,6 +36,10 @@ uint64_t KeyOf(int16_t section, int16_t table, int16_t round = 0) {
   return part(section) << 32U | part(table) << 16U | part(round);
 }
 
+uint64_t WithoutRound(uint64_t key) {
+  return key & ~uint64_t{0xFFFF};
+}
+
 void MarkMissingPair(ScoringSection& section) {
   const int missing = section.row.MissingPair;
   if (missing == 0) return;
@@ -123,15 +127,15 @@ void ScoringSession::TakeResults() {
     const ScoringSection* section = Section(row.Section);
     if (section != nullptr && section->selected) order.emplace_back(row.stamp, &row);
   }
-  std::sort(order.begin(), order.end());
+  if (!std::is_sorted(order.begin(), order.end())) std::sort(order.begin(), order.end());
   results_.reserve(order.size());
   for (const auto& [stamp, row] : order) results_.push_back(row);
   received_.reserve(results_.size());
   for (const ResultRow* row : results_) {
     received_[KeyOf(row->Section, row->Table, row->round)].Add(row->Board,
                                                                row->Erased != 0 ? -1 : 1);
-    heard_.insert(KeyOf(row->Section, row->Table));
   }
+  for (const auto& [key, boards] : received_) heard_.insert(WithoutRound(key));
   for (const ResultRow* row : results_) {
     if (row->round > highestRound_ && Received(row->Section, row->Table, row->round)->Count() > 0) {
       highestRound_ = row->round;
@@ -205,11 +209,12 @@ std::string GetPairNumDirn(const ScoringSection& section, const TableRound& tabl
   return GetPairNum(table, northSouth) + (northSouth ? "NS" : "EW");
 }
 
-std::string GetTableNames(const ScoringPicture& picture, int16_t section, int16_t table) {
-  std::string names;
+std::map<TableId, std::string> GetTableNames(const ScoringPicture& picture) {
+  std::map<TableId, std::string> names;
   for (const PlayerRow& seat : picture.players) {
-    if (seat.Section != section || seat.Table != table || seat.Name.empty()) continue;
-    names += (names.empty() ? "" : ", ") + seat.Direction + ": " + seat.Name;
+    if (seat.Name.empty()) continue;
+    std::string& table = names[{seat.Section, seat.Table}];
+    table += (table.empty() ? "" : ", ") + seat.Direction + ": " + seat.Name;
   }
   return names;
 }

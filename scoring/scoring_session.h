@@ -116,7 +116,7 @@ std::string GetPairNum(const TableRound& table, bool northSouth);
 /// The same with "NS" or "EW" behind it: the pair that sits there, north-south unless that side
 /// is empty or missing.
 std::string GetPairNumDirn(const ScoringSection& section, const TableRound& table);
-/// The names of a table's players by their seats, "N: Ann, S: Bob", of those that are known.
-std::string GetTableNames(const ScoringPicture& picture, int16_t section, int16_t table);
+/// The names of the tables' players by their seats, "N: Ann, S: Bob", as far as they are known.
+std::map<TableId, std::string> GetTableNames(const ScoringPicture& picture);
 
 }  // namespace corvanel

@@ -1,5 +1,7 @@
 #include "scoring/session_identity.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <map>
 #include <tuple>
@@ -42,6 +44,17 @@ bool SameSession(const ScoringPicture& earlier, const ScoringPicture& later,
     const auto now = movement.find({row.Section, row.Table, row.round});
     return now != movement.end() && Holds(row, *now->second);
   });
+}
+
+std::string IdentityOf(const ScoringPicture& picture, const std::set<int16_t>& sections) {
+  std::string text = picture.sessionName;
+  if (picture.sessionDate) text += ", " + IsoText(*picture.sessionDate);
+  for (const auto& [seat, row] : MovementOf(picture)) {
+    const auto& [section, table, round] = seat;
+    if (round != 1 || !sections.contains(section)) continue;
+    text += fmt::format(", {}.{}: {}-{}", section, table, row->NSPair, row->EWpair);
+  }
+  return text;
 }
 
 }  // namespace corvanel

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <set>
+#include <string>
 
 #include "scoring/scoring_picture.h"
 
@@ -11,5 +12,9 @@ namespace corvanel {
 /// what was known of the movement still holds. More rounds, tables and results may have come.
 bool SameSession(const ScoringPicture& earlier, const ScoringPicture& later,
                  const std::set<int16_t>& sections);
+
+/// The session of a picture in a few words, to be known again by in a later run of the program: its
+/// name, its start, and who met whom in the first round of the chosen sections.
+std::string IdentityOf(const ScoringPicture& picture, const std::set<int16_t>& sections);
 
 }  // namespace corvanel

@@ -22,6 +22,12 @@ struct TableRead {
   size_t leftOut = 0;  // rows that could not be read
 };
 
+/// Which rows of a table are wanted: by the whole number that stands in a column of fixed place.
+struct WantedRows {
+  int column = -1;
+  std::function<bool(int32_t)> wants;
+};
+
 /// One table of a database.
 class Table {
  public:
@@ -35,10 +41,13 @@ class Table {
   std::optional<std::vector<uint32_t>> Pages() const;
   /// Hands over every row of one of its pages until `take` returns false, rows that were moved from
   /// there to another page included.
-  PageRead ReadPage(uint32_t page, const std::function<bool(const Row&)>& take) const;
+  /// With `wanted` only such rows are looked at; the others, damaged or not, cost next to nothing.
+  PageRead ReadPage(uint32_t page, const std::function<bool(const Row&)>& take,
+                    const WantedRows* wanted = nullptr) const;
   /// The same for the whole table, in the order of the file. What stands in the table's head is not
   /// asked: it may say that there are no rows.
-  TableRead ForEachRow(const std::function<bool(const Row&)>& take) const;
+  TableRead ForEachRow(const std::function<bool(const Row&)>& take,
+                       const WantedRows* wanted = nullptr) const;
 
  private:
   const File& file_;

@@ -16,9 +16,10 @@ PageKind KindOf(const View& page) {
   return static_cast<PageKind>(page.Number(0, 1));
 }
 
-uint32_t RowPage::Rows() const {
-  return std::min(page_.Number(rowCount_, 2), kMostRows);
-}
+RowPage::RowPage(const File& file, uint32_t number)
+    : page_(file.Page(number)),
+      entries_(file.TheLayout().rowCount + 2),
+      rows_(std::min(page_.Number(file.TheLayout().rowCount, 2), kMostRows)) {}
 
 /// Rows fill a page from its end: each ends where the one before it begins. Where a writer put them
 /// in another order, at the next beginning of any.

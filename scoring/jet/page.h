@@ -28,22 +28,22 @@ struct Slot {
 /// A page that holds rows of one table.
 class RowPage {
  public:
-  RowPage(const File& file, uint32_t number)
-      : page_(file.Page(number)), rowCount_(file.TheLayout().rowCount) {}
+  RowPage(const File& file, uint32_t number);
 
   PageKind Kind() const { return KindOf(page_); }
   /// The page of its table's definition.
   uint32_t Owner() const { return page_.Number(4, 4); }
   /// How many places it has.
-  uint32_t Rows() const;
+  uint32_t Rows() const { return rows_; }
   Slot At(uint32_t row) const;
 
  private:
-  uint32_t Entry(uint32_t row) const { return page_.Number(rowCount_ + 2 + 2 * size_t{row}, 2); }
+  uint32_t Entry(uint32_t row) const { return page_.Number(entries_ + 2 * size_t{row}, 2); }
   size_t EndOf(uint32_t row, size_t start) const;
 
   View page_;
-  size_t rowCount_;
+  size_t entries_;  // where the list of its places begins
+  uint32_t rows_;
 };
 
 }  // namespace corvanel::jet

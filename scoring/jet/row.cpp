@@ -101,7 +101,10 @@ int16_t Row::Short(int column) const {
 std::string Row::Text(int column) const {
   const View field = Field(column, 1);
   if (field.Empty() || At(column).type != ColumnType::Text) return {};
-  return std::string(Trimmed(TextOf(field, file_)));
+  std::string text = TextOf(field, file_);
+  const std::string_view wanted = Trimmed(text);
+  if (wanted.size() != text.size()) return std::string(wanted);
+  return text;
 }
 
 std::optional<double> Row::Days(int column) const {

@@ -1,7 +1,5 @@
 #include "scoring/jet/table_definition.h"
 
-#include <algorithm>
-
 #include "basics/numbers.h"
 #include "scoring/jet/text.h"
 
@@ -17,7 +15,8 @@ constexpr uint32_t kFixed = 1;    // in a column's flags
 
 }  // namespace
 
-TableDefinition::TableDefinition(const File& file, uint32_t page) : page_(page) {
+TableDefinition::TableDefinition(const File& file, uint32_t page)
+    : page_(page), head_(file.TheLayout().rowColumns) {
   if (page == 0 || KindOf(file.Page(page)) != PageKind::Definition) return;
   const std::vector<unsigned char> bytes = Collect(file);
   if (!ReadColumns(View(bytes), file)) columns_.clear();
@@ -91,8 +90,11 @@ int TableDefinition::Find(std::string_view name) const {
   return found == columns_.end() ? -1 : static_cast<int>(found - columns_.begin());
 }
 
-size_t TableDefinition::FixedLength(uint32_t columns) const {
-  return fixedLengths_[std::min<size_t>(columns, kMostColumns)];
+std::optional<size_t> TableDefinition::PlaceOfLong(int column) const {
+  if (column < 0) return std::nullopt;
+  const Column& wanted = columns_[static_cast<size_t>(column)];
+  if (!wanted.fixed || wanted.type != ColumnType::Long) return std::nullopt;
+  return head_ + wanted.offset;
 }
 
 }  // namespace corvanel::jet

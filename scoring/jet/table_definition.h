@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -43,11 +45,15 @@ class TableDefinition {
   const std::vector<Column>& Columns() const { return columns_; }
   /// The column of a name, without regard to case; -1 when there is none.
   int Find(std::string_view name) const;
+  /// Where in a row a column of long whole numbers has them; nothing when it has no fixed place.
+  std::optional<size_t> PlaceOfLong(int column) const;
   RowPointer Map() const { return map_; }
   uint32_t Page() const { return page_; }
   /// How long the fixed part of a row with so many columns is at least. Rows that were written
   /// before a column was added are shorter.
-  size_t FixedLength(uint32_t columns) const;
+  size_t FixedLength(uint32_t columns) const {
+    return fixedLengths_[std::min<size_t>(columns, fixedLengths_.size() - 1)];
+  }
   /// Whether a row with so many columns has a part of variable length.
   bool HasVariable(uint32_t columns) const { return columns > firstVariable_; }
 
@@ -57,6 +63,7 @@ class TableDefinition {
   bool ReadNames(View names, const File& file);
 
   uint32_t page_;
+  size_t head_;  // bytes of a row before its columns
   RowPointer map_;
   std::vector<Column> columns_;
   std::vector<size_t> fixedLengths_;  // by the number of columns

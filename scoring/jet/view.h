@@ -21,9 +21,18 @@ class View {
   /// The number of `width` bytes, 1 to 4, at an offset; 0 where it does not lie within.
   uint32_t Number(size_t offset, size_t width) const {
     if (!Holds(offset, width)) return 0;
-    uint32_t number = 0;
-    for (size_t i = width; i-- > 0;) number = number << 8U | bytes_[offset + i];
-    return number;
+    const auto byte = [&](size_t i) { return uint32_t{bytes_[offset + i]} << (8 * i); };
+    // Written out, so that the compiler makes one load of it.
+    switch (width) {
+      case 1:
+        return byte(0);
+      case 2:
+        return byte(0) | byte(1);
+      case 3:
+        return byte(0) | byte(1) | byte(2);
+      default:
+        return byte(0) | byte(1) | byte(2) | byte(3);
+    }
   }
   /// A part of this one; empty where it does not lie within.
   View Part(size_t offset, size_t length) const {

@@ -133,8 +133,9 @@ void PlayTimePage::PaintHeatMap(QPainter& painter, const SectionTimes& section,
       std::min((place.height() - head - 30) / static_cast<double>(section.tables.size()), 46.0);
   painter.setPen(kQuiet);
   SetFont(painter, 15);
-  painter.drawText(QRectF(place.x(), place.y(), place.width(), 20), Qt::AlignLeft,
-                   tr("Minutes of play of each table in each round, above what it waited before"));
+  painter.drawText(
+      QRectF(place.x(), place.y(), place.width(), 20), Qt::AlignLeft,
+      tr("Minutes of play of each table in each round; below, waited + moved before it"));
   const double top = place.y() + head;
   SetFont(painter, std::clamp(cellHeight * 0.45, 7.0, 15.0), QFont::DemiBold);
   for (size_t c = 0; c < section.rounds.size(); ++c) {
@@ -164,11 +165,13 @@ void PlayTimePage::PaintHeatMap(QPainter& painter, const SectionTimes& section,
       painter.setPen(kInk);
       const QRectF played(cell.x(), cell.y() + 1, cell.width(), cell.height() * 0.6);
       painter.drawText(played, Qt::AlignCenter, Minutes(time->second.minutes));
-      if (time->second.waited < kLeastWait || cell.height() < kLeastForTwo) continue;
+      const double before = time->second.waited + time->second.moved;
+      if (before < kLeastWait || cell.height() < kLeastForTwo) continue;
       painter.save();
       SetFont(painter, std::clamp(cellHeight * 0.26, 7.0, 11.0));
-      painter.drawText(QRectF(cell.x(), played.bottom(), cell.width(), cell.height() * 0.34),
-                       Qt::AlignCenter, tr("waited %1").arg(Minutes(time->second.waited)));
+      painter.drawText(
+          QRectF(cell.x(), played.bottom(), cell.width(), cell.height() * 0.34), Qt::AlignCenter,
+          tr("%1 + %2").arg(Minutes(time->second.waited), Minutes(time->second.moved)));
       painter.restore();
     }
   }

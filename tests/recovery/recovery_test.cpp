@@ -217,8 +217,8 @@ TEST(ContinueSessionTest, ADamagedRecordIsToldInALineAndAnOlderOneServes) {
       "[1,2",
       std::string(100, '\0'),
       whole.substr(0, whole.size() / 2),
-      with("\"format\": 3", "\"format\": 4"),
-      with("\"format\": 3", "\"format\": 1e99"),
+      with("\"format\": 4", "\"format\": 5"),
+      with("\"format\": 4", "\"format\": 1e99"),
       with("\"round\": 1,", "\"round\": 70001,"),
       with("\"roundEnd\": 600.0", "\"roundEnd\": 600000.0"),
       with("\"phase\": \"round\"", "\"phase\": \"dance\""),
@@ -293,8 +293,8 @@ TEST(SessionRecorderTest, WritesEveryChangeAndOnlyChanges) {
             1);
   const auto record = ReadRecord(keeper.texts.front());
   ASSERT_TRUE(record);
-  EXPECT_EQ(record.Value().scoringFile, ScoringBench::kFile);
-  EXPECT_THAT(record.Value().sections, ElementsAre(1));
+  EXPECT_EQ(record.Value().scoring.path, ScoringBench::kFile);
+  EXPECT_THAT(record.Value().scoring.sections, ElementsAre(1));
   EXPECT_EQ(record.Value().settings, run.session().settings);
 }
 
@@ -359,7 +359,7 @@ TEST(SessionRecorderTest, OtherSectionsOfTheSameFileAreWritten) {
     run.bench.Open(picture);
     run.Pass(1);
   }
-  EXPECT_THAT(ReadRecord(keeper.texts.front()).Value().sections, ElementsAre(1, 9));
+  EXPECT_THAT(ReadRecord(keeper.texts.front()).Value().scoring.sections, ElementsAre(1, 9));
 }
 
 // The director closed the question, looked at something and left: it is asked again.
@@ -380,8 +380,8 @@ TEST(ContinueSessionTest, TheReasonIsThatOfTheNewestRecord) {
   ProgramRun first(keeper, ClockTime::At(20, 0), "one");
   first.Begin();
   std::string newer = keeper.texts.front();
-  const std::string format = "\"format\": 3";
-  newer.replace(newer.find(format), format.size(), "\"format\": 4");
+  const std::string format = "\"format\": 4";
+  newer.replace(newer.find(format), format.size(), "\"format\": 5");
   keeper.texts = {newer, "{}"};
   ProgramRun second(keeper, ClockTime::At(20, 1), "two");
   EXPECT_FALSE(second.Resume());

@@ -187,10 +187,8 @@ class RehearsalTest : public testing::TestWithParam<unsigned> {
     reference->AdvanceTo(now);
     const auto record = run->ending.Ask();
     ASSERT_TRUE(record);
-    if (!record->scoringFile.empty()) {
-      run->bench.link.Reopen(record->scoringFile, record->sections);
-      run->bench.monitor.FileChanged();
-    }
+    run->bench.link.Reopen(record->scoring);
+    if (run->bench.link.IsOpen()) run->bench.monitor.FileChanged();
     run->ending.GoOn(*record);
     Check("killed");
   }

@@ -38,7 +38,10 @@ class PlayTimeTest : public testing::Test {
   }
   SectionTimes Times() const {
     const auto picture = std::make_shared<ScoringPicture>(evening);
-    return PlayTimesOf(ScoringSession(picture, {1})).at(0);
+    return PlayTimesOf(ScoringSession(picture, {1}), starts).at(0);
+  }
+  DateTime At(double minutes) const {
+    return {evening.sessionDate->seconds + std::llround(minutes * 60)};
   }
   double Minutes(int table, int round) const {
     return Times().times.at({static_cast<int16_t>(table), static_cast<int16_t>(round)}).minutes;
@@ -51,6 +54,7 @@ class PlayTimeTest : public testing::Test {
   }
 
   ScoringPicture evening = Mitchell(6, 4, 2);
+  RoundStarts starts;
 };
 
 TEST_F(PlayTimeTest, RoundsTablesAndPairsAreTimed) {
@@ -101,6 +105,44 @@ TEST_F(PlayTimeTest, WrongClocksLateAndRepeatedResultsChangeLittle) {
     EXPECT_NEAR(after.times.at(place).minutes, time.minutes, 3.1)
         << "table " << place.first << " round " << place.second;
   }
+}
+
+TEST_F(PlayTimeTest, TheClocksStartsTellPlayWaitAndMoveApart) {
+  starts = {{1, {At(0), At(0)}}, {2, {At(14), At(15)}}, {3, {At(50), At(50)}}};
+  const auto time = [&](int16_t table, int16_t round) { return Times().times.at({table, round}); };
+  EXPECT_EQ(time(1, 2).minutes, 13);
+  EXPECT_EQ(time(1, 2).waited, 1);
+  EXPECT_EQ(time(1, 2).moved, 1);
+  EXPECT_EQ(time(3, 2).waited + time(3, 2).moved, 0) << "it had played until the round began";
+  EXPECT_EQ(time(1, 3).minutes, 13);
+  EXPECT_EQ(time(1, 3).waited, 22) << "the break is no move";
+  // Another clock than the units': the results count.
+  starts = {{2, {At(34), At(35)}}};
+  EXPECT_NEAR(time(1, 2).minutes, 13, 2.1);
+}
+
+TEST(RoundBookTest, KeepsWhenTheClockBeganTheRounds) {
+  ScoringBench bench(ClockTime::At(19, 30), DateTime::Of(2026, 11, 20));
+  ClockBench& clocks = bench.clocks;
+  clocks.broadcast.Add(bench.rounds);
+  SessionSettings& s = bench.session.settings;
+  s.nRounds = 4;
+  s.MinPerRound = 10;
+  s.MinBetweenRounds = 1;
+  clocks.clock.Start(1);
+  bench.PassWithPolls(25 * 60);
+  const auto at = [](int hour, int minute) {
+    return DateTime::Of(2026, 11, 20, ClockTime::At(hour, minute));
+  };
+  const RoundStarts expected = {
+      {1, {at(19, 30), at(19, 30)}}, {2, {at(19, 40), at(19, 41)}}, {3, {at(19, 51), at(19, 52)}}};
+  EXPECT_EQ(bench.rounds.Starts(), expected);
+  clocks.clock.Do(SessionCommand::NextRound);
+  EXPECT_EQ(bench.rounds.Starts().size(), 4U);
+  clocks.clock.Do(SessionCommand::Undo);
+  EXPECT_EQ(bench.rounds.Starts(), expected);
+  clocks.clock.Start(1);
+  EXPECT_EQ(bench.rounds.Starts().size(), 1U);
 }
 
 /// What the clock of a fixture's evening did: rounds of 20 minutes and a minute's move from 19:30.

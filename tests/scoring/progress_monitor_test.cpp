@@ -260,7 +260,7 @@ TEST_F(EveningTest, ATableThatHasFinishedShowsNoCount) {
 }
 
 TEST_F(EveningTest, AFileThatIsGoneIsSaidAtOnce) {
-  bench.link.Reopen("/scoring/gone.bws", {1});
+  bench.link.Reopen({"/scoring/gone.bws", {1}, "", {}});
   bench.monitor.FileChanged();
   EXPECT_EQ(bench.face.info, "Bridgemate: no data");
 }
@@ -319,7 +319,7 @@ TEST_F(EveningTest, AnotherFileIsNotBlindYet) {
   bench.database.unreadable = true;
   bench.PassWithPolls(130);
   ASSERT_EQ(bench.face.info, "Bridgemate: no data for 2 min");
-  bench.link.Reopen("/scoring/other.bws", {1});
+  bench.link.Reopen({"/scoring/other.bws", {1}, "", {}});
   bench.monitor.FileChanged();
   EXPECT_EQ(bench.face.info, "Bridgemate: no data");
 }

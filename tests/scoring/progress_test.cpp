@@ -168,7 +168,7 @@ TEST(ScoringSessionTest, TotalsAndPairNumbers) {
   const ScoringSection& section = session.Sections()[0];
   EXPECT_EQ(GetPairNum(*section.Find(2, 1), false), "  6");
   EXPECT_EQ(GetPairNumDirn(section, *section.Find(2, 1)), "  2NS");
-  EXPECT_EQ(GetTableNames(picture, 1, 2), "N: Ann, E: Eve");
+  EXPECT_EQ(GetTableNames(picture).at({1, 2}), "N: Ann, E: Eve");
   const ScoringSession nothing(std::make_shared<ScoringPicture>(picture), {});
   EXPECT_TRUE(ProgressOf(nothing, {1, 3, 0, 7, true}).tables.empty());
 }

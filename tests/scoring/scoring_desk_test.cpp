@@ -18,7 +18,7 @@ class FakeTimer : public TickTimer {
 class ScoringDeskTest : public testing::Test {
  protected:
   ScoringDeskTest() { bench.Write(Mitchell(8, 7, 3)); }
-  void Reopen() { desk.Reopen(ScoringBench::kFile, {1}); }
+  void Reopen() { desk.Reopen({ScoringBench::kFile, {1}, "", {}}); }
 
   ScoringBench bench;
   FakeTimer timer;

@@ -225,8 +225,8 @@ TEST_F(ScoringLinkTest, AFileOfAnEarlierRunKeepsItsSections) {
   picture.sections.push_back({9, "B", 1, 0, 0});
   picture.rounds.push_back({9, 1, 1, 1, 2, 1, 4, ""});
   bench.Write(picture);
-  bench.link.Reopen(ScoringBench::kFile, {9});
-  EXPECT_EQ(bench.link.Sections(), (std::set<int16_t>{9}));
+  bench.link.Reopen({ScoringBench::kFile, {9}, "", {}});
+  EXPECT_EQ(bench.link.Followed().sections, (std::set<int16_t>{9}));
   EXPECT_EQ(bench.link.Model().SelectedSections(), 1);
   EXPECT_TRUE(bench.link.Model().Section(9)->selected);
 }

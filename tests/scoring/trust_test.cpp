@@ -100,6 +100,26 @@ TEST_F(TrustTest, AnotherSessionsFileIsShownAndNotFollowed) {
   EXPECT_EQ(State().phase, Phase::Round);
 }
 
+TEST_F(TrustTest, AfterARestartTheRecordTellsWhoseFileItIs) {
+  bench.link.LeaveOut({1, 8});
+  const FollowedFile followed = bench.link.Followed();
+  const auto opened = [&](void (*change)(ScoringPicture & picture)) {
+    ScoringBench next;
+    ScoringPicture later = evening;
+    change(later);
+    next.Write(later);
+    next.link.Reopen(followed);
+    return std::pair(next.link.IsTonights(), next.link.LeftOut());
+  };
+  const std::set<TableId> out = {{1, 8}};
+  EXPECT_EQ(opened([](ScoringPicture& /*same*/) {}), std::pair(true, out));
+  EXPECT_FALSE(opened([](ScoringPicture& p) { p.sessionName = "Teams"; }).first);
+  EXPECT_FALSE(opened([](ScoringPicture& p) { p.sessionDate->seconds += 86400; }).first);
+  EXPECT_FALSE(
+      opened([](ScoringPicture& p) { std::swap(p.rounds[0].EWpair, p.rounds[1].EWpair); }).first);
+  EXPECT_TRUE(opened([](ScoringPicture& p) { p.rounds.back().EWpair = 77; }).first) << "amended";
+}
+
 TEST_F(TrustTest, APauseForTablesEndsWhenTheFileIsAnothers) {
   AllSend(1, 2);
   bench.PassWithPolls(21 * 60 - 8);

@@ -80,8 +80,8 @@ struct ProgramRun {
   FakeKeeper& keeper;
   FakeNotices view;
   Notices notices{view};
-  SessionRecorder recorder{
-      {bench.session, bench.clocks.clock, bench.link, bench.clocks.time, keeper, notices}};
+  SessionRecorder recorder{{bench.session, bench.clocks.clock, bench.link, bench.rounds,
+                            bench.clocks.time, keeper, notices}};
   ContinueSession ending{
       {bench.session, bench.clocks.clock, bench.clocks.time, keeper, bench.base.prompts, notices}};
 };

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "scoring/progress_monitor.h"
+#include "scoring/round_book.h"
 #include "scoring/scoring_link.h"
 #include "tests/support/favourites_bench.h"
 
@@ -94,6 +95,7 @@ class ScoringBench : public LogStorage, public SessionListener {
                           return sectionAnswers;
                         },
                     .opened = [this](auto start) { base.control.ScoringFileOpened(start); }}};
+  RoundBook rounds{clocks.clock, clocks.time};
   ProgressMonitor monitor{{session, link, clocks.clock, clocks.broadcast, clocks, clocks.time,
                            activity, clocks.errors, notices}};
 };
