@@ -1,6 +1,7 @@
 // Throws damaged scoring databases at the reader: corvanel-scoring-fuzz COUNT SEED FILE...
-// Every input is derived from one of the files by a few changes that the seed decides. Exits with 1
-// when a read took longer than it may; a crash leaves its input in "scoring-fuzz-crash.bws".
+// The files come first as they are: what was found once is kept in findings/. Every further input
+// is derived from one of them by a few changes that the seed decides. Exits with 1 when a read took
+// longer than it may; a crash leaves its input in "scoring-fuzz-crash.bws".
 
 #include <fmt/format.h>
 
@@ -125,7 +126,10 @@ int main(int argc, char** argv) {
     return 2;
   }
   std::vector<std::string> files;
-  for (int i = 3; i < argc; ++i) files.push_back(Bytes(argv[i]));
+  for (int i = 3; i < argc; ++i) {
+    files.push_back(Bytes(argv[i]));
+    static_cast<void>(corvanel::ReadScoringPicture(files.back()));
+  }
   Random random(static_cast<Random::result_type>(std::strtoul(argv[2], nullptr, 10)));
   const long count = std::strtol(argv[1], nullptr, 10);
   long read = 0;
