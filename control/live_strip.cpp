@@ -30,7 +30,7 @@ LiveStrip LiveStripOf(const ClockFace& face, const Session& session) {
                   session.elements[static_cast<size_t>(face.countdownStyle)], face.can, face.undo};
   if (face.paused) {
     strip.caption = "Paused · " + strip.caption;
-    strip.style.Forecolour = Receded(strip.style);
+    strip.style = Receded(strip.style, strip.style.Backcolour);
   }
   return strip;
 }

@@ -24,7 +24,7 @@ constexpr double kLarge = 0.1;
 constexpr double kLeastLarge = 0.073;
 constexpr double kMessage = 0.15;
 constexpr double kDigitsOfMove = 0.22;
-constexpr double kDigitsOfMoveAboveTables = 0.32;
+constexpr double kDigitsOfMoveAboveTables = 0.31;
 constexpr double kLeastDigits = 0.4;
 constexpr double kLeastDigitsAboveRow = 0.372;   // of tables
 constexpr double kLeastDigitsAboveRows = 0.305;  // of tables
@@ -35,6 +35,7 @@ constexpr double kBesideNews = 0.85;         // of the other texts' own sizes
 constexpr double kLeastScale = 0.52;         // of the same, where the window is large enough
 constexpr double kLineOfCapitals = 1.45;     // height of a line for that of its capitals
 constexpr double kTagInset = 0.28;           // of its height, from the panel's edges
+constexpr double kTagBand = 1.6;             // height of a band above the digits for its capitals
 
 /// Remembers what has been measured: placing everything asks for the same few texts again and
 /// again.
@@ -143,7 +144,7 @@ struct Rows {
 struct Digits {
   double points = 0;
   double height = 0;       // pixels
-  double tagHeight = 0;    // of a row for the tag above them; 0 where it stands beside them
+  double band = 0;         // free above them for the tag, and below; 0 where it stands beside them
   bool fillWidth = false;  // less height for the rows would not make them larger
 };
 
@@ -184,7 +185,7 @@ class Composer {
     if (input_.tables <= 0) return kLeastDigits;
     return input_.tables <= kOneRow * input_.height ? kLeastDigitsAboveRow : kLeastDigitsAboveRows;
   }
-  /// Above tables the message has one line, and leaves more.
+  /// Above tables the message has one line, and leaves a little more.
   double MostDigitsOfMove() const {
     return input_.height * (input_.tables > 0 ? kDigitsOfMoveAboveTables : kDigitsOfMove);
   }
@@ -281,16 +282,16 @@ class Composer {
   Digits DigitsIn(double panel) const {
     const double most = news_ ? MostDigitsOfMove() : input_.height;
     const double width = area_.width * 0.97;
-    const auto fit = [&](double tagHeight, double mostPoints) {
-      const double room = std::max(panel * (1 - 2 * kPanelPadding) - tagHeight, 1.0);
+    const auto fit = [&](double band, double mostPoints) {
+      const double room = std::max(panel - 2 * std::max(panel * kPanelPadding, band), 1.0);
       const double byWidth = std::min(FitWidth(input_.texts.countdown, width), mostPoints);
-      Digits digits{std::min(byWidth, FitHeight(std::min(room, most))), 0, tagHeight, false};
+      Digits digits{std::min(byWidth, FitHeight(std::min(room, most))), 0, band, false};
       digits.fillWidth = digits.points >= FitWidth(input_.texts.countdown, width);
       digits.height = DigitHeight(digits.points);
       return digits;
     };
     // Beside the tag they may be less wide, and below it less high.
-    const Digits below = fit(tag_.height / 2, 1e9);
+    const Digits below = fit(kTagBand * kTag * input_.height, 1e9);
     const double free = area_.width - 2 * TagWidth("WARNING");
     const Digits beside = fit(0, FitWidth(input_.texts.tagged, free));
     return beside.points >= below.points ? beside : below;
@@ -312,8 +313,8 @@ class Composer {
   Layout Arrange(const Rows& rows, const Digits& digits) const {
     Layout layout;
     // In a window that is high for its width the panel hugs the digits, and the rows spread.
-    const double snug =
-        std::min(rows.panel, (digits.height + digits.tagHeight) / (1 - 2 * kPanelPadding));
+    const double snug = std::min(rows.panel, std::max(digits.height / (1 - 2 * kPanelPadding),
+                                                      digits.height + 2 * digits.band));
     const double spread = (rows.panel - snug) / (rows.Count() + (input_.tables > 0 ? 3 : 2));
     const double gap = rows.gap + spread;
     double y = area_.y + spread;
@@ -330,19 +331,21 @@ class Composer {
     return layout;
   }
 
-  /// The tag in the panel's left upper corner; the digits in the middle of what they have.
+  /// The tag in the panel's left upper corner; the digits in its middle.
   void PlaceTag(const Digits& digits, Layout& layout) const {
     const Place& panel = layout.panel;
     const double line = tag_.height / 2;
     const double inset = line * kTagInset;
-    const bool beside = digits.tagHeight == 0;
-    layout.tag = {{panel.x + inset, panel.y + (beside ? inset : panel.height * kPanelPadding / 2),
-                   beside ? TagWidth("WARNING") - inset : panel.width - 2 * inset,
-                   std::min(beside ? 2 * line : line, panel.height)},
-                  tag_.points,
-                  beside ? 2 : 1};
-    const double top = beside ? panel.y : layout.tag.place.Bottom();
-    layout.countdown = {{panel.x, top, panel.width, panel.Bottom() - top}, digits.points, 1};
+    layout.countdown = {panel, digits.points, 1};
+    if (digits.band > 0) {
+      const double above = std::max((panel.height - digits.height) / 2, 1.0);
+      layout.tag = {{panel.x + inset, panel.y, panel.width - 2 * inset, above}, tag_.points, 1};
+    } else {
+      layout.tag = {{panel.x + inset, panel.y + inset, TagWidth("WARNING") - inset,
+                     std::min(2 * line, panel.height)},
+                    tag_.points,
+                    2};
+    }
   }
 
   const LayoutInput& input_;

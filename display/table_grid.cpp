@@ -14,7 +14,8 @@ constexpr double kTallestNumber = 0.075;
 
 constexpr double kWidestCell = 2.2;     // width of a cell for its height
 constexpr double kNarrowestCell = 1.1;  // the same, below which its texts shrink
-constexpr double kNumber = 1.35;        // width of a number's place in a list for its height
+constexpr double kLetter = 0.5;         // width of a section's letter for that of a cell
+constexpr double kNumber = 1.45;        // width of a number's place in a list for its height
 constexpr double kMoreRowsPay = 1.2;    // a further row must let the cells grow by this
 constexpr size_t kSectionRows = 10;     // more sections than this do not begin a row each
 constexpr double kInBox = 0.62;         // of a box's height, for its rows
@@ -44,10 +45,19 @@ Shape ShapeOf(const std::vector<size_t>& tables, size_t columns, bool perSection
   return {columns, perSection ? rows : DividedUp(slots, columns), perSection};
 }
 
-double CellHeight(const Shape& shape, double width, double windowHeight) {
+/// How many cells a row is wide: a letter takes less than a cell, but where sections follow each
+/// other over several rows.
+double Across(const Shape& shape, size_t sections) {
+  const auto columns = static_cast<double>(shape.columns);
+  if (sections < 2 || (shape.rows > 1 && !shape.rowPerSection)) return columns;
+  const size_t letters = shape.rowPerSection ? 1 : sections;
+  return columns - (1 - kLetter) * static_cast<double>(letters);
+}
+
+double CellHeight(const Shape& shape, size_t sections, double width, double windowHeight) {
   return std::min({kTallestCell * windowHeight,
                    kAllCells * windowHeight / static_cast<double>(shape.rows),
-                   width / static_cast<double>(shape.columns) / kNarrowestCell});
+                   width / Across(shape, sections) / kNarrowestCell});
 }
 
 /// The shape with the largest cells, of fewer rows where that is nearly as good.
@@ -56,12 +66,12 @@ Shape BestShape(const std::vector<size_t>& tables, double width, double windowHe
   for (const size_t count : tables) slots += count;
   const bool perSection = tables.size() > 1 && tables.size() <= kSectionRows;
   Shape best{slots, 1, false};
+  const auto height = [&](const Shape& shape) {
+    return CellHeight(shape, tables.size(), width, windowHeight);
+  };
   for (size_t columns = slots; columns >= (tables.size() > 1 ? 2U : 1U); --columns) {
     const Shape shape = ShapeOf(tables, columns, perSection);
-    if (CellHeight(shape, width, windowHeight) >
-        CellHeight(best, width, windowHeight) * (shape.rows > best.rows ? kMoreRowsPay : 1)) {
-      best = shape;
-    }
+    if (height(shape) > height(best) * (shape.rows > best.rows ? kMoreRowsPay : 1)) best = shape;
   }
   return best;
 }
@@ -88,28 +98,34 @@ TableGrid LayOutTables(const std::vector<size_t>& tables, double width, double w
   if (tables.empty()) return grid;
   const bool letters = tables.size() > 1;
   const Shape best = BestShape(tables, width, windowHeight);
-  const double cellHeight = CellHeight(best, width, windowHeight);
-  const double cellWidth =
-      std::min(width / static_cast<double>(best.columns), cellHeight * kWidestCell);
+  const double cellHeight = CellHeight(best, tables.size(), width, windowHeight);
+  const double across = Across(best, tables.size());
+  const double cellWidth = std::min(width / across, cellHeight * kWidestCell);
+  const double letterWidth =
+      across < static_cast<double>(best.columns) ? kLetter * cellWidth : cellWidth;
   grid.height = cellHeight * static_cast<double>(best.rows);
-  const double left = (width - cellWidth * static_cast<double>(best.columns)) / 2;
+  const double left = (width - cellWidth * across) / 2;
+  double x = left;
   size_t row = 0;
   size_t column = 0;
-  const auto next = [&] {
+  const auto next = [&](double wide) {
     if (column == best.columns) {
       ++row;
       column = best.rowPerSection ? 1 : 0;
+      x = left + (best.rowPerSection ? letterWidth : 0);
     }
-    return Place{left + cellWidth * static_cast<double>(column++),
-                 cellHeight * static_cast<double>(row), cellWidth, cellHeight};
+    ++column;
+    x += wide;
+    return Place{x - wide, cellHeight * static_cast<double>(row), wide, cellHeight};
   };
   for (const size_t count : tables) {
-    if (letters) grid.letters.push_back(next());
+    if (letters) grid.letters.push_back(next(letterWidth));
     auto& cells = grid.cells.emplace_back();
-    for (size_t i = 0; i < count; ++i) cells.push_back(next());
+    for (size_t i = 0; i < count; ++i) cells.push_back(next(cellWidth));
     if (best.rowPerSection) {
       ++row;
       column = 0;
+      x = left;
     }
   }
   return grid;

@@ -52,10 +52,13 @@ Colour Receding(Colour ink, Colour back, double share, double contrast) {
   return ink;
 }
 
-Colour Receded(const ElementStyle& countdown) {
+ElementStyle Receded(ElementStyle countdown, Colour background) {
   constexpr double kShare = 0.45;
   constexpr double kLargeTextContrast = 3;
-  return Receding(countdown.Forecolour, countdown.Backcolour, kShare, kLargeTextContrast);
+  countdown.Backcolour = Receding(countdown.Backcolour, background, kShare, 1);
+  countdown.Forecolour =
+      Receding(countdown.Forecolour, countdown.Backcolour, kShare, kLargeTextContrast);
+  return countdown;
 }
 
 }  // namespace corvanel

@@ -15,8 +15,9 @@ double ContrastRatio(Colour one, Colour other);
 /// it, and with at least this contrast to `back`, as far as the ink itself has that.
 Colour Receding(Colour ink, Colour back, double share, double contrast);
 
-/// The digits of a countdown that stands still: still legible, but clearly not running.
-Colour Receded(const ElementStyle& countdown);
+/// The look of a countdown that stands still, in a window of that back colour: still legible, but
+/// clearly not running.
+ElementStyle Receded(ElementStyle countdown, Colour background);
 
 /// Below this two colours are hard to tell apart across a room.
 constexpr double kPoorContrast = 4.5;

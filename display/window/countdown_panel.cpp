@@ -95,9 +95,7 @@ double CountdownPanel::CountdownWidth(const std::string& text) const {
 QRectF CountdownPanel::CellOf(size_t index) const {
   const double left = place_.place.x + (place_.place.width - CountdownWidth(countdown_)) / 2 +
                       CountdownWidth(countdown_.substr(0, index));
-  // The room for a word above them serves them too while there is none.
-  const double top = stateWord_.empty() ? (height() - digitHeight_) / 2
-                                        : place_.place.y + (place_.place.height - digitHeight_) / 2;
+  const double top = place_.place.y + (place_.place.height - digitHeight_) / 2;
   return {left, top, CountdownWidth(countdown_.substr(index, 1)), digitHeight_};
 }
 
@@ -116,9 +114,11 @@ void CountdownPanel::paintEvent(QPaintEvent* event) {
   if (!stateWord_.empty() && event->rect().intersects(Pixels(tag_.place))) {
     painter.setFont(WordFont());
     QString word = QString::fromStdString(stateWord_);
-    if (tag_.lines > 1) word.replace(' ', '\n');
+    const bool beside = tag_.lines > 1;
+    if (beside) word.replace(' ', '\n');
     painter.drawText(QRectF(tag_.place.x, tag_.place.y, tag_.place.width, tag_.place.height),
-                     Qt::AlignLeft | Qt::AlignTop, word);
+                     Qt::AlignLeft | (beside ? Qt::AlignTop : Qt::AlignVCenter) | Qt::TextDontClip,
+                     word);
   }
   painter.setFont(font_);
   painter.setBrush(ColourOf(style_.Forecolour));

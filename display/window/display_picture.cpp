@@ -161,7 +161,7 @@ void DisplayPicture::ShowTexts() {
   lblHeader_->SetText(ShownTitle(session_.settings.Header));
   const StateWords words = StateWordsOf(face_, Waiting(), session_.options.Form());
   ElementStyle countdown = session_.elements[static_cast<size_t>(face_.countdownStyle)];
-  if (face_.paused) countdown.Forecolour = Receded(countdown);
+  if (face_.paused) countdown = Receded(countdown, Background());
   lblMin_->SetStyle(countdown, Background());
   lblMin_->SetTexts(face_.countdown, words.tag);
   std::string state = face_.phase == Phase::Move ? face_.message : face_.caption;

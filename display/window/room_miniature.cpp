@@ -6,6 +6,7 @@
 #include "display/display_options.h"
 #include "display/element_places.h"
 #include "display/window/text_measure.h"
+#include "session/captions.h"
 #include "session/contrast.h"
 
 namespace corvanel {
@@ -20,7 +21,10 @@ constexpr double kLine = 2;          // pixels
 }  // namespace
 
 RoomMiniature::RoomMiniature(const Session& session, QWidget* parent)
-    : QWidget(parent), picture_(session, DisplayKind::Room, nullptr) {
+    : QWidget(parent),
+      session_(session),
+      shown_(session),
+      picture_(shown_, DisplayKind::Room, nullptr) {
   setObjectName("roomMiniature");
   setAccessibleName(tr("The room display in small"));
   setToolTip(tr("Click what you want to change"));
@@ -40,6 +44,9 @@ double RoomMiniature::Scale() const {
 void RoomMiniature::Show(Element chosen, const ClockFace& face, const ProgressFace& tables) {
   chosen_ = chosen;
   countdown_ = face.countdownStyle;
+  shown_ = session_;
+  std::string& title = shown_.settings.Header;
+  if (ShownTitle(title).empty()) title = DisplayOptions::Sample(Element::Title);
   picture_.ShowTimeOfDay(DisplayOptions::Sample(Element::CurrentTime));
   picture_.ShowFace(face);
   picture_.ShowTables(tables);

@@ -27,6 +27,8 @@ class RoomMiniature : public QWidget {
   /// Of the small picture, pixels for one of the room's.
   double Scale() const;
 
+  const Session& session_;
+  Session shown_;  // the same, with a title where there is none
   DisplayPicture picture_;
   Element chosen_ = Element::TimeRemaining;
   Element countdown_ = Element::TimeRemaining;

@@ -137,7 +137,8 @@ void Check(double width, double height, const Scene& scene, const Session& sessi
   // The word stands above the digits, or beside the widest with which it is shown.
   const double tagged =
       font.Digits(input.texts.tagged, session.elements[5], layout.countdown.points).width;
-  EXPECT_TRUE(layout.countdown.place.y >= layout.tag.place.Bottom() - 0.01 ||
+  const double top = layout.panel.y + (layout.panel.height - digits.height) / 2;
+  EXPECT_TRUE(top >= layout.tag.place.Bottom() - 0.01 ||
               layout.tag.place.Right() <= (width - tagged) / 2)
       << where;
 }
