@@ -52,7 +52,7 @@ FrmMain::FrmMain(const Session& session, QWidget* parent)
   ui_->lblFavChanged->setSizePolicy(kept);
   ui_->fraNotices->SetMost(kMostLines);
   // Of the page alone: dialogs over this window keep their own colours.
-  centralWidget()->setStyleSheet(PageStyle(palette()));
+  DressPage(*centralWidget());
   connect(ui_->fraNotices, &NoticeList::ActionWanted, this, &FrmMain::NoticeActionWanted);
   connect(ui_->fraNotices, &NoticeList::Dismissed, this, &FrmMain::NoticeDismissed);
 }

@@ -53,9 +53,13 @@ QColor QuietColour(const QPalette& palette) {
 
 }  // namespace
 
-QString PageStyle(const QPalette& palette) {
+void DressPage(QWidget& page) {
+  QPalette palette = page.palette();
+  const QColor quiet = QuietColour(palette);
   const QColor edge = Mixed(palette.color(QPalette::Text), palette.color(QPalette::Base), kEdge);
-  return QString::fromUtf8(kStyle).arg(QuietColour(palette).name(), edge.name(), kAccent.name());
+  palette.setColor(QPalette::PlaceholderText, quiet);
+  page.setPalette(palette);
+  page.setStyleSheet(QString::fromUtf8(kStyle).arg(quiet.name(), edge.name(), kAccent.name()));
 }
 
 }  // namespace corvanel

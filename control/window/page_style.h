@@ -1,11 +1,10 @@
 #pragma once
 
-#include <QPalette>
-#include <QString>
+#include <QWidget>
 
 namespace corvanel {
 
-/// The style sheet of the control window's page, for a palette of the desktop.
-QString PageStyle(const QPalette& palette);
+/// Gives the control window's page its looks, on the desktop's own palette.
+void DressPage(QWidget& page);
 
 }  // namespace corvanel
