@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "basics/code_pages.h"
+#include "basics/numbers.h"
 #include "session/display_elements.h"
 #include "settings/settings_table.h"
 
@@ -154,6 +155,7 @@ bool ImportSettings(std::string bytes, SettingsStore& store) {
   if (bytes.starts_with(kByteOrderMark)) bytes.erase(0, kByteOrderMark.size());
   bytes = AsUtf8(bytes);
   Fields fields(bytes);
+  const std::vector<std::string> known = Sections();
   std::optional<std::string> section;
   while (!fields.AtEnd()) {
     const auto first = fields.Next();
@@ -164,7 +166,9 @@ bool ImportSettings(std::string bytes, SettingsStore& store) {
       section = first->size() > 2 ? first->substr(1, first->size() - 2) : std::string();
     } else if (!section) {
       return false;
-    } else {
+    } else if (std::any_of(known.begin(), known.end(),
+                           [&](const std::string& name) { return SameName(name, *section); })) {
+      // What no later import or reset would take out again is left where it is.
       store.SaveSetting(*section, *first, *second);
     }
   }

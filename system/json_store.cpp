@@ -178,6 +178,14 @@ void JsonStore::File::KeepDamagedFile() {
 void JsonStore::File::Write(const std::string& text) {
   std::error_code error;
   fs::create_directories(fs::absolute(path_, error).parent_path(), error);
+  const fs::file_status present = fs::status(path_, error);
+  constexpr fs::perms kWrite =
+      fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+  // A file is replaced by a new one, for which the folder alone matters: who protected it against
+  // writing meant it.
+  if (fs::exists(present) && (present.permissions() & kWrite) == fs::perms::none) {
+    throw WriteError(path_, EACCES);
+  }
   fs::path temporary = path_;
   temporary += ".new";
   WriteDurably(temporary, text);

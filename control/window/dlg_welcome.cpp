@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QSpinBox>
@@ -59,8 +60,8 @@ DlgWelcome::DlgWelcome(const Session& session, ClockTime start, qsizetype screen
   finish_->setObjectName("lblFinish");
   column->addWidget(finish_);
   auto* buttons = new QDialogButtonBox;
-  auto* cmdStart = buttons->addButton(tr("Start the &clock"), QDialogButtonBox::AcceptRole);
-  cmdStart->setDefault(true);
+  cmdStart_ = buttons->addButton(tr("Start the &clock"), QDialogButtonBox::AcceptRole);
+  cmdStart_->setDefault(true);
   buttons->addButton(tr("&Look around first"), QDialogButtonBox::RejectRole);
   column->addWidget(buttons);
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
@@ -71,6 +72,18 @@ DlgWelcome::DlgWelcome(const Session& session, ClockTime start, qsizetype screen
   ShowFinish();
   rounds_->setFocus();
   rounds_->selectAll();
+}
+
+void DlgWelcome::keyPressEvent(QKeyEvent* event) {
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (enter && rounds_->hasFocus()) {
+    minutes_->setFocus();
+    minutes_->selectAll();
+  } else if (enter && minutes_->hasFocus()) {
+    cmdStart_->setFocus();
+  } else {
+    QDialog::keyPressEvent(event);
+  }
 }
 
 SessionSettings DlgWelcome::Settings() const {

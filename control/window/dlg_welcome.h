@@ -6,6 +6,7 @@
 
 class QCheckBox;
 class QLabel;
+class QPushButton;
 class QSpinBox;
 
 namespace corvanel {
@@ -21,6 +22,11 @@ class DlgWelcome : public QDialog {
   /// The session's settings with the numbers that were chosen.
   SessionSettings Settings() const;
 
+ protected:
+  /// Enter goes from number to number, and only then starts: nobody who means to close one window
+  /// after the other begins a session.
+  void keyPressEvent(QKeyEvent* event) override;
+
  private:
   void ShowFinish();
 
@@ -30,6 +36,7 @@ class DlgWelcome : public QDialog {
   QSpinBox* minutes_;
   QCheckBox* second_;  // screen
   QLabel* finish_;
+  QPushButton* cmdStart_;
 };
 
 }  // namespace corvanel

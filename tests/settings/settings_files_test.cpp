@@ -56,6 +56,9 @@ TEST(ImportSettingsTest, ReplacesTheStoreAndReadsWhatItCan) {
       {"cut off after a key", "\"[Timer]\",0\r\n\"nRounds\",\"9\"\r\n\"Header\",", false, "9",
        std::nullopt},
       {"bare fields", "[Timer],0\r\nnRounds,9\r\n", true, "9", std::nullopt},
+      {"with a section of another program",
+       "\"[Elsewhere]\",0\r\n\"nRounds\",\"8\"\r\n\"[TIMER]\",0\r\n\"nRounds\",\"9\"\r\n", true,
+       "9", std::nullopt},
       {"empty", "", false, std::nullopt, std::nullopt},
       {"another kind", std::string("\x89PNG\r\n\x1a\n\0\0\x81", 11), false, std::nullopt,
        std::nullopt},
@@ -69,6 +72,7 @@ TEST(ImportSettingsTest, ReplacesTheStoreAndReadsWhatItCan) {
     EXPECT_EQ(store.GetSetting("Timer", "nRounds"), row.rounds) << row.name;
     EXPECT_EQ(store.GetSetting("Timer05", "Name"), row.name5) << row.name;
     EXPECT_EQ(store.GetSetting("Timer01", "Name"), std::nullopt) << row.name;
+    EXPECT_TRUE(store.GetAllSettings("Elsewhere").empty()) << row.name;
   }
 }
 

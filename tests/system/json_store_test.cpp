@@ -128,6 +128,17 @@ TEST_F(JsonStoreTest, AStoreThatCannotBeWrittenTellsAndLeavesTheOldOne) {
   EXPECT_EQ(Read(file), R"({"Olvendra": {}})");
 }
 
+TEST_F(JsonStoreTest, AFileThatIsProtectedAgainstWritingStays) {
+  Write(R"({"Olvendra":{"Timer":{"nRounds":"9"}}})");
+  const std::string before = Read(file);
+  fs::permissions(file, fs::perms::owner_read);
+  JsonStore store(file, writer);
+  store.SaveSetting("Timer", "nRounds", "7");
+  Flush(store);
+  EXPECT_TRUE(store.Failure());
+  EXPECT_EQ(Read(file), before);
+}
+
 TEST_F(JsonStoreTest, TheNewestCopyComesBack) {
   JsonStore store(file, writer);
   EXPECT_FALSE(store.RestoreCopy());

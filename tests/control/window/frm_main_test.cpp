@@ -346,5 +346,19 @@ TEST(DlgWelcomeTest, TwoNumbersMakeASession) {
   ExpectLetters(wide);
 }
 
+TEST(DlgWelcomeTest, EnterStartsOnlyAfterBothNumbers) {
+  Session session;
+  DlgWelcome dialog(session, ClockTime::At(19, 30), 1, nullptr);
+  dialog.show();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+  const auto enter = [&] { QTest::keyClick(dialog.focusWidget(), Qt::Key_Return); };
+  enter();
+  EXPECT_EQ(dialog.focusWidget()->objectName(), "spnMinutes");
+  enter();
+  EXPECT_TRUE(dialog.isVisible());
+  enter();
+  EXPECT_EQ(dialog.result(), QDialog::Accepted);
+}
+
 }  // namespace
 }  // namespace corvanel
