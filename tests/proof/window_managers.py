@@ -93,6 +93,10 @@ class Desk(Desktop):
                 subprocess.run(["xrandr", *arguments], env=environment, check=True)
         return screen, display
 
+    def outputs_become(self, *arguments):
+        subprocess.run(["xrandr", *arguments], env=self.environment, check=True)
+        time.sleep(4)
+
     def close(self):
         os.killpg(self.manager.pid, 9)
         self.manager.wait()
@@ -215,6 +219,28 @@ def two_screens(programs, manager, left, found):
         desk.close()
 
 
+def cable_pulled(programs, manager, found):
+    """The room's screen goes in mid-session and comes back."""
+    desk = Desk(programs, manager, 2, {"ExtraMonitor": "True"})
+    try:
+        desk.open()
+        desk.press("ctrl+Return", then=2.5)
+        desk.outputs_become("--output", "DUMMY1", "--off")
+        found.expect("without its screen: both displays on the other",
+                     [within(w, LEFT) for w in desk.windows(DISPLAYS)], [True, True])
+        desk.press("p")
+        found.expect("without its screen: the keys", desk.paused(), True)
+        desk.outputs_become("--output", "DUMMY1", "--mode", "1920x1080", "--right-of", "DUMMY0")
+        windows = desk.windows(DISPLAYS)
+        found.expect("its screen is back: the room's", [w for w in windows if w[4]],
+                     [(*RIGHT, True)])
+        found.expect("its screen is back: the twin",
+                     [within(w, LEFT) for w in windows if not w[4]], [True])
+        found.expect("the session ran on", desk.program.poll(), None)
+    finally:
+        desk.close()
+
+
 # It sees only outputs to which something is connected, and nothing is connected to the second one.
 ONE_SCREEN_ONLY = {"xfwm4"}
 
@@ -228,6 +254,8 @@ def main():
         one_screen(programs, manager, found)
         for left in () if manager in ONE_SCREEN_ONLY else (400, WIDTH + 400):
             two_screens(programs, manager, left, found)
+        if manager not in ONE_SCREEN_ONLY:
+            cable_pulled(programs, manager, found)
         print(f"{manager}: {'all in place' if not found else ''}")
         for line in found:
             print("  " + line)
