@@ -18,6 +18,7 @@ std::optional<size_t> FirstBit(const View& bits, size_t from) {
     uint32_t there = bits.Number(byte, 1);
     if (byte == from / 8) there &= 0xFFU << (from % 8) & 0xFFU;
     if (there != 0) return byte * 8 + static_cast<size_t>(std::countr_zero(there));
+    while (bits.Holds(byte + 1, 4) && bits.Number(byte + 1, 4) == 0) byte += 4;
   }
   return std::nullopt;
 }
