@@ -1,13 +1,16 @@
 #include "display/window/line_icons.h"
 
 #include <QPainter>
+#include <QPainterPath>
 #include <QPixmap>
-#include <QSvgRenderer>
+#include <cctype>
+#include <cmath>
+#include <cstdlib>
 
 namespace corvanel {
 namespace {
 
-/// What is drawn on a field of 24 by 24.
+/// What is drawn on a field of 24 by 24, as SVG has it.
 const char* PathOf(LineIcon icon) {
   switch (icon) {
     case LineIcon::Pause:
@@ -36,16 +39,91 @@ const char* PathOf(LineIcon icon) {
   return "";
 }
 
+/// The few commands of SVG's path data that the icons need, as lines for the painter: M, L, H, V, A
+/// (of circles) and Z, with places from the last one on where the letter is small.
+class PathReader {
+ public:
+  explicit PathReader(const char* data) : at_(data) {}
+
+  QPainterPath Read() {
+    char command = 'M';
+    for (SkipBlanks(); *at_ != '\0'; SkipBlanks()) {
+      if (std::isalpha(static_cast<unsigned char>(*at_)) != 0) command = *at_++;
+      const bool from = std::islower(static_cast<unsigned char>(command)) != 0;
+      const QPointF here = from ? path_.currentPosition() : QPointF();
+      switch (std::toupper(static_cast<unsigned char>(command))) {
+        case 'M':
+          path_.moveTo(here + Point());
+          command = from ? 'l' : 'L';
+          break;
+        case 'L':
+          path_.lineTo(here + Point());
+          break;
+        case 'H':
+          path_.lineTo(here.x() + Number(), path_.currentPosition().y());
+          break;
+        case 'V':
+          path_.lineTo(path_.currentPosition().x(), here.y() + Number());
+          break;
+        case 'A':
+          Arc(here);
+          break;
+        default:
+          path_.closeSubpath();
+          break;
+      }
+    }
+    return path_;
+  }
+
+ private:
+  void SkipBlanks() {
+    while (*at_ == ' ' || *at_ == ',') ++at_;
+  }
+  double Number() {
+    char* end = nullptr;
+    const double number = std::strtod(at_, &end);
+    at_ = end;
+    return number;
+  }
+  QPointF Point() {
+    const double x = Number();
+    return {x, Number()};
+  }
+
+  void Arc(const QPointF& here) {
+    const double radius = Number();
+    Number();  // the other radius
+    Number();  // a circle can be turned as one likes
+    const bool large = Number() != 0;
+    const bool clockwise = Number() != 0;
+    const QPointF from = path_.currentPosition();
+    const QPointF to = here + Point();
+    const QLineF chord(from, to);
+    const double aside =
+        std::sqrt(std::max(radius * radius - std::pow(chord.length() / 2, 2), 0.0));
+    const QLineF across = chord.normalVector().unitVector();
+    const QPointF middle =
+        chord.center() + QPointF(across.dx(), across.dy()) * (large == clockwise ? aside : -aside);
+    const double start = QLineF(middle, from).angle();
+    double sweep = QLineF(middle, to).angle() - start;
+    if (clockwise && sweep > 0) sweep -= 360;
+    if (!clockwise && sweep < 0) sweep += 360;
+    path_.arcTo(middle.x() - radius, middle.y() - radius, 2 * radius, 2 * radius, start, sweep);
+  }
+
+  const char* at_;
+  QPainterPath path_;
+};
+
 QPixmap Drawn(LineIcon icon, const QColor& colour, int size) {
-  QSvgRenderer svg(QString(R"(<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 24 24">
-    <path d="%1" fill="none" stroke="%2" stroke-width="2" stroke-linecap="round"
-          stroke-linejoin="round"/></svg>)")
-                       .arg(PathOf(icon), colour.name())
-                       .toUtf8());
   QPixmap picture(size, size);
   picture.fill(Qt::transparent);
   QPainter painter(&picture);
-  svg.render(&painter);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.scale(size / 24.0, size / 24.0);
+  painter.strokePath(PathReader(PathOf(icon)).Read(),
+                     QPen(colour, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
   return picture;
 }
 
