@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string_view>
+#include <system_error>
 
 #include "basics/runtime_error.h"
 
@@ -10,8 +11,8 @@ namespace corvanel {
 /// What this program creates from now on is for its user alone.
 void KeepFilesPrivate();
 
-/// The runtime's error for a file that could not be written, from the system's error number.
-RuntimeError WriteError(const std::filesystem::path& file, int error);
+/// The runtime's error for a file that could not be written.
+RuntimeError WriteError(const std::filesystem::path& file, const std::error_code& error);
 
 /// Writes all of `text` to a new file and has it on the disk before it returns. Throws
 /// RuntimeError when it cannot; nothing is left of the file then.

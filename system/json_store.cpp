@@ -156,7 +156,7 @@ void JsonStore::File::KeepOutsideChange() {
   const fs::path kept = FreeName(kOutsideMark);
   std::error_code error;
   fs::copy_file(path_, kept, error);
-  if (error) throw WriteError(kept, error.value());
+  if (error) throw WriteError(kept, error);
   const std::lock_guard lock(mutex_);
   outsideChange_ = kept.string();
 }
@@ -171,7 +171,7 @@ void JsonStore::File::KeepDamagedFile() {
   } while (fs::exists(kept));
   std::error_code error;
   fs::rename(path_, kept, error);
-  if (error) throw WriteError(kept, error.value());
+  if (error) throw WriteError(kept, error);
   damaged_ = false;
 }
 
@@ -184,7 +184,7 @@ void JsonStore::File::Write(const std::string& text) {
   // A file is replaced by a new one, for which the folder alone matters: who protected it against
   // writing meant it.
   if (fs::exists(present) && (present.permissions() & kWrite) == fs::perms::none) {
-    throw WriteError(path_, EACCES);
+    throw WriteError(path_, std::make_error_code(std::errc::permission_denied));
   }
   fs::path temporary = path_;
   temporary += ".new";

@@ -1,19 +1,20 @@
 #include "system/durable_file.h"
 
 #include <fcntl.h>
-#include <fmt/format.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
-#include <system_error>
 
 namespace corvanel {
 namespace {
 
 constexpr mode_t kForUs = S_IRUSR | S_IWUSR;
+
+RuntimeError Failed(const std::filesystem::path& file, int number) {
+  return WriteError(file, {number, std::generic_category()});
+}
 
 /// Makes a rename in `folder` last over a power cut; not every file system can.
 void SyncFolder(const std::filesystem::path& folder) {
@@ -29,17 +30,12 @@ void KeepFilesPrivate() {
   ::umask(S_IRWXG | S_IRWXO);
 }
 
-RuntimeError WriteError(const std::filesystem::path& file, int error) {
-  const int number = error == ENOSPC ? 61 : 75;
-  return {number, fmt::format("{}: {}", file.string(), std::strerror(error))};
-}
-
 void WriteDurably(const std::filesystem::path& file, std::string_view text) {
   // Made afresh: what somebody else has put in its place, a link or a pipe, is not written to.
   ::unlink(file.c_str());
   const int handle =
       ::open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kForUs);
-  if (handle < 0) throw WriteError(file, errno);
+  if (handle < 0) throw Failed(file, errno);
   int failure = 0;
   while (!text.empty() && failure == 0) {
     const ssize_t written = ::write(handle, text.data(), text.size());
@@ -53,7 +49,7 @@ void WriteDurably(const std::filesystem::path& file, std::string_view text) {
   if (::close(handle) != 0 && failure == 0) failure = errno;
   if (failure != 0) {
     ::unlink(file.c_str());
-    throw WriteError(file, failure);
+    throw Failed(file, failure);
   }
 }
 
@@ -69,7 +65,7 @@ void RenameDurably(const std::filesystem::path& from, const std::filesystem::pat
   if (std::rename(from.c_str(), to.c_str()) != 0) {
     const int failure = errno;
     ::unlink(from.c_str());
-    throw WriteError(to, failure);
+    throw Failed(to, failure);
   }
   std::error_code error;
   SyncFolder(std::filesystem::absolute(to, error).parent_path());

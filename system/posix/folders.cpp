@@ -2,8 +2,6 @@
 
 #include <cstdlib>
 
-#include "basics/numbers.h"
-
 namespace corvanel {
 
 namespace fs = std::filesystem;
@@ -33,12 +31,6 @@ std::vector<fs::path> OutputFolders() {
                              ? fs::path(state)
                              : fs::path(home == nullptr ? "." : home) / ".local" / "state";
   return {fs::path(ProgramFolderPath()), users / "corvanel"};
-}
-
-std::string SoundFile(const std::string& stored, const std::string& programFolder) {
-  std::error_code error;
-  if (fs::is_regular_file(stored, error)) return stored;
-  return (fs::path(programFolder) / FileName(stored)).string();
 }
 
 }  // namespace corvanel

@@ -1,0 +1,12 @@
+#include "system/durable_file.h"
+
+#include <fmt/format.h>
+
+namespace corvanel {
+
+RuntimeError WriteError(const std::filesystem::path& file, const std::error_code& error) {
+  const int number = error == std::errc::no_space_on_device ? 61 : 75;
+  return {number, fmt::format("{}: {}", file.string(), error.message())};
+}
+
+}  // namespace corvanel
