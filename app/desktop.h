@@ -43,6 +43,8 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
   void StartUp();
   /// The program was started again: shows the window that the director works with.
   void ComeToFront(const QString& token);
+  /// Ends at once; a session that runs can be continued by the next start.
+  void MakeWay() { EndProgram(); }
   /// Imports standard settings that are waiting, and loads the settings. False when the program
   /// has to end.
   bool Load();

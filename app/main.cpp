@@ -66,7 +66,12 @@ class CommandLine : public QCommandLineParser {
     addHelpOption();
     addVersionOption();
     addOption(store);
+    addOption(end);
   }
+  const QCommandLineOption end{
+      "end", QCoreApplication::translate("main",
+                                         "Have the Corvanel that runs end; its session can "
+                                         "be continued.")};
   const QCommandLineOption store{
       "store", QCoreApplication::translate("main", "Use this settings file."), "file"};
 };
@@ -134,6 +139,7 @@ int main(int argc, char** argv) {
   app.errors = &desktop.Errors();
   QDir().mkpath(QFileInfo(QString::fromStdString(file.string())).path());
   corvanel::SingleInstance instance(QString::fromStdString(file.string()));
+  if (line.isSet(line.end)) return instance.End() ? 0 : 1;
   switch (instance.Take(QString::fromStdString(token))) {
     case corvanel::SingleInstance::Place::First:
       break;
@@ -147,6 +153,8 @@ int main(int argc, char** argv) {
   }
   QObject::connect(&instance, &corvanel::SingleInstance::StartedAgain, &desktop,
                    &corvanel::Desktop::ComeToFront);
+  QObject::connect(&instance, &corvanel::SingleInstance::EndWanted, &desktop,
+                   &corvanel::Desktop::MakeWay);
   desktop.StartUp();
   return QApplication::exec();
 }

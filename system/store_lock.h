@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 
 namespace corvanel {
@@ -20,7 +21,8 @@ class StoreLock {
 
  private:
   std::filesystem::path file_;
-  int handle_ = -1;
+  static constexpr intptr_t kNone = -1;
+  intptr_t handle_ = kNone;  // the system's own
 };
 
 }  // namespace corvanel

@@ -13,14 +13,16 @@ StoreLock::StoreLock(const std::filesystem::path& store) : file_(store) {
 }
 
 StoreLock::~StoreLock() {
-  if (handle_ >= 0) ::close(handle_);
+  if (handle_ != kNone) ::close(static_cast<int>(handle_));
 }
 
 bool StoreLock::Take() {
-  if (handle_ < 0) handle_ = ::open(file_.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600);
-  if (handle_ < 0) handle_ = ::open(file_.c_str(), O_RDONLY | O_CLOEXEC);
-  if (handle_ < 0) return true;
-  return ::flock(handle_, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+  if (handle_ == kNone) {
+    handle_ = ::open(file_.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600);
+  }
+  if (handle_ == kNone) handle_ = ::open(file_.c_str(), O_RDONLY | O_CLOEXEC);
+  if (handle_ == kNone) return true;
+  return ::flock(static_cast<int>(handle_), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }
 
 }  // namespace corvanel

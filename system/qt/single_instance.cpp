@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QLocalSocket>
 #include <QStandardPaths>
+#include <QThread>
 
 namespace corvanel {
 namespace {
@@ -11,6 +12,11 @@ namespace {
 constexpr int kAnswersWithin = 1000;  // milliseconds
 constexpr int kToldWithin = 200;      // milliseconds
 constexpr qint64 kLongestToken = 1000;
+constexpr int kTurns = 100;
+constexpr int kTurn = 100;  // milliseconds
+// What one start says to another.
+constexpr const char* kStart = "start ";
+constexpr const char* kEnd = "end";
 
 QString NameOf(const QString& store) {
   const QByteArray path = QFileInfo(store).absoluteFilePath().toUtf8();
@@ -27,8 +33,13 @@ SingleInstance::SingleInstance(const QString& store)
   connect(&server_, &QLocalServer::newConnection, this, [this] {
     QLocalSocket* second = server_.nextPendingConnection();
     second->waitForReadyRead(kToldWithin);
-    emit StartedAgain(QString::fromUtf8(second->read(kLongestToken)).trimmed());
+    const QString message = QString::fromUtf8(second->read(kLongestToken)).trimmed();
     second->deleteLater();
+    if (message == kEnd) {
+      emit EndWanted();
+    } else {
+      emit StartedAgain(message.mid(QString(kStart).size()));
+    }
   });
 }
 
@@ -38,12 +49,25 @@ SingleInstance::Place SingleInstance::Take(const QString& token) {
     server_.listen(name_);
     return Place::First;
   }
+  return Tell(kStart + token) ? Place::Second : Place::OtherComputer;
+}
+
+bool SingleInstance::Tell(const QString& message) const {
   QLocalSocket first;
   first.connectToServer(name_);
-  if (!first.waitForConnected(kAnswersWithin)) return Place::OtherComputer;
-  first.write(token.toUtf8() + '\n');
-  first.waitForBytesWritten(kAnswersWithin);
-  return Place::Second;
+  if (!first.waitForConnected(kAnswersWithin)) return false;
+  first.write(message.toUtf8() + '\n');
+  return first.waitForBytesWritten(kAnswersWithin);
+}
+
+bool SingleInstance::End() {
+  if (lock_.Take()) return true;
+  Tell(kEnd);
+  for (int turn = 0; turn < kTurns; ++turn) {
+    if (lock_.Take()) return true;
+    QThread::msleep(kTurn);
+  }
+  return false;
 }
 
 }  // namespace corvanel

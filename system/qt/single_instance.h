@@ -18,12 +18,19 @@ class SingleInstance : public QObject {
   /// First also where the folder of the store cannot be written: then nobody writes it.
   /// `token`: what this start hands to the first program, see `StartToken`.
   Place Take(const QString& token);
+  /// Has the program that runs on this store end, as before a newer one is put in its place. False
+  /// when it has not ended within ten seconds; true also when there was none.
+  bool End();
 
  signals:
   /// The program was started again, and with which token.
   void StartedAgain(const QString& token);
+  /// Somebody wants this program to end without a question.
+  void EndWanted();
 
  private:
+  bool Tell(const QString& message) const;
+
   StoreLock lock_;
   QString name_;
   QLocalServer server_;

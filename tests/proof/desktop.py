@@ -41,9 +41,10 @@ class Desktop:
         self.screen.wait()
         shutil.rmtree(self.folder, ignore_errors=True)
 
-    def launch(self):
+    def launch(self, *options):
         return subprocess.Popen(
-            [self.folder / "bin" / "corvanel", "--store", self.store], env=self.environment,
+            [self.folder / "bin" / "corvanel", "--store", self.store, *options],
+            env=self.environment,
             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
     def start(self):
@@ -52,6 +53,12 @@ class Desktop:
     def second_copy(self):
         """Starts the program once more; returns what it ended with."""
         return self.launch().wait(timeout=20)
+
+    def make_way(self):
+        """Has another start end the program, as an installer does."""
+        if self.launch("--end").wait(timeout=20) != 0:
+            raise SystemExit("the program did not make way")
+        self.program.wait(timeout=1)
 
     def kill(self):
         self.program.kill()

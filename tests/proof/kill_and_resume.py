@@ -40,13 +40,14 @@ def press(desktop, key, before):
     raise SystemExit(f"{key} did nothing")
 
 
-def one_kill(desktop, chance, pause):
-    """Returns the seconds lost, and whether a pause that was pressed was kept."""
+def one_kill(desktop, chance, pause, gently):
+    """Returns the seconds lost, and whether a pause that was pressed was kept. `gently`: the program
+    is not killed but asked to make way."""
     time.sleep(chance.uniform(0, 3))
     if pause:
         desktop.key("p")
         time.sleep(0.3)
-    desktop.kill()
+    desktop.make_way() if gently else desktop.kill()
     before = desktop.record()
     time.sleep(chance.uniform(0, 0.5))
     desktop.start()
@@ -81,7 +82,8 @@ def main():
         press(desktop, "ctrl+Return", None)
         second = desktop.second_copy()
         for number in range(times):
-            lost, kept = one_kill(desktop, chance, pause=number % 5 == 4)
+            lost, kept = one_kill(desktop, chance, pause=number % 5 == 4,
+                                  gently=number % 3 == 2)
             worst = max(worst, lost)
             forgotten += not kept
     finally:
