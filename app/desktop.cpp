@@ -236,7 +236,7 @@ void Desktop::OpenControlWindow() {
   // The window system has not put the window in its place yet, over which these will stand.
   QTimer::singleShot(kWindowPlaced, this, [this] {
     if (clock_.UnderWay()) return;
-    scoring_.Suggest();
+    openFirst_.empty() ? scoring_.Suggest() : scoring_.Open(openFirst_);
     if (firstStart_) Welcome();
   });
 }

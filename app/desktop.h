@@ -43,6 +43,9 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
   void StartUp();
   /// The program was started again: shows the window that the director works with.
   void ComeToFront(const QString& token);
+  /// A scoring file that the director opens with the program: taken when the control window is
+  /// there.
+  void OpenScoringFile(const QString& file);
   /// Ends at once; a session that runs can be continued by the next start.
   void MakeWay() { EndProgram(); }
   /// Imports standard settings that are waiting, and loads the settings. False when the program
@@ -114,6 +117,7 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
         this, [this] { ReportWriting(); }, Qt::QueuedConnection);
   }};
   JsonStore store_;
+  std::string openFirst_;  // a scoring file
   const bool firstStart_ = store_.GetAllSettings("Timer").empty() && store_.Damage().empty();
   bool tellsOfWriting_ = false;
   QtTickTimer ticks_{[this] { clock_.Tick(); }, [this] { clock_.WasHeld(); }};

@@ -74,6 +74,14 @@ void Desktop::ComeToFront(const QString& token) {
   front->activateWindow();
 }
 
+void Desktop::OpenScoringFile(const QString& file) {
+  if (loaded_) {
+    scoring_.Open(file.toStdString());
+  } else {
+    openFirst_ = file.toStdString();
+  }
+}
+
 double Desktop::ScreenWidth() const {
   return QGuiApplication::primaryScreen()->geometry().width() * kTwipsPerPixel;
 }

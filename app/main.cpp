@@ -67,6 +67,8 @@ class CommandLine : public QCommandLineParser {
     addVersionOption();
     addOption(store);
     addOption(end);
+    addPositionalArgument("file", QCoreApplication::translate("main", "Open this scoring file."),
+                          "[file]");
   }
   const QCommandLineOption end{
       "end", QCoreApplication::translate("main",
@@ -113,7 +115,7 @@ int main(int argc, char** argv) {
   QApplication::setWindowIcon(icon);
 
   CommandLine line;
-  if (!line.parse(QApplication::arguments()) || !line.positionalArguments().isEmpty()) {
+  if (!line.parse(QApplication::arguments()) || line.positionalArguments().size() > 1) {
     const QString problem =
         line.errorText().isEmpty() ? QApplication::tr("Unexpected argument.") : line.errorText();
     std::fprintf(stderr, "corvanel: %s\n", qPrintable(problem));
@@ -140,7 +142,10 @@ int main(int argc, char** argv) {
   QDir().mkpath(QFileInfo(QString::fromStdString(file.string())).path());
   corvanel::SingleInstance instance(QString::fromStdString(file.string()));
   if (line.isSet(line.end)) return instance.End() ? 0 : 1;
-  switch (instance.Take(QString::fromStdString(token))) {
+  QString scoring = line.positionalArguments().value(0);
+  if (!scoring.isEmpty()) scoring = QFileInfo(scoring).absoluteFilePath();
+  desktop.OpenScoringFile(scoring);
+  switch (instance.Take(QString::fromStdString(token), scoring)) {
     case corvanel::SingleInstance::Place::First:
       break;
     case corvanel::SingleInstance::Place::Second:
@@ -153,6 +158,8 @@ int main(int argc, char** argv) {
   }
   QObject::connect(&instance, &corvanel::SingleInstance::StartedAgain, &desktop,
                    &corvanel::Desktop::ComeToFront);
+  QObject::connect(&instance, &corvanel::SingleInstance::FileWanted, &desktop,
+                   &corvanel::Desktop::OpenScoringFile);
   QObject::connect(&instance, &corvanel::SingleInstance::EndWanted, &desktop,
                    &corvanel::Desktop::MakeWay);
   desktop.StartUp();

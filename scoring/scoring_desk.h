@@ -28,6 +28,8 @@ class ScoringDesk : public SessionListener {
 
   /// The control window is shown for the first time: offers the latest scoring file.
   void Suggest() { FileChanged(link_.Suggest()); }
+  /// The director chose a file outside the program.
+  void Open(const std::string& path) { FileChanged(link_.BWSOpenFile(path)); }
   void mnuOpenFile_Click() { FileChanged(link_.mnuOpenFile_Click()); }
   void mnuCloseFile_Click();
   /// Goes on with the file of an earlier run of the program.

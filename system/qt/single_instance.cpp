@@ -11,11 +11,11 @@ namespace {
 
 constexpr int kAnswersWithin = 1000;  // milliseconds
 constexpr int kToldWithin = 200;      // milliseconds
-constexpr qint64 kLongestToken = 1000;
+constexpr qint64 kLongestMessage = 40000;
 constexpr int kTurns = 100;
 constexpr int kTurn = 100;  // milliseconds
 // What one start says to another.
-constexpr const char* kStart = "start ";
+constexpr const char* kStart = "start";
 constexpr const char* kEnd = "end";
 
 QString NameOf(const QString& store) {
@@ -33,23 +33,24 @@ SingleInstance::SingleInstance(const QString& store)
   connect(&server_, &QLocalServer::newConnection, this, [this] {
     QLocalSocket* second = server_.nextPendingConnection();
     second->waitForReadyRead(kToldWithin);
-    const QString message = QString::fromUtf8(second->read(kLongestToken)).trimmed();
+    const QStringList message = QString::fromUtf8(second->read(kLongestMessage)).split('\n');
     second->deleteLater();
-    if (message == kEnd) {
+    if (message[0] == kEnd) {
       emit EndWanted();
-    } else {
-      emit StartedAgain(message.mid(QString(kStart).size()));
+      return;
     }
+    emit StartedAgain(message.value(1));
+    if (!message.value(2).isEmpty()) emit FileWanted(message[2]);
   });
 }
 
-SingleInstance::Place SingleInstance::Take(const QString& token) {
+SingleInstance::Place SingleInstance::Take(const QString& token, const QString& file) {
   if (lock_.Take()) {
     QLocalServer::removeServer(name_);
     server_.listen(name_);
     return Place::First;
   }
-  return Tell(kStart + token) ? Place::Second : Place::OtherComputer;
+  return Tell(QStringList{kStart, token, file}.join('\n')) ? Place::Second : Place::OtherComputer;
 }
 
 bool SingleInstance::Tell(const QString& message) const {

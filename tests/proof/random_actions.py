@@ -193,7 +193,7 @@ class Evening(Desktop):
         self.do("key Return")
         obstacle.rmdir()
         time.sleep(3)
-        if not self.running() or self.record()["scoringFile"] != str(self.scoring):
+        if not self.running() or self.record()["scoring"]["path"] != str(self.scoring):
             raise SystemExit("the session has not begun, or without the scoring file")
 
     def leave(self):
@@ -219,7 +219,7 @@ def run(evening, seconds):
         if now > results * seconds / len(EVENING):
             shutil.copyfile(EVENING[results], evening.scoring)
             results += 1
-            if not evening.record()["scoringFile"]:
+            if not evening.record()["scoring"]["path"]:
                 evening.to_control_window()
                 evening.do("key alt+b o Return")
         if not evening.running():
