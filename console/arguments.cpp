@@ -65,7 +65,7 @@ void AddRun(CLI::App& command, ConsoleArguments& a) {
 
 }  // namespace
 
-std::optional<ConsoleArguments> ReadArguments(int argc, const char* const* argv) {
+std::optional<ConsoleArguments> ReadArguments(const std::vector<std::string>& arguments) {
   ConsoleArguments a;
   CLI::App program("The round clock without a window", "corvanel-console");
   program.require_subcommand(1);
@@ -84,7 +84,8 @@ std::optional<ConsoleArguments> ReadArguments(int argc, const char* const* argv)
   AddRound(*scoring, a.round);
   scoring->add_flag("--json", a.json, "For machines");
   try {
-    program.parse(argc, argv);
+    // The library wants them from the last to the first, and without the program's name.
+    program.parse(std::vector<std::string>(arguments.rbegin(), std::prev(arguments.rend())));
   } catch (const CLI::CallForHelp&) {
     fmt::print("{}", program.help());
     return std::nullopt;

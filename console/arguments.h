@@ -30,8 +30,8 @@ struct ConsoleArguments {
   std::optional<ClockTime> until;
 };
 
-/// Reads the arguments as main() has them. Nothing when they only asked for help, which is printed.
-/// Throws UsageError.
-std::optional<ConsoleArguments> ReadArguments(int argc, const char* const* argv);
+/// Reads the arguments of the program, its own name first. Nothing when they only asked for help,
+/// which is printed. Throws UsageError.
+std::optional<ConsoleArguments> ReadArguments(const std::vector<std::string>& arguments);
 
 }  // namespace corvanel

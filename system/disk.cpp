@@ -27,7 +27,7 @@ Result<std::string> Disk::ReadFile(const std::string& path) {
   }
   const auto size = std::filesystem::file_size(path, error);
   if (size > kLargestFile && !error) return Error{7, path + ": the file is far too large"};
-  std::ifstream file(path, std::ios::binary);
+  std::ifstream file(std::filesystem::path(path), std::ios::binary);
   if (!file.is_open()) return LastError(path);
   try {
     // Throws where the disk cannot read its own sectors.
@@ -38,7 +38,7 @@ Result<std::string> Disk::ReadFile(const std::string& path) {
 }
 
 Status Disk::WriteFile(const std::string& path, const std::string& bytes) {
-  std::ofstream file(path, std::ios::binary | std::ios::trunc);
+  std::ofstream file(std::filesystem::path(path), std::ios::binary | std::ios::trunc);
   file << bytes;
   file.close();
   if (!file) return LastError(path);

@@ -1,7 +1,6 @@
 #include "system/qt/qt_sound_player.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QProcess>
 #include <QQueue>
 #include <QTimer>
@@ -54,7 +53,7 @@ class Run : public QProcess {
     waitForFinished(100);
   }
   void Order(const char* what, const QString& file) {
-    write(QByteArray(what) + ' ' + QFile::encodeName(file) + '\0');
+    write(QByteArray(what) + ' ' + file.toUtf8() + '\0');
   }
 };
 

@@ -1,15 +1,12 @@
 #include "system/record_files.h"
 
-#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
-#include <cstdlib>
 #include <future>
 
 #include "system/store_lock.h"
+#include "tests/support/temporary_folder.h"
 
 namespace corvanel {
 namespace {
@@ -22,19 +19,14 @@ constexpr std::chrono::seconds kLong(20);
 
 class RecordFilesTest : public testing::Test {
  protected:
-  RecordFilesTest() {
-    std::string name = (fs::temp_directory_path() / "corvanel-record-XXXXXX").string();
-    folder = mkdtemp(name.data());
-    store = folder / "settings.json";
-  }
-  ~RecordFilesTest() override { fs::remove_all(folder); }
   std::vector<std::string> Kept() {
     DiskWriter none;
     return RecordFiles(store, none).Kept();
   }
 
-  fs::path folder;
-  fs::path store;
+  const TemporaryFolder own;
+  const fs::path folder = own.Path();
+  const fs::path store = folder / "settings.json";
 };
 
 TEST_F(RecordFilesTest, KeepsTheLatestAndSurvivesWhatLiesInItsWay) {
@@ -76,16 +68,14 @@ TEST_F(RecordFilesTest, WhatIsKeptAfterForgettingStays) {
   RecordFiles files(store, writer);
   files.Keep("old");
   writer.Wait(kLong);
-  const fs::path pipe = folder / "pipe";
-  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  std::promise<void> disk;
   // The disk takes its time: Forget gives up waiting, and the next session begins.
-  writer.Do("", [pipe] { ::close(::open(pipe.c_str(), O_WRONLY)); });
+  writer.Do("", [answers = disk.get_future().share()] { answers.wait(); });
   files.Forget();
   files.Keep("new");
   EXPECT_EQ(files.Failure(), "the disk is not responding");
-  const int reader = ::open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
+  disk.set_value();
   EXPECT_TRUE(writer.Wait(kLong));
-  ::close(reader);
   EXPECT_THAT(files.Kept(), ElementsAre("new"));
   EXPECT_EQ(files.Failure(), "");
 }
@@ -119,9 +109,8 @@ TEST(DiskWriterTest, KeepsTheOrderAndLeavesOutWhatIsOvertaken) {
 }
 
 TEST(StoreLockTest, GoesWithItsHolderAndLeavesNothingInTheWay) {
-  char name[] = "/tmp/corvanel-lock-XXXXXX";
-  const std::filesystem::path folder = mkdtemp(name);
-  const std::filesystem::path store = folder / "settings.json";
+  const TemporaryFolder folder;
+  const std::filesystem::path store = folder.Path() / "settings.json";
   {
     StoreLock first(store);
     StoreLock second(store);
@@ -131,7 +120,6 @@ TEST(StoreLockTest, GoesWithItsHolderAndLeavesNothingInTheWay) {
   StoreLock third(store);
   EXPECT_TRUE(third.Take());
   EXPECT_TRUE(StoreLock("/nonexistent/settings.json").Take());
-  std::filesystem::remove_all(folder);
 }
 
 }  // namespace

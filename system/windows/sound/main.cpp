@@ -13,8 +13,10 @@
 #include <mutex>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "system/folders.h"
+#include "system/program_arguments.h"
 #include "system/windows/sound/output.h"
 #include "system/windows/sound/wave_file.h"
 #include "system/windows/system_call.h"
@@ -79,6 +81,7 @@ int Run(const std::string& folder) {
 }  // namespace corvanel
 
 int main(int argc, char** argv) {
+  const std::vector<std::string> arguments = corvanel::ProgramArguments(argc, argv);
   // Not by way of the destructors: the thread that watches the output would outlive them.
-  std::_Exit(corvanel::Run(argc > 1 ? argv[1] : "."));
+  std::_Exit(corvanel::Run(arguments.size() > 1 ? arguments[1] : "."));
 }
