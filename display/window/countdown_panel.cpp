@@ -116,9 +116,9 @@ void CountdownPanel::paintEvent(QPaintEvent* event) {
     QString word = QString::fromStdString(stateWord_);
     const bool beside = tag_.lines > 1;
     if (beside) word.replace(' ', '\n');
+    const Qt::Alignment alignment = Qt::AlignLeft | (beside ? Qt::AlignTop : Qt::AlignVCenter);
     painter.drawText(QRectF(tag_.place.x, tag_.place.y, tag_.place.width, tag_.place.height),
-                     Qt::AlignLeft | (beside ? Qt::AlignTop : Qt::AlignVCenter) | Qt::TextDontClip,
-                     word);
+                     static_cast<int>(alignment) | Qt::TextDontClip, word);
   }
   painter.setFont(font_);
   painter.setBrush(ColourOf(style_.Forecolour));

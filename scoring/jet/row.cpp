@@ -94,6 +94,10 @@ std::optional<int32_t> Row::Number(int column) const {
 }
 
 int16_t Row::Short(int column) const {
+  // Most columns are of this type.
+  if (column >= 0 && At(column).type == ColumnType::Short) {
+    return static_cast<int16_t>(Field(column, 2).Number(0, 2));
+  }
   const int32_t number = Number(column).value_or(0);
   return number == static_cast<int16_t>(number) ? static_cast<int16_t>(number) : int16_t{0};
 }
@@ -102,6 +106,8 @@ std::string Row::Text(int column) const {
   const View field = Field(column, 1);
   if (field.Empty() || At(column).type != ColumnType::Text) return {};
   std::string text = TextOf(field, file_);
+  const auto solid = [](char c) { return static_cast<unsigned char>(c) > ' '; };
+  if (!text.empty() && solid(text.front()) && solid(text.back())) return text;
   const std::string_view wanted = Trimmed(text);
   if (wanted.size() != text.size()) return std::string(wanted);
   return text;
