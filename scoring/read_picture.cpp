@@ -171,6 +171,10 @@ void PictureReader::ReadRows(const char* name, std::vector<RowType> ScoringPictu
       part.kept = read.itsOwn && read.leftOut == 0;
     }
     part.count = rows.size() - part.first;
+    // The others will hold about as many.
+    if (now.pages.empty() && !last_.picture) {
+      rows.reserve(std::min(part.count * pages->size() + kMoreRows, budget_ / sizeof(RowType)));
+    }
     now.pages.push_back(part);
   }
 }
