@@ -293,18 +293,18 @@ void PictureReader::ReadNames() {
     wanted[static_cast<int32_t>(number)];
     seated[static_cast<uint32_t>(number) & kLastBits] = true;
   }
-  const auto take = [&, id = list ? list->Find("ID") : -1,
-                     name = list ? list->Find("Name") : -1](const jet::Row& row) {
-    const auto seat = wanted.find(row.Number(id).value_or(0));
-    if (seat == wanted.end() || seat->second) return true;
-    seat->second = row.Text(name);
-    if (!Spend(seat->second->size())) Fail(kNames);
-    return failed_.empty();
-  };
   if (list && failed_.empty()) {
-    const jet::WantedRows seats{list->Find("ID"), [&](int32_t number) {
-                                  return seated[static_cast<uint32_t>(number) & kLastBits];
-                                }};
+    const int id = list->Find("ID");
+    const int name = list->Find("Name");
+    const auto take = [&](const jet::Row& row) {
+      const auto seat = wanted.find(row.Number(id).value_or(0));
+      if (seat == wanted.end() || seat->second) return true;
+      seat->second = row.Text(name);
+      if (!Spend(seat->second->size())) Fail(kNames);
+      return failed_.empty();
+    };
+    const jet::WantedRows seats{
+        id, [&](int32_t number) { return seated[static_cast<uint32_t>(number) & kLastBits]; }};
     CountWhatIsLeftOut(kNames, list->ForEachRow(take, &seats));
   }
   for (PlayerRow& seat : picture_.players) {

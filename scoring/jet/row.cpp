@@ -108,9 +108,7 @@ std::string Row::Text(int column) const {
   std::string text = TextOf(field, file_);
   const auto solid = [](char c) { return static_cast<unsigned char>(c) > ' '; };
   if (!text.empty() && solid(text.front()) && solid(text.back())) return text;
-  const std::string_view wanted = Trimmed(text);
-  if (wanted.size() != text.size()) return std::string(wanted);
-  return text;
+  return std::string(Trimmed(text));
 }
 
 std::optional<double> Row::Days(int column) const {

@@ -18,7 +18,6 @@ class Utf16 {
  public:
   explicit Utf16(std::string& text) : text_(text) {}
   void Take(char32_t unit) {
-    if (unit < 0x80 && first_ == 0) return text_.push_back(static_cast<char>(unit));
     const bool second = unit >= 0xDC00 && unit < 0xE000;
     if (first_ != 0 && second) {
       AppendUtf8(text_, 0x10000 + ((first_ - 0xD800) << 10U) + (unit - 0xDC00));
