@@ -171,7 +171,9 @@ void PlayTimePage::PaintHeatMap(QPainter& painter, const SectionTimes& section,
       SetFont(painter, std::clamp(cellHeight * 0.26, 7.0, 11.0));
       painter.drawText(
           QRectF(cell.x(), played.bottom(), cell.width(), cell.height() * 0.34), Qt::AlignCenter,
-          tr("%1 + %2").arg(Minutes(time->second.waited), Minutes(time->second.moved)));
+          before == time->second.waited
+              ? Minutes(before)
+              : tr("%1 + %2").arg(Minutes(time->second.waited), Minutes(time->second.moved)));
       painter.restore();
     }
   }
