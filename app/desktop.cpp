@@ -26,8 +26,8 @@
 #include "startup/start_up.h"
 #include "startup/version.h"
 #include "system/folders.h"
+#include "system/installer_file.h"
 #include "system/key_places.h"
-#include "system/qt/qt_installer_file.h"
 #include "system/qt/qt_update_server.h"
 #include "system/shut_down.h"
 
@@ -193,9 +193,9 @@ void Desktop::StartUp() {
   splash_ = std::make_unique<DlgSplash>(QString::fromStdString(ThisVersion().Text()));
   QtUpdateServer server(UpdateUrl());
   connect(splash_.get(), &QDialog::finished, this, [&server] { server.Stop(); });
-  QtInstallerFile installer;
+  const auto installer = MakeInstallerFile();
   UpdateCheck update(
-      {*splash_, server, installer, prompts_, time_, ThisVersion(),
+      {*splash_, server, installer.get(), prompts_, time_, ThisVersion(), CORVANEL_UPDATE_KEY,
        [this](const std::string& bytes) { WriteOutput(disk_, "version.txt", bytes); }});
   corvanel::StartUp start({store_, *splash_, update, prompts_, errors_, ThisVersion()});
   On(splash_.get(), &DlgSplash::AutoLaunchTicked, "dlgSplash.chkAutoLaunch_Click",

@@ -14,11 +14,12 @@ namespace {
 
 constexpr const char* kVersionFile = "timerversion.txt";
 constexpr const char* kInstaller = "corvanelsetup.exe";
-constexpr const char* kChecksum = "corvanelsetup.exe.sha256";
+constexpr const char* kSignature = "timerversion.sig";
+constexpr const char* kPackage = ".deb";
 constexpr const char* kNoAccess = "- can't access Corvanel website at present";
 constexpr double kHighestPart = 99;  // of a version number, which are compared by hundreds
 constexpr int kStopped = 1;          // by the director
-constexpr size_t kSha256Length = 64;
+constexpr const char* kOther = "the file is not the one that was signed";
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 /// Takes the next line off the text, without its end.
@@ -74,12 +75,23 @@ bool UpdateCheck::Run() {
   parts_.splash.Log(available);
   std::string question = available;
   if (!release->notes.empty()) question += "\r\n" + release->notes;
-  if (!parts_.installer.CanStart()) {
-    parts_.prompts.Message(question + "\r\n\r\nIt is at " + parts_.server.Address());
+  const SignedFile* installer = FindFile(release->files, kInstaller);
+  if (parts_.installer == nullptr || installer == nullptr) {
+    Tell(question, *release);
     return false;
   }
   question += "\r\n\r\nDo you want to download and install the update?";
-  return parts_.prompts.AskYesNo(question) == Answer::Yes && FetchAndStart();
+  return parts_.prompts.AskYesNo(question) == Answer::Yes && FetchAndStart(*installer);
+}
+
+/// Where the release is, or its package where there is one for this system.
+void UpdateCheck::Tell(const std::string& news, const Release& release) {
+  std::string place = parts_.server.Address();
+  const auto package =
+      std::find_if(release.files.begin(), release.files.end(),
+                   [](const SignedFile& file) { return file.name.ends_with(kPackage); });
+  if (package != release.files.end()) place += package->name;
+  parts_.prompts.Message(news + "\r\n\r\nIt is at " + place);
 }
 
 /// What the server has, when it is newer than this program; else the log says why not.
@@ -105,71 +117,80 @@ std::optional<Release> UpdateCheck::NewerRelease() {
     return std::nullopt;
   }
   splash.Log("Checking for updates");
-  if (release->version.Number() > parts_.version.Number()) return release;
-  splash.Log("Your version of Corvanel is up-to-date");
-  return std::nullopt;
+  if (release->version.Number() <= parts_.version.Number()) {
+    splash.Log("Your version of Corvanel is up-to-date");
+    return std::nullopt;
+  }
+  if (!parts_.key.empty() && !Vouched(*release, file.Value())) {
+    splash.Log("- version on the website is not signed");
+    return std::nullopt;
+  }
+  return release;
 }
 
-bool UpdateCheck::FetchAndStart() {
-  parts_.splash.ShowDownload(true);
-  const auto promised = parts_.server.Begin(kInstaller);
-  Status done = promised ? Receive(promised.Value())
-                         : Error{0, "Error trying to download - " + promised.Failure().description};
-  if (done) done = Verify();
-  parts_.splash.ShowDownload(false);
-  if (!done) {
-    // Deliberate: a download that the director stopped stays as far as it came.
-    if (done.Failure().number != kStopped) parts_.installer.Remove();
-    parts_.prompts.Message(done.Failure().description);
-    parts_.splash.Log("Download failed");
-    return false;
-  }
-  parts_.prompts.Message("Corvanel will now close whilst the update is installed");
-  parts_.installer.Start();
+/// Looks at the signature of the version file, and with it of all others: the number of the version
+/// cannot be that of another release than the installer.
+bool UpdateCheck::Vouched(Release& release, const std::string& versionFile) {
+  const auto signature = parts_.server.Fetch(kSignature);
+  auto files = signature ? ReadSignedFiles(signature.Value(), parts_.key) : std::nullopt;
+  const SignedFile* version = files ? FindFile(*files, kVersionFile) : nullptr;
+  if (version == nullptr) return false;
+  Sha256 hash;
+  hash.Add(versionFile);
+  if (version->sha256 != hash.Digits()) return false;
+  release.files = *std::move(files);
   return true;
 }
 
-Status UpdateCheck::Receive(int64_t promised) {
+bool UpdateCheck::FetchAndStart(const SignedFile& wanted) {
+  parts_.splash.ShowDownload(true);
+  Status done = Receive(wanted);
+  parts_.splash.ShowDownload(false);
+  if (done) {
+    parts_.prompts.Message("Corvanel will now close whilst the update is installed");
+    done = parts_.installer->Start();
+    if (done) return true;
+  }
+  // Deliberate: a download that the director stopped stays as far as it came.
+  if (done.Failure().number != kStopped) parts_.installer->Remove();
+  parts_.prompts.Message(done.Failure().description);
+  parts_.splash.Log("Download failed");
+  return false;
+}
+
+Status UpdateCheck::Receive(const SignedFile& wanted) {
   const auto failed = [](const std::string& details) {
     return Error{0, "Error trying to download - " + details};
   };
-  InstallerFile& file = parts_.installer;
+  InstallerFile& file = *parts_.installer;
+  const auto promised = parts_.server.Begin(kInstaller);
+  if (!promised) return failed(promised.Failure().description);
+  if (promised.Value() >= 0 && promised.Value() != wanted.length) return failed(kOther);
   if (!file.Create()) return failed("the file could not be created");
-  const auto total = static_cast<double>(promised);
+  const auto total = static_cast<double>(wanted.length);
   const double start = parts_.time.Uptime();
   double received = 0;
   for (;;) {
     if (parts_.splash.StopWanted()) return Error{kStopped, "Download was stopped"};
     const auto chunk = parts_.server.Next();
-    // Nothing before the promised length is a lost connection too.
+    // Nothing before the last byte is a lost connection too.
     if (!chunk || (chunk.Value().empty() && received < total)) {
       return Error{0, "Connection to the internet has been lost"};
     }
     if (chunk.Value().empty()) break;
-    if (!file.Write(chunk.Value())) return failed("the disk is full");
     received += static_cast<double>(chunk.Value().size());
-    if (total >= 0 && received > total) return failed("it is larger than announced");
+    if (received > total) return failed(kOther);
+    if (!file.Write(chunk.Value())) return failed("the disk is full");
     const double perByte = (parts_.time.Uptime() - start) / received;
-    const double remaining = std::max(total - received, 0.0) * perByte;
     parts_.splash.ShowDownloadProgress(
-        SizeText(received) + " of " + SizeText(std::max(total, received)),
-        fmt::format(" - {:.0f} secs remaining", remaining),
-        total > 0 ? static_cast<int>(std::lround(100 * received / total)) : 0);
+        SizeText(received) + " of " + SizeText(total),
+        fmt::format(" - {:.0f} secs remaining", (total - received) * perByte),
+        static_cast<int>(std::lround(100 * received / total)));
   }
-  if (total < 0) return failed("the server did not say how long the file is");
-  if (!file.Close()) return failed("the disk is full");
+  const auto digits = file.Close();
+  if (!digits) return failed(digits.Failure().description);
+  if (digits.Value() != wanted.sha256) return failed(kOther);
   return {};
-}
-
-/// Against the server's checksum, where it offers one.
-Status UpdateCheck::Verify() {
-  if (parts_.server.DateOf(kChecksum).empty()) return {};
-  const auto text = parts_.server.Fetch(kChecksum);
-  std::string wanted = text ? text.Value().substr(0, kSha256Length) : std::string();
-  std::transform(wanted.begin(), wanted.end(), wanted.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  if (wanted == parts_.installer.Sha256()) return {};
-  return Error{0, "Error trying to download - the file is not what the server has"};
 }
 
 }  // namespace corvanel

@@ -4,10 +4,12 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "basics/result.h"
 #include "session/prompts.h"
 #include "session/time_source.h"
+#include "startup/signed_files.h"
 #include "startup/version.h"
 
 namespace corvanel {
@@ -15,7 +17,8 @@ namespace corvanel {
 /// What the update server says of its release.
 struct Release {
   Version version;
-  std::string notes;  // lines joined by carriage return and line feed
+  std::string notes;              // lines joined by carriage return and line feed
+  std::vector<SignedFile> files;  // none where no signature could be looked at
 };
 
 /// Reads the version file: three numbers separated by commas, and the notes. Nothing when its
@@ -51,15 +54,13 @@ class InstallerFile {
   /// False when it cannot be created.
   virtual bool Create() = 0;
   virtual bool Write(const std::string& bytes) = 0;
-  /// Finishes writing. False when not everything reached the disk.
-  virtual bool Close() = 0;
-  /// Of what was written, in lower-case hexadecimal digits.
-  virtual std::string Sha256() const = 0;
+  /// Finishes writing, and reads the file back: its SHA-256. From then on nobody can change it. An
+  /// error when not everything reached the disk.
+  virtual Result<std::string> Close() = 0;
   /// Takes a partial or wrong file away.
   virtual void Remove() = 0;
-  /// Whether this system runs the installer at all.
-  virtual bool CanStart() const = 0;
-  virtual void Start() = 0;
+  /// Starts the file that was read back.
+  virtual Status Start() = 0;
 };
 
 /// The splash as start-up sees it.
@@ -76,16 +77,19 @@ class SplashView {
   virtual bool StopWanted() const = 0;
 };
 
-/// Looks for a newer release, and fetches and starts its installer when the director wants it.
+/// Looks for a newer release, and fetches and starts its installer when the director wants it. With
+/// a key, a release that is not signed is no release, and nothing is started that the signature
+/// does not vouch for; without one, a new version is only told.
 class UpdateCheck {
  public:
   struct Parts {
     SplashView& splash;
     UpdateServer& server;
-    InstallerFile& installer;
+    InstallerFile* installer;  // null where programs do not install themselves
     Prompts& prompts;
     const TimeSource& time;
-    Version version;                                          // of this program
+    Version version;  // of this program
+    std::string key;  // public half of the one that releases are signed with; empty: there is none
     std::function<void(const std::string&)> keepVersionFile;  // a copy of what the server said
   };
   explicit UpdateCheck(const Parts& parts) : parts_(parts) {}
@@ -96,9 +100,10 @@ class UpdateCheck {
 
  private:
   std::optional<Release> NewerRelease();
-  bool FetchAndStart();
-  Status Receive(int64_t promised);
-  Status Verify();
+  bool Vouched(Release& release, const std::string& versionFile);
+  void Tell(const std::string& news, const Release& release);
+  bool FetchAndStart(const SignedFile& wanted);
+  Status Receive(const SignedFile& wanted);
 
   Parts parts_;
 };

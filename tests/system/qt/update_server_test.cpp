@@ -1,12 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <QElapsedTimer>
-#include <QFileInfo>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTimer>
 
-#include "system/qt/qt_installer_file.h"
 #include "system/qt/qt_update_server.h"
 
 namespace corvanel {
@@ -136,22 +134,6 @@ TEST_F(UpdateServerTest, PlainHttpIsForThisComputerAlone) {
   EXPECT_EQ(updates.DateOf("timerversion.txt"), "");
   EXPECT_FALSE(updates.Fetch("timerversion.txt"));
   EXPECT_FALSE(updates.Begin("corvanelsetup.exe"));
-}
-
-TEST(InstallerFileTest, LiesInAFolderThatOnlyItsOwnerEnters) {
-  QtInstallerFile first;
-  QtInstallerFile second;
-  ASSERT_TRUE(first.Create());
-  ASSERT_TRUE(second.Create());
-  EXPECT_NE(first.Path(), second.Path());
-  EXPECT_TRUE(first.Write("abc"));
-  EXPECT_TRUE(first.Close());
-  EXPECT_EQ(first.Sha256(), "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");
-  const QFileInfo folder(QFileInfo(QString::fromStdString(first.Path())).path());
-  EXPECT_FALSE(folder.permission(QFile::ReadGroup) || folder.permission(QFile::ReadOther));
-  first.Remove();
-  second.Remove();
-  EXPECT_FALSE(QFileInfo::exists(folder.filePath()));
 }
 
 }  // namespace
