@@ -19,6 +19,7 @@
 #include "startup/error_report.h"
 #include "startup/window/dlg_splash.h"
 #include "system/disk.h"
+#include "system/former_settings.h"
 #include "system/json_store.h"
 #include "system/log_file.h"
 #include "system/qt/qt_prompts.h"
@@ -118,6 +119,8 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
   }};
   JsonStore store_;
   std::string openFirst_;  // a scoring file
+  const bool takenOver_ = store_.GetAllSettings("Timer").empty() && store_.Damage().empty() &&
+                          TakeOverFormerSettings(store_);
   const bool firstStart_ = store_.GetAllSettings("Timer").empty() && store_.Damage().empty();
   bool tellsOfWriting_ = false;
   QtTickTimer ticks_{[this] { clock_.Tick(); }, [this] { clock_.WasHeld(); }};
