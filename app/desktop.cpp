@@ -275,7 +275,8 @@ void Desktop::ShowPlayTimes() {
   const std::string file = WriteOutput(disk_, "BST1.txt", PlayTimeReport(session, times));
   OpenFile(file);
   FrmPlayTime window(
-      session.Picture().sessionName + "  " + DateAndTimeText(session.Picture().SessionStart()),
+      (session.Picture().sessionName.empty() ? "" : session.Picture().sessionName + "  ") +
+          DateAndTimeText(session.Picture().SessionStart()),
       times, QString::fromStdString(file), QApplication::activeWindow());
   On(&window, &FrmPlayTime::TextWanted, "frmPlayTime.cmdText_Click", [&] { OpenFile(file); });
   On(&window, &FrmPlayTime::SaveWanted, "frmPlayTime.cmdSave_Click", [&] {

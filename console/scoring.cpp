@@ -67,6 +67,7 @@ ordered_json JsonOf(const ScoringSession& model) {
           {"totalTables", model.TotalTables()},
           {"maxBoardsPerSet", model.MaxBoardsPerSet()},
           {"received", picture.received.size()},
+          {"leftOut", LeftOutLine(picture)},
           {"highestRound", model.HighestRound()},
           {"skip", marks.skip},
           {"arrow", marks.arrow},
@@ -90,6 +91,8 @@ void PrintLines(const ScoringSession& model, const RoundProgress& progress, int 
                NameOf(table.state));
   }
   for (const std::string& text : progress.texts) fmt::print("progress\t{}\n", text);
+  const std::string leftOut = LeftOutLine(picture);
+  if (!leftOut.empty()) fmt::print("left out\t{}\n", leftOut);
 }
 
 /// When the session of a file began, by the clocks of its units: as it says, when most results lie

@@ -10,7 +10,6 @@ namespace {
 constexpr double kWrongClock = 25;  // minutes off the other tables all evening
 constexpr double kFarOff = 75;      // minutes off its round: a result that tells nothing
 constexpr double kOnTime = 3;       // minutes between a known start and what the results tell of it
-constexpr double kLongestMove = 5;  // minutes; more is a break
 constexpr double kUsualPerBoard = 7;  // minutes, where the results tell nothing better
 constexpr size_t kLastTables = 3;
 
@@ -89,19 +88,60 @@ class SectionClock {
         starts_(starts),
         sendings_(SendingsOf(session, section)) {
     Straighten(sendings_);
+    Seat();
+    DropLate();
     shared_ = section.SharesNumbers();
     for (const auto& [place, minutes] : sendings_) rounds_.insert(place.second);
   }
 
   SectionTimes Times() {
     times_.letter = section_.row.letter;
-    for (const auto& [table, rounds] : section_.rounds) times_.tables.push_back(table);
+    for (const auto& [place, seated] : seats_) {
+      if (times_.tables.empty() || times_.tables.back() != place.first) {
+        times_.tables.push_back(place.first);
+      }
+    }
     for (const int16_t round : rounds_) TakeRound(round);
     Rank();
     return std::move(times_);
   }
 
  private:
+  /// Who sits where: by the movement, and where the file has none, by the results.
+  void Seat() {
+    for (const auto& [table, rounds] : section_.rounds) {
+      for (const auto& [round, seated] : rounds) seats_[{table, round}] = seated;
+    }
+    for (const ResultRow* row : session_.Results()) {
+      if (row->Section != section_.row.ID || row->Erased != 0) continue;
+      seats_.try_emplace({row->Table, row->round}, TableRound{row->PairNS, row->PairEW, {}, false});
+    }
+  }
+
+  const TableRound& At(const TableAndRound& place) const { return seats_.at(place); }
+
+  /// A board sent after both its pairs had played on tells nothing of when it was played.
+  void DropLate() {
+    std::map<Pair, std::map<int16_t, double>> firsts;  // what a pair's table sent first, by round
+    for (const auto& [place, minutes] : sendings_) {
+      for (const bool eastWest : {false, true}) {
+        firsts[PairAt(At(place), eastWest)][place.second] =
+            *std::min_element(minutes.begin(), minutes.end());
+      }
+    }
+    for (auto& [place, minutes] : sendings_) {
+      double playedOn = 0;
+      for (const bool eastWest : {false, true}) {
+        const auto& rounds = firsts[PairAt(At(place), eastWest)];
+        const auto next = rounds.upper_bound(place.second);
+        if (next != rounds.end()) playedOn = std::max(playedOn, next->second);
+      }
+      if (playedOn == 0) continue;
+      std::erase_if(minutes, [&](double minute) { return minute > playedOn; });
+    }
+    std::erase_if(sendings_, [](const auto& entry) { return entry.second.empty(); });
+  }
+
   Pair PairAt(const TableRound& row, bool eastWest) const {
     return {eastWest ? row.ewPair : row.nsPair, shared_ && eastWest};
   }
@@ -145,23 +185,17 @@ class SectionClock {
     return Median(begins.empty() ? firsts : begins);
   }
 
-  /// When the move to a round began: by the clock, or when the last table had finished.
-  double MoveOf(const RoundStart* known, double began) const {
-    if (known != nullptr) return Minutes(known->moved);
-    return began - lastFinish_ > kLongestMove ? began : lastFinish_;
-  }
-
   void TakeRound(int16_t round) {
     const double begun = BeginOf(round);
     const RoundStart* known = KnownStart(round, begun);
     const double began = known != nullptr ? Minutes(known->began) : begun;
-    const double move = MoveOf(known, began);
+    // Only the clock tells the move from the wait before it.
+    const double move = known != nullptr ? Minutes(known->moved) : began;
     std::vector<std::pair<double, int16_t>> order;  // of finishing
     for (const auto& [place, minutes] : sendings_) {
-      const TableRound* row = section_.Find(place.first, round);
-      if (place.second != round || row == nullptr) continue;
+      if (place.second != round) continue;
       const auto [first, last] = std::minmax_element(minutes.begin(), minutes.end());
-      const double free = std::min(FreeAt(*row, began), *first);
+      const double free = std::min(FreeAt(At(place), began), *first);
       const double start = std::min(std::max(free, began), *first);
       const double moved = std::max(std::min(start, began) - std::max(free, move), 0.0);
       times_.times[place] = {*last - start,
@@ -180,11 +214,10 @@ class SectionClock {
     RoundSummary summary{round, order.front().first - began, {}};
     for (const auto& [last, table] : order) {
       if (summary.lastTables.size() < kLastTables) summary.lastTables.push_back(table);
-      const TableRound& row = *section_.Find(table, round);
+      const TableRound& row = At({table, round});
       for (const bool eastWest : {false, true}) finishes_[PairAt(row, eastWest)] = {round, last};
     }
     times_.rounds.push_back(summary);
-    lastFinish_ = order.front().first;
     lastBegan_ = began;
     lastRound_ = round;
   }
@@ -238,9 +271,8 @@ class SectionClock {
   std::vector<Meeting> Meetings() const {
     std::vector<Meeting> meetings;
     for (const auto& [place, time] : times_.times) {
-      const TableRound* row = section_.Find(place.first, place.second);
-      const Pair one = PairAt(*row, false);
-      const Pair other = PairAt(*row, true);
+      const Pair one = PairAt(At(place), false);
+      const Pair other = PairAt(At(place), true);
       if (one.number == 0 || other.number == 0) continue;
       const double excess = ExcessOf(place, time);
       meetings.push_back({one, other, excess});
@@ -265,11 +297,10 @@ class SectionClock {
 
   /// The players of a pair sat down for the first round where the seats' names say.
   std::string NamesOf(const Pair& pair) const {
-    for (const auto& [table, rounds] : section_.rounds) {
-      const TableRound* first = section_.Find(table, 1);
-      if (first == nullptr) continue;
+    for (const auto& [place, seated] : seats_) {
+      if (place.second != 1) continue;
       for (const bool eastWest : {false, true}) {
-        if (PairAt(*first, eastWest) == pair) return SeatNames(table, eastWest ? "EW" : "NS");
+        if (PairAt(seated, eastWest) == pair) return SeatNames(place.first, eastWest ? "EW" : "NS");
       }
     }
     return {};
@@ -291,9 +322,8 @@ class SectionClock {
     std::map<Pair, PlayerTimes> pairs;
     for (const auto& [place, time] : times_.times) {
       Add(tables[place.first], place.second, time);
-      const TableRound* row = section_.Find(place.first, place.second);
       for (const bool eastWest : {false, true}) {
-        const Pair pair = PairAt(*row, eastWest);
+        const Pair pair = PairAt(At(place), eastWest);
         if (pair.number != 0) Add(pairs[pair], place.second, time);
       }
     }
@@ -317,12 +347,12 @@ class SectionClock {
   const RoundStarts& starts_;
   const RoundStart scheduled_{session_.Picture().SessionStart(), session_.Picture().SessionStart()};
   Sendings sendings_;
+  std::map<TableAndRound, TableRound> seats_;
   bool shared_ = false;
   std::set<int16_t> rounds_;
   std::map<Pair, std::pair<int16_t, double>> finishes_;  // last round played, and its end
   int16_t lastRound_ = 0;
-  double lastBegan_ = 0;   // the round before
-  double lastFinish_ = 0;  // of its last table
+  double lastBegan_ = 0;  // the round before
   SectionTimes times_;
 };
 

@@ -16,7 +16,7 @@ struct RoundTime {
   double minutes = 0;  // of play: to its last result
   // Minutes before that, from when both its pairs were free.
   double waited = 0;  // for the others, the clock, a break
-  double moved = 0;   // of the move of its section
+  double moved = 0;   // of the move of its section, as the clock had it; else part of the wait
   int boards = 0;
   DateTime finish;  // its last result, by a clock that is right
 };
@@ -71,6 +71,9 @@ inline constexpr std::string_view kWhatIsMeasured =
     "Play is timed from when both pairs are free and the round has begun to the table's last "
     "result; "
     "waiting and moving do not count.";
+
+/// "+0.4", "-1.2", and never "-0.0".
+std::string SignedTenths(double minutes);
 
 /// The report as text, one section after the other.
 std::string PlayTimeReport(const ScoringSession& session, const std::vector<SectionTimes>& times);

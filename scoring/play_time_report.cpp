@@ -17,7 +17,7 @@ std::string RankLine(const PlayerTimes& player) {
 /// Of a pair also how it stands beside the others, and how sure that is.
 std::string PairLine(const PlayerTimes& pair) {
   return RankLine(pair) +
-         fmt::format("  {:>+5.1f} +-{:.1f}  {}", pair.excess, pair.sure, pair.names);
+         fmt::format("  {:>5} +-{:.1f}  {}", SignedTenths(pair.excess), pair.sure, pair.names);
 }
 
 std::string RankTitle(std::string_view who) {
@@ -26,6 +26,11 @@ std::string RankTitle(std::string_view who) {
 }
 
 }  // namespace
+
+std::string SignedTenths(double minutes) {
+  const std::string text = fmt::format("{:+.1f}", minutes);
+  return text == "-0.0" ? "+0.0" : text;
+}
 
 std::string PlayTimeReport(const ScoringSession& session, const std::vector<SectionTimes>& times) {
   std::string text = "Play times in minutes";

@@ -33,7 +33,10 @@ double ProgressMonitor::Age() const {
 }
 
 void ProgressMonitor::TimerBWS_Timer() {
-  if (!parts_.link.IsOpen() || parts_.clock.State().phase == Phase::Idle) return;
+  const Phase phase = parts_.clock.State().phase;
+  if (!parts_.link.IsOpen() || phase == Phase::Idle) return;
+  // The evening is over: nothing more is to come.
+  if (phase == Phase::Ended && AllFinished()) return;
   if (!lastGood_) lastGood_ = parts_.time.Uptime();
   parts_.link.BWSReadFile([this](bool read) {
     Guarded(parts_.errors, "frmMain.TimerBWS_Timer", [&] { Polled(read); });

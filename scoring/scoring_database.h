@@ -29,6 +29,9 @@ class ScoringDatabase {
   /// Reads the file for a director who waits for it, a fifth of a second at most.
   virtual Result<PicturePointer> ReadNow(const std::string& path) = 0;
 
+  /// A read that has not come yet is waited for no more: the next one begins afresh.
+  virtual void GiveUp() = 0;
+
   /// The files "*.bws" of a folder, by name. None when the folder cannot be read.
   virtual std::vector<ScoringFile> Files(const std::string& folder) = 0;
   /// The folder under the spelling that it really has, where file names tell upper from lower

@@ -1,7 +1,6 @@
 #include "scoring/scoring_link.h"
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <cctype>
@@ -16,20 +15,6 @@ namespace {
 
 constexpr int64_t kRecent = 60;      // minutes
 constexpr int kReadsOnOpening = 15;  // of a fifth of a second each, on a slow share
-
-/// What could not be read of a file, "3 rows could not be read"; empty when all could.
-std::string LeftOutLine(const ScoringPicture& picture) {
-  std::string line;
-  if (picture.rowsLeftOut > 0) {
-    line = fmt::format("{} row{}", picture.rowsLeftOut, picture.rowsLeftOut == 1 ? "" : "s");
-  }
-  if (!picture.tablesLeftOut.empty()) {
-    line += fmt::format("{}the list{} {}", line.empty() ? "" : " and ",
-                        picture.tablesLeftOut.size() == 1 ? "" : "s",
-                        fmt::join(picture.tablesLeftOut, ", "));
-  }
-  return line.empty() ? line : line + " could not be read";
-}
 
 std::string FolderOf(const std::string& path) {
   return path.substr(0, path.find_last_of("/\\") + 1);
@@ -47,6 +32,7 @@ bool ScoringLink::mnuOpenFile_Click() {
 }
 
 void ScoringLink::mnuCloseFile_Click() {
+  parts_.database.GiveUp();
   Forget();
   BWSSetUnitCaptions();
 }
@@ -102,6 +88,8 @@ std::optional<ScoringFile> ScoringLink::LatestFile(const std::string& folder,
 
 bool ScoringLink::BWSChooseFile(bool recentOnly) {
   bool opened = false;
+  // What hangs on a share that died shall not hold up the director's own wish.
+  parts_.database.GiveUp();
   Guarded(parts_.errors, "ModScorer.BWSChooseFile", [&] {
     const std::string folder = FolderOfThisYear();
     const auto latest = folder.empty() ? std::nullopt : LatestFile(folder, recentOnly);
@@ -225,7 +213,7 @@ void ScoringLink::Take(const PicturePointer& picture) {
     model_ = ScoringSession(picture, file_.sections);
     modelSections_ = file_.sections;
     CheckSession(picture);
-    CountBackIn();
+    if (!other_) CountBackIn();
   }
   parts_.log.LogRead("BWSReadFile", model_);
 }
@@ -264,6 +252,8 @@ void ScoringLink::TakeAsTonights(const PicturePointer& picture) {
 
 /// A table that was left out and sends something plays after all.
 void ScoringLink::CountBackIn() {
+  // What the units' own software deletes, the table did not send.
+  for (auto& [table, sent] : file_.leftOut) sent = std::min(sent, model_.Sent(table));
   std::erase_if(file_.leftOut, [this](const auto& entry) {
     if (model_.Sent(entry.first) == entry.second) return false;
     parts_.notices.Clear(NoticeKind::LeftOutTable, LabelOf(entry.first));

@@ -1,6 +1,7 @@
 #include "scoring/scoring_session.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 
@@ -191,6 +192,19 @@ int16_t ScoringSession::Rounds() const {
     }
   }
   return most;
+}
+
+std::string LeftOutLine(const ScoringPicture& picture) {
+  std::string line;
+  if (picture.rowsLeftOut > 0) {
+    line = fmt::format("{} row{}", picture.rowsLeftOut, picture.rowsLeftOut == 1 ? "" : "s");
+  }
+  if (!picture.tablesLeftOut.empty()) {
+    line += fmt::format("{}the list{} {}", line.empty() ? "" : " and ",
+                        picture.tablesLeftOut.size() == 1 ? "" : "s",
+                        fmt::join(picture.tablesLeftOut, ", "));
+  }
+  return line.empty() ? line : line + " could not be read";
 }
 
 std::set<int16_t> AllSections(const ScoringPicture& picture) {

@@ -108,6 +108,9 @@ class FollowedScoring {
   virtual std::set<TableId> LeftOut() const = 0;
 };
 
+/// What could not be read of a file, "3 rows could not be read"; empty when all could.
+std::string LeftOutLine(const ScoringPicture& picture);
+
 /// The IDs of all sections of a picture.
 std::set<int16_t> AllSections(const ScoringPicture& picture);
 

@@ -46,7 +46,8 @@ bool TakeOver(const ScoringSession& scoring, Session& session) {
 }
 
 std::string TakenOverText(const ScoringSession& scoring, const SessionSettings& settings) {
-  std::string text = fmt::format("{} rounds", settings.nRounds);
+  std::string text;
+  if (scoring.Rounds() > 0) text = fmt::format("{} rounds", scoring.Rounds());
   if (scoring.MaxBoardsPerSet() > 0) {
     text += fmt::format(" of {} boards, {} minutes each, break of {} minutes after round {}",
                         scoring.MaxBoardsPerSet(), SingleText(settings.MinPerRound),
@@ -54,7 +55,8 @@ std::string TakenOverText(const ScoringSession& scoring, const SessionSettings& 
   }
   if (!settings.Skip.Empty()) text += ", skip after " + std::string(settings.Skip.Text());
   if (!settings.Arrow.Empty()) text += ", arrow-switch after " + std::string(settings.Arrow.Text());
-  return text + (settings.Header.empty() ? ", no title" : ", title");
+  text += settings.Header.empty() ? ", no title" : ", title";
+  return text.starts_with(", ") ? text.substr(2) : text;
 }
 
 }  // namespace corvanel

@@ -333,6 +333,8 @@ void FrmMain::ShowScoring(const std::string& unit, const std::string& file) {
   ui_->mnuCloseFile->setEnabled(!name.isEmpty());
   ui_->lblScoringFile->setText(name.isEmpty() ? QString() : tr("Scoring file: ") + name);
   ui_->lblScoringFile->setToolTip(path);
+  // Put there once more: only then does the menu bar give it the room that it needs now.
+  ui_->menubar->setCornerWidget(ui_->fraVersion);
 }
 
 void FrmMain::ShowFavourites(const std::vector<std::string>& names, const std::string& text) {

@@ -17,6 +17,7 @@ constexpr double kPairsWidth = 380;
 constexpr size_t kPairs = 16;  // ranked
 constexpr int kPictureScale = 2;
 constexpr double kLeastWait = 0.5;   // minutes, that are worth a word
+constexpr double kNarrow = 64;       // a cell with no room for tenths of two numbers
 constexpr double kLeastForTwo = 26;  // height of a cell that holds two lines
 
 constexpr QColor kInk(0x1C, 0x25, 0x33);
@@ -131,11 +132,16 @@ void PlayTimePage::PaintHeatMap(QPainter& painter, const SectionTimes& section,
       std::min((place.width() - label) / static_cast<double>(section.rounds.size()), 90.0);
   const double cellHeight =
       std::min((place.height() - head - 30) / static_cast<double>(section.tables.size()), 46.0);
+  const bool tellsMoves = std::any_of(section.times.begin(), section.times.end(),
+                                      [](const auto& time) { return time.second.moved > 0; });
+  const bool tellsWaits = cellHeight >= kLeastForTwo;
+  QString heading = tr("Minutes of play of each table in each round");
+  if (tellsWaits)
+    heading += tellsMoves ? tr("; below, waited + moved before it")
+                          : tr("; below, waited before it, the move included");
   painter.setPen(kQuiet);
   SetFont(painter, 15);
-  painter.drawText(
-      QRectF(place.x(), place.y(), place.width(), 20), Qt::AlignLeft,
-      tr("Minutes of play of each table in each round; below, waited + moved before it"));
+  painter.drawText(QRectF(place.x(), place.y(), place.width(), 20), Qt::AlignLeft, heading);
   const double top = place.y() + head;
   SetFont(painter, std::clamp(cellHeight * 0.45, 7.0, 15.0), QFont::DemiBold);
   for (size_t c = 0; c < section.rounds.size(); ++c) {
@@ -165,15 +171,15 @@ void PlayTimePage::PaintHeatMap(QPainter& painter, const SectionTimes& section,
       painter.setPen(kInk);
       const QRectF played(cell.x(), cell.y() + 1, cell.width(), cell.height() * 0.6);
       painter.drawText(played, Qt::AlignCenter, Minutes(time->second.minutes));
-      const double before = time->second.waited + time->second.moved;
-      if (before < kLeastWait || cell.height() < kLeastForTwo) continue;
+      const auto [waited, moved] = std::pair(time->second.waited, time->second.moved);
+      if (waited + moved < kLeastWait || !tellsWaits) continue;
       painter.save();
       SetFont(painter, std::clamp(cellHeight * 0.26, 7.0, 11.0));
-      painter.drawText(
-          QRectF(cell.x(), played.bottom(), cell.width(), cell.height() * 0.34), Qt::AlignCenter,
-          before == time->second.waited
-              ? Minutes(before)
-              : tr("%1 + %2").arg(Minutes(time->second.waited), Minutes(time->second.moved)));
+      const QString both = cellWidth < kNarrow
+                               ? QString("%1+%2").arg(std::lround(waited)).arg(std::lround(moved))
+                               : QString("%1 + %2").arg(Minutes(waited), Minutes(moved));
+      painter.drawText(QRectF(cell.x(), played.bottom(), cell.width(), cell.height() * 0.34),
+                       Qt::AlignCenter, tellsMoves ? both : Minutes(waited));
       painter.restore();
     }
   }
@@ -204,9 +210,8 @@ void PlayTimePage::PaintPairs(QPainter& painter, const SectionTimes& section,
     painter.drawRoundedRect(bar, 3, 3);
     painter.setPen(kInk);
     painter.drawText(QRectF(bar.right() + 8, bar.y() - 4, 110, bar.height() + 8), Qt::AlignVCenter,
-                     QString("%1%2 ± %3")
-                         .arg(pair.excess <= -0.05 ? "−" : "+")
-                         .arg(std::abs(pair.excess), 0, 'f', 1)
+                     QString("%1 ± %2")
+                         .arg(QString::fromStdString(SignedTenths(pair.excess)).replace('-', "−"))
                          .arg(pair.sure, 0, 'f', 1));
     painter.setPen(kQuiet);
     SetFont(painter, 12);

@@ -11,6 +11,7 @@
 namespace corvanel {
 namespace {
 
+constexpr int kManyStuck = 20;
 constexpr std::chrono::milliseconds kPatience(200);
 constexpr std::chrono::milliseconds kFolderPatience(500);
 
@@ -67,8 +68,14 @@ QtScoringFiles::~QtScoringFiles() {
 
 /// Whether the read under way may still be answered.
 bool QtScoringFiles::Waiting() const {
-  const auto patience = patience_ * std::min(1 << std::min(stuck_, 4), 10);
+  const auto patience = patience_ * (stuck_ == 0 ? 1 : stuck_ < kManyStuck ? 2 : 10);
   return std::chrono::steady_clock::now() - begun_ < patience;
+}
+
+void QtScoringFiles::GiveUp() {
+  ++number_;
+  if (!reading_.empty()) ++stuck_;
+  reading_.clear();
 }
 
 void QtScoringFiles::Read(const std::string& path, Answer answer) {
@@ -76,9 +83,8 @@ void QtScoringFiles::Read(const std::string& path, Answer answer) {
     answer(NoAnswer());
     return;
   }
-  if (!reading_.empty()) ++stuck_;
+  GiveUp();
   const ScoringContent last = path == path_ ? last_ : ScoringContent{};
-  ++number_;
   std::thread([this, number = number_, path, last, way = way_] {
     Result<ScoringContent> content = Error{7, "Out of memory"};
     try {

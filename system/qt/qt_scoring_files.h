@@ -16,13 +16,15 @@ class QtScoringFiles : public QObject, public ScoringDatabase {
   Q_OBJECT
 
  public:
-  /// `patience`: after it a read is given up. It doubles with each one that is stuck, up to ten
-  /// times, so that a share that is gone for the evening does not collect threads.
+  /// `patience`: after it a read is given up, and after twice as long while others are stuck; after
+  /// ten times as long when many are, so that a share that is gone for the evening does not collect
+  /// threads.
   explicit QtScoringFiles(std::chrono::milliseconds patience = std::chrono::seconds(30));
   ~QtScoringFiles() override;
 
   void Read(const std::string& path, Answer answer) override;
   Result<PicturePointer> ReadNow(const std::string& path) override;
+  void GiveUp() override;
   std::vector<ScoringFile> Files(const std::string& folder) override;
   std::string RealSpelling(const std::string& folder) override;
 

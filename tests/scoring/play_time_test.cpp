@@ -107,6 +107,33 @@ TEST_F(PlayTimeTest, WrongClocksLateAndRepeatedResultsChangeLittle) {
   }
 }
 
+/// Whoever plays already at the next table has not played that board until now.
+TEST_F(PlayTimeTest, ABoardSentAfterItsPairsHadPlayedOnIsNoPlayTime) {
+  const double before = Minutes(1, 2);
+  const PlayerTimes slowest = Times().byPair[0];
+  Row(1, 2, 1).stamp.seconds += 30 * 60;
+  EXPECT_LE(Minutes(1, 2), before);
+  EXPECT_EQ(Times().byPair[0].label, slowest.label);
+  EXPECT_NEAR(Minutes(1, 3), 13, 2.1);
+}
+
+TEST_F(PlayTimeTest, WithoutAMovementTheResultsTellWhoSatWhere) {
+  for (ResultRow& result : evening.received) {
+    for (const RoundRow& row : evening.rounds) {
+      if (row.Table != result.Table || row.round != result.round) continue;
+      result.PairNS = row.NSPair;
+      result.PairEW = row.EWpair;
+    }
+  }
+  const SectionTimes with = Times();
+  evening.rounds.clear();
+  const SectionTimes without = Times();
+  EXPECT_EQ(without.tables, with.tables);
+  ASSERT_EQ(without.byPair.size(), with.byPair.size());
+  EXPECT_EQ(without.byPair[0].label, with.byPair[0].label);
+  EXPECT_EQ(without.times.at({3, 2}).minutes, with.times.at({3, 2}).minutes);
+}
+
 TEST_F(PlayTimeTest, TheClocksStartsTellPlayWaitAndMoveApart) {
   starts = {{1, {At(0), At(0)}}, {2, {At(14), At(15)}}, {3, {At(50), At(50)}}};
   const auto time = [&](int16_t table, int16_t round) { return Times().times.at({table, round}); };

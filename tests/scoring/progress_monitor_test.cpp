@@ -315,6 +315,23 @@ TEST_F(EveningTest, ATableThatSitsOutIsNotCounted) {
   EXPECT_EQ(bench.face.info, "Bridgemate: 1 of 7 tables finished");
 }
 
+TEST_F(EveningTest, AfterTheEveningNothingIsRead) {
+  bench.session.settings.nRounds = 1;
+  bench.session.options.BMAutoPause = false;
+  AllSend(1, 2);
+  bench.PassWithPolls(22 * 60);
+  ASSERT_EQ(State().phase, Phase::Ended);
+  int reads = bench.database.reads;
+  bench.PassWithPolls(60);
+  EXPECT_GT(bench.database.reads, reads);  // they still play
+  AllSend(1, 1);
+  bench.PassWithPolls(10);
+  EXPECT_EQ(bench.face.info, "Bridgemate: 8 of 8 tables finished");
+  reads = bench.database.reads;
+  bench.PassWithPolls(60);
+  EXPECT_EQ(bench.database.reads, reads);
+}
+
 TEST_F(EveningTest, AnotherFileIsNotBlindYet) {
   bench.database.unreadable = true;
   bench.PassWithPolls(130);

@@ -179,6 +179,29 @@ TEST_F(TrustTest, ATableThatWasLeftOutCanBeCountedAgain) {
   EXPECT_TRUE(bench.link.LeftOut().empty());
 }
 
+// Neither another session's results nor what was deleted are something that it sent.
+TEST_F(TrustTest, OnlyWhatATableSendsCountsItBackIn) {
+  Send(8, 1, 2);
+  bench.PassWithPolls(5);
+  bench.link.LeaveOut({1, 8});
+  const ScoringPicture tonight = evening;
+  evening.sessionName = "Another evening";
+  AllSend(1, 3);
+  bench.PassWithPolls(10);
+  EXPECT_FALSE(bench.link.IsTonights());
+  evening = tonight;
+  bench.Write(evening);
+  bench.PassWithPolls(10);
+  EXPECT_EQ(StateOf(8), TableState::LeftOut);
+  std::erase_if(evening.received, [](const ResultRow& row) { return row.Table == 8; });
+  bench.Write(evening);
+  bench.PassWithPolls(10);
+  EXPECT_EQ(StateOf(8), TableState::LeftOut);
+  Send(8, 1, 1);
+  bench.PassWithPolls(5);
+  EXPECT_NE(StateOf(8), TableState::LeftOut);
+}
+
 // With several sections a table's line has the section's letter, and goes with the file too.
 TEST_F(TrustTest, TheLineOfATableLeftOutGoesWithItsFile) {
   ScoringPicture two = Mitchell(5, 4, 3);

@@ -25,6 +25,7 @@ class FakeDatabase : public ScoringDatabase {
  public:
   void Read(const std::string& path, Answer answer) override { answer(ReadNow(path)); }
   Result<PicturePointer> ReadNow(const std::string& path) override;
+  void GiveUp() override { ++givenUp; }
   std::vector<ScoringFile> Files(const std::string& folder) override;
   std::string RealSpelling(const std::string& folder) override { return folder; }
 
@@ -36,6 +37,7 @@ class FakeDatabase : public ScoringDatabase {
   int failures = 0;  // of the next reads
   Error failure{3343, "Unrecognized database format"};
   int reads = 0;
+  int givenUp = 0;
 
  private:
   std::map<std::string, PicturePointer> files_;

@@ -202,6 +202,16 @@ TEST_F(FrmMainTest, TheMenusHaveTheLettersThatEverybodyKnows) {
 }
 
 // A slip of the hand must not bring another favourite, nor the list show one that is not in use.
+TEST_F(FrmMainTest, TheOpenedFilesNameHasItsRoom) {
+  window.show();
+  window.ShowScoring("Bridgemate", "/club/Friday evening.bws");
+  QCoreApplication::processEvents();
+  for (const char* name : {"lblScoringFile", "lblVersion"}) {
+    const auto* label = window.findChild<QLabel*>(name);
+    EXPECT_GE(label->width(), label->sizeHint().width()) << name;
+  }
+}
+
 TEST_F(FrmMainTest, TheFavouritesListWaitsToBeAsked) {
   window.ShowFavourites({"Five", "Six"}, "");
   auto* list = Find<QComboBox>("cboFavs");

@@ -76,6 +76,18 @@ TEST_F(ScoringFilesTest, AReadThatIsStuckIsGivenUpForAnother) {
   EXPECT_EQ(impatient.ReadNow(file).Value()->received.size(), 17U);
 }
 
+TEST_F(ScoringFilesTest, TheDirectorsOwnWishWaitsForNoStuckRead) {
+  ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+  EXPECT_FALSE(files.ReadNow(file));
+  const std::string dead = (folder / "dead.bws").string();
+  fs::rename(file, dead);
+  fs::copy_file(kFixtures / "live/02-1943.bws", file);
+  EXPECT_FALSE(files.ReadNow(file));
+  files.GiveUp();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return static_cast<bool>(files.ReadNow(file)); }, 5000));
+  const std::ofstream writer(dead);
+}
+
 TEST_F(ScoringFilesTest, AnswersByAnEventAndOneReadAtATime) {
   fs::copy_file(kFixtures / "live/02-1943.bws", file);
   std::vector<bool> answers;
