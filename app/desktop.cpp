@@ -4,6 +4,8 @@
 #include <QApplication>
 #include <QDesktopServices>
 #include <QFile>
+#include <QScreen>
+#include <QStyle>
 #include <QUrl>
 #include <QWindow>
 #include <cmath>
@@ -181,7 +183,13 @@ void Desktop::ShowControlWindow() {
   control_.BackFromDisplays();
   // Where it stood, rather than where the window system would put a new window.
   // Only by the window beneath is that told to the window system as the director's own wish.
-  if (mainPlace_.isValid() && !frmMain_.isMaximized()) {
+  if (!mainPlace_.isValid()) {
+    // The session of an earlier run went on: it was never shown.
+    mainPlace_ = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, frmMain_.size(),
+                                     DirectorsDisplay().screen()->availableGeometry());
+  }
+  if (!frmMain_.isMaximized()) {
+    frmMain_.winId();
     frmMain_.windowHandle()->setGeometry(mainPlace_);
   }
   frmMain_.show();

@@ -351,6 +351,8 @@ void ControlWindow::PlanRound(int16_t round) {
 /// All was played; the next Start is that of another evening.
 void ControlWindow::ShowEnd() {
   PlanRound(1);
+  parts_.view.SetLabel(Label::lblFinish, "End of play");
+  parts_.view.SetLabel(Label::lblFinishTime, TimeText(parts_.time.TimeOfDay(), Form()));
   if (evening_.lines.empty()) return;
   evening_.standsAt = evening_.lines.back().startsIn + evening_.lines.back().minutes;
   parts_.view.ShowEvening(evening_);
@@ -380,7 +382,7 @@ void ControlWindow::ShowFace(const ClockFace& face) {
     if (ran) ShowEnd();
     return;
   }
-  parts_.view.ShowLive(LiveStripOf(face, parts_.session));
+  parts_.view.ShowLive(LiveStripOf(face, waiting_, parts_.session));
   ShowSchedule(face.schedule, {face.phase, face.round, face.secondsLeft}, parts_.time.TimeOfDay());
 }
 

@@ -84,6 +84,8 @@ class ControlWindow : public SessionListener {
   void BackFromDisplays();
   /// The clock moved on: round, start time and finish follow.
   void ShowFace(const ClockFace& face) override;
+  /// For whom the clock is held.
+  void ShowTables(const ProgressFace& tables) override { waiting_ = tables.waiting; }
   /// Ticks or clears the title's box as its show flag now is.
   void ShowTitleTick();
   /// Writes every time of day anew, after the form of times has changed.
@@ -123,9 +125,10 @@ class ControlWindow : public SessionListener {
   bool started_ = false;                // in this run
   std::optional<float> typedMinutes_;   // while those for a required finish stand in their place
   EveningSoFar soFar_;
-  Evening evening_;                        // as it was shown last
-  int shownRound_ = 0;                     // of the clock, as it was last seen
-  double countsFrom_ = -1;                 // and its mark
+  std::string waiting_;     // "WAITING FOR TABLES 5 7", while the clock is held for them
+  Evening evening_;         // as it was shown last
+  int shownRound_ = 0;      // of the clock, as it was last seen
+  double countsFrom_ = -1;  // and its mark
   std::array<std::string, kBoxes> shown_;  // what each box held when it was last in order
 };
 

@@ -2,6 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <cctype>
+
 #include "session/contrast.h"
 
 namespace corvanel {
@@ -23,13 +26,28 @@ std::string Caption(const ClockFace& face, const Session& session) {
   }
 }
 
+/// "WAITING FOR TABLES B5 B7" as it stands in a sentence; a table's letter stays.
+std::string InSentence(std::string text) {
+  bool first = true;
+  for (size_t begin = 0; begin < text.size();) {
+    const size_t end = std::min(text.find(' ', begin), text.size());
+    const bool table = std::isdigit(static_cast<unsigned char>(text[end - 1])) != 0;
+    for (size_t i = begin + (first ? 1 : 0); i < end && !table; ++i) {
+      text[i] = static_cast<char>(std::tolower(static_cast<unsigned char>(text[i])));
+    }
+    first = false;
+    begin = end + 1;
+  }
+  return text;
+}
+
 }  // namespace
 
-LiveStrip LiveStripOf(const ClockFace& face, const Session& session) {
+LiveStrip LiveStripOf(const ClockFace& face, const std::string& waiting, const Session& session) {
   LiveStrip strip{Caption(face, session), face.countdown,
                   session.elements[static_cast<size_t>(face.countdownStyle)], face.can, face.undo};
   if (face.paused) {
-    strip.caption = "Paused · " + strip.caption;
+    strip.caption = (waiting.empty() ? "Paused" : InSentence(waiting)) + " · " + strip.caption;
     strip.style = Receded(strip.style, strip.style.Backcolour);
   }
   return strip;

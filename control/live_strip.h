@@ -18,7 +18,7 @@ struct LiveStrip {
   bool operator==(const LiveStrip&) const = default;
 };
 
-/// `face`: of a session under way.
-LiveStrip LiveStripOf(const ClockFace& face, const Session& session);
+/// `face`: of a session under way; `waiting`: for whom it is held, as the displays say it.
+LiveStrip LiveStripOf(const ClockFace& face, const std::string& waiting, const Session& session);
 
 }  // namespace corvanel

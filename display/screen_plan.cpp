@@ -21,6 +21,13 @@ Place OnScreen(Place place, const Place& screen) {
   return place;
 }
 
+/// All of a screen that a framed window can have.
+Place BelowTitle(Place screen) {
+  screen.y += kTitleBar;
+  screen.height -= kTitleBar + kFrame;
+  return screen;
+}
+
 double Overlap(const Place& a, const Place& b) {
   const double width = std::min(a.Right(), b.Right()) - std::max(a.x, b.x);
   const double height = std::min(a.Bottom(), b.Bottom()) - std::max(a.y, b.y);
@@ -35,14 +42,12 @@ ScreenPlan PlanScreens(const std::vector<Place>& screens, size_t controlScreen) 
   if (screens.size() > 1) {
     plan.roomScreen = controlScreen == 0 ? 1 : 0;
     plan.room = Inset(screens[plan.roomScreen], 0.05);
-    plan.twin = Inset(screens[plan.twinScreen], 0.05);
+    plan.twin = BelowTitle(screens[plan.twinScreen]);
     return plan;
   }
   plan.roomScreen = controlScreen;
   plan.sideBySide = true;
-  Place area = screens[controlScreen];
-  area.y += kTitleBar;
-  area.height -= kTitleBar + kFrame;
+  const Place area = BelowTitle(screens[controlScreen]);
   plan.room = plan.twin = area;
   if (area.width >= area.height) {
     plan.room.width = plan.twin.width = area.width / 2;

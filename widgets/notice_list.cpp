@@ -58,6 +58,12 @@ QWidget* NoticeList::LineOf(const Notice& notice, const QString& more) {
   return line;
 }
 
+void NoticeList::SetTextSize(int pixels) {
+  const QString style =
+      QString::fromUtf8(kStyle) + QString("QLabel, QToolButton { font-size: %1px; }").arg(pixels);
+  if (styleSheet() != style) setStyleSheet(style);
+}
+
 void NoticeList::ShowNotices(const std::vector<Notice>& notices) {
   if (notices == shown_) return;
   shown_ = notices;
@@ -70,7 +76,11 @@ void NoticeList::ShowNotices(const std::vector<Notice>& notices) {
   const size_t waiting = notices.size() > most_ ? notices.size() - most_ : 0;
   for (size_t i = waiting; i < notices.size(); ++i) {
     const bool last = waiting > 0 && i + 1 == notices.size();
-    layout()->addWidget(LineOf(notices[i], last ? tr(" (and %1 more)").arg(waiting) : QString()));
+    QWidget* line = LineOf(notices[i], last ? tr(" (and %1 more)").arg(waiting) : QString());
+    layout()->addWidget(line);
+    // Else it would be shown, and have a size, only after this.
+    line->show();
+    for (QWidget* part : line->findChildren<QWidget*>()) part->ensurePolished();
   }
   setVisible(!notices.empty());
   updateGeometry();

@@ -18,6 +18,7 @@ class NoticeList : public QFrame {
   void ShowNotices(const std::vector<Notice>& notices);
   /// Shows no more than so many lines, the latest; the last of them says how many wait.
   void SetMost(size_t most) { most_ = most; }
+  void SetTextSize(int pixels);
 
  signals:
   /// The button of a line was pressed.

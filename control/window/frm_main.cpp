@@ -382,9 +382,12 @@ void FrmMain::showEvent(QShowEvent* event) {
   } else if (focusWidget() == nullptr) {
     ui_->txtnRounds->setFocus();
   }
-  // On a small or strongly scaled screen the page scrolls rather than reach beyond the edge.
+  // All is in sight, in a large font too; on a small or strongly scaled screen the page scrolls
+  // rather than reach beyond the edge.
+  const QSize whole =
+      size() - ui_->scroll->viewport()->size() + ui_->scroll->widget()->minimumSizeHint();
   const QSize room = screen()->availableSize() - QSize(8, 40);  // less the window's frame
-  if (!isMaximized() && !isFullScreen()) resize(size().boundedTo(room));
+  if (!isMaximized() && !isFullScreen()) resize(size().expandedTo(whole).boundedTo(room));
 }
 
 }  // namespace corvanel

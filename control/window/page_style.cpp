@@ -1,5 +1,7 @@
 #include "control/window/page_style.h"
 
+#include <QLineEdit>
+
 #include "widgets/colours.h"
 
 namespace corvanel {
@@ -60,6 +62,12 @@ void DressPage(QWidget& page) {
   palette.setColor(QPalette::PlaceholderText, quiet);
   page.setPalette(palette);
   page.setStyleSheet(QString::fromUtf8(kStyle).arg(quiet.name(), edge.name(), kAccent.name()));
+  // The style sheet hands the page's palette on to the fields, but for this.
+  for (QLineEdit* field : page.findChildren<QLineEdit*>()) {
+    QPalette own = field->palette();
+    own.setColor(QPalette::PlaceholderText, quiet);
+    field->setPalette(own);
+  }
 }
 
 }  // namespace corvanel

@@ -1,7 +1,6 @@
 #include "display/window/command_bar.h"
 
 #include <QHBoxLayout>
-#include <QTimer>
 #include <QToolButton>
 #include <cmath>
 #include <utility>
@@ -22,6 +21,11 @@ constexpr int kAround = 8;    // pixels that stay free around the bar
 constexpr int kAboveRow = 6;  // within it, above and below its row
 constexpr int kFrame = 1;
 
+constexpr size_t kMostLines = 2;  // for the director
+constexpr int kUndoPadding = 8;
+constexpr const char* kUsualUndo = "Undo next round,";
+constexpr const char* kWidestUndo = "Undo automatic resume,";
+
 int TargetFor(int text) {
   return std::max(kLeastTarget, static_cast<int>(std::lround(kTarget * text)));
 }
@@ -38,7 +42,7 @@ constexpr const char* kStyle = R"(
   QToolButton:hover { background: #D3DDEE; }
   QToolButton:pressed { background: #B4C4E0; }
   QToolButton:disabled { color: #8A94A6; }
-  QToolButton#cmdUndo { background: #DCE5F4; border: 1px solid #9FB0CC; padding: 5px 14px; }
+  QToolButton#cmdUndo { background: #DCE5F4; border: 1px solid #9FB0CC; padding: 2px 6px; }
   QToolButton#cmdUndo:hover { background: #C6D4EB; }
 )";
 
@@ -55,12 +59,17 @@ CommandBar::CommandBar(QWidget* parent)
   undo_->setToolTip(tr("Take the last command back, as if it had never been given (U)"));
   undo_->setFocusPolicy(Qt::NoFocus);
   undo_->hide();
+  notices_->SetMost(kMostLines);
   rows->addWidget(notices_);
-  rows->addWidget(undo_, 0, Qt::AlignHCenter);
   auto* buttons = new QWidget(this);
   row_ = new QHBoxLayout(buttons);
   row_->setContentsMargins(0, 0, 0, 0);
   row_->setSpacing(2);
+  // In the row, and with its room kept: no other button moves when it comes and goes.
+  QSizePolicy kept = undo_->sizePolicy();
+  kept.setRetainSizeWhenHidden(true);
+  undo_->setSizePolicy(kept);
+  row_->addWidget(undo_);
   rows->addWidget(buttons);
 
   using Command = DisplayCommand;
@@ -123,6 +132,8 @@ void CommandBar::ScaleTo(int windowHeight) {
     button->setIconSize(QSize(icon, icon));
     button->setMinimumSize(target, target);
   }
+  undo_->ensurePolished();
+  undo_->setFixedHeight(target);
 }
 
 void CommandBar::ShowPossible(const PossibleCommands& can) {
@@ -153,17 +164,28 @@ QSize CommandBar::Margins() const {
 }
 
 void CommandBar::ShowUndo(const QString& undo) {
-  if (undo == undo_->text()) return;
-  undo_->setText(undo);
+  if (undo == whole_) return;
+  whole_ = undo;
   undo_->setHidden(undo.isEmpty());
-  Fit();
+  ElideUndo();
+}
+
+/// The room that its text takes in the button of the last command.
+int CommandBar::WidthOf(const char* text) const {
+  return undo_->fontMetrics().horizontalAdvance(text) + 2 * kUndoPadding;
+}
+
+void CommandBar::ElideUndo() {
+  QStringList lines = whole_.split('\n');
+  for (QString& line : lines) {
+    line = undo_->fontMetrics().elidedText(line, Qt::ElideRight, undo_->width() - kUndoPadding);
+  }
+  undo_->setText(lines.join('\n'));
 }
 
 void CommandBar::ShowNotices(const std::vector<Notice>& notices) {
   notices_->ShowNotices(notices);
   Fit();
-  // New lines have their size only when their style has been applied.
-  QTimer::singleShot(0, this, &CommandBar::Fit);
 }
 
 int CommandBar::TextIn(int windowHeight) {
@@ -189,15 +211,19 @@ void CommandBar::FitInto(const QRect& room, int windowHeight) {
       one->setFixedWidth(width);
       other->setFixedWidth(width);
     }
+    undo_->setFixedWidth(WidthOf(kUsualUndo));
     row_->invalidate();
     layout()->invalidate();
     if (row_->sizeHint().width() + Margins().width() <= most) break;
   }
+  const int spare = most - row_->sizeHint().width() - Margins().width();
+  undo_->setFixedWidth(std::clamp(undo_->width() + spare, 1, WidthOf(kWidestUndo)));
+  row_->invalidate();
+  ElideUndo();
   const int width = std::min(row_->sizeHint().width() + Margins().width(), most);
   const int row = row_->sizeHint().height();
   row_->parentWidget()->setFixedHeight(row);
   int height = row + Margins().height();
-  if (!undo_->isHidden()) height += undo_->sizeHint().height() + layout()->spacing();
   if (!notices_->isHidden()) {
     // The lines may wrap in this width.
     const int wrapped = notices_->heightForWidth(width - Margins().width());

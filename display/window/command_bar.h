@@ -58,9 +58,12 @@ class CommandBar : public QFrame {
   void ScaleTo(int windowHeight);
   void Fit() { FitInto(room_, windowHeight_); }
   QSize Margins() const;
+  int WidthOf(const char* text) const;
+  void ElideUndo();
 
   NoticeList* notices_;
   QToolButton* undo_;
+  QString whole_;  // what it says, where it has room
   QHBoxLayout* row_;
   QToolButton* pause_;
   QToolButton* resume_;

@@ -13,9 +13,10 @@
 namespace corvanel {
 namespace {
 
-constexpr int kWindowSettles = 300;  // milliseconds
-constexpr int kResizeSettles = 60;   // milliseconds
-constexpr int kHint = 8000;          // milliseconds
+constexpr int kWindowSettles = 300;     // milliseconds
+constexpr int kResizeSettles = 60;      // milliseconds
+constexpr int kHint = 8000;             // milliseconds
+constexpr double kLeastMargin = 0.012;  // of the height, below the chip
 constexpr const char* kChipStyle =
     "background: #DCE5F4; color: #10203C; border: 1px solid #9FB0CC; border-radius: 8px;"
     "padding: 2px 14px; font-size: %1px;";
@@ -82,7 +83,8 @@ DisplayWindow::DisplayWindow(const Session& session, DisplayKind kind, DisplayCo
 void DisplayWindow::ShowFace(const ClockFace& face) {
   fraCommand_->ShowPaused(face.paused);
   fraCommand_->ShowPossible(face.can);
-  fraCommand_->ShowUndo(QString::fromStdString(face.undo));
+  // What in one line, and when in the next.
+  fraCommand_->ShowUndo(QString::fromStdString(face.undo).replace(", ", ",\n"));
   picture_->ShowFace(face);
   if (done_ == face.done) return;
   done_ = face.done;
@@ -117,7 +119,8 @@ void DisplayWindow::ShowChip() {
   const QRect room = BarRoom();
   const double strip =
       kind_ == DisplayKind::Twin ? CommandBar::RowIn(height()) : MarginOf(width(), height());
-  const int above = std::max((static_cast<int>(strip) - lblChip_->height()) / 2, 1);
+  const int least = static_cast<int>(kLeastMargin * height());
+  const int above = std::max((static_cast<int>(strip) - lblChip_->height()) / 2, least);
   lblChip_->move(room.center().x() - lblChip_->width() / 2,
                  room.bottom() + 1 - lblChip_->height() - above);
   lblChip_->raise();

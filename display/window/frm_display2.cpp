@@ -9,15 +9,32 @@
 
 #include "display/window/command_bar.h"
 #include "display/window/text_measure.h"
-#include "session/contrast.h"
 #include "widgets/notice_list.h"
 
 namespace corvanel {
+
+namespace {
+
+constexpr size_t kMostLines = 3;  // for the director
+constexpr int kAround = 8;        // pixels that stay free around the buttons
+
+/// The command bar's look; `%1`: the size of the text, pixels.
+constexpr const char* kStyle = R"(
+  QFrame#fraMonitor { background: #EEF2F9; border: 1px solid #9FB0CC; border-radius: 10px; }
+  QLabel { color: #10203C; border: none; font-size: %1px; }
+  QPushButton { color: #10203C; background: transparent; border: none; border-radius: 6px;
+                padding: 6px 12px; font-size: %1px; }
+  QPushButton:hover { background: #D3DDEE; }
+  QPushButton:pressed { background: #B4C4E0; }
+)";
+
+}  // namespace
 
 FrmDisplay2::FrmDisplay2(const Session& session, DisplayCommands& commands, LetterOfKey letterOfKey)
     : DisplayWindow(session, DisplayKind::Twin, commands, letterOfKey),
       fraMonitor_(new QFrame(this)),
       fraNotices_(new NoticeList(this)) {
+  fraNotices_->SetMost(kMostLines);
   setObjectName("frmDisplay2");
   fraMonitor_->setObjectName("fraMonitor");
   fraMonitor_->setAutoFillBackground(true);
@@ -70,6 +87,8 @@ void FrmDisplay2::ShowOne(const Pair& pair, size_t index) {
 void FrmDisplay2::ShowRoomDisplay(bool visible, bool fullScreen) {
   ShowOne(cmdHide_, visible ? 0 : 1);
   ShowOne(cmdMonitorFullScreen_, fullScreen ? 1 : 0);
+  // The other words are of another width.
+  if (isVisible()) Rearrange();
 }
 
 int FrmDisplay2::NoticesHeight() const {
@@ -89,25 +108,20 @@ QRect FrmDisplay2::BarRoom() const {
 }
 
 int FrmDisplay2::MonitorWidth() const {
+  const QString style = QString(kStyle).arg(CommandBar::TextIn(height()));
+  if (fraMonitor_->styleSheet() != style) fraMonitor_->setStyleSheet(style);
+  fraNotices_->SetTextSize(CommandBar::TextIn(height()));
   fraMonitor_->ensurePolished();
-  return std::min(fraMonitor_->sizeHint().width(), width() / 2);
+  fraMonitor_->layout()->activate();
+  return std::min(fraMonitor_->sizeHint().width() + kAround, width() / 2);
 }
 
 void FrmDisplay2::PlaceFoot() {
-  const QString style = QString(
-                            "QLabel, QPushButton { font-size: %1px; } QLabel { color: %2; }"
-                            "QPushButton { padding: 6px 12px; }")
-                            .arg(CommandBar::TextIn(height()))
-                            .arg(ColourOf(Contrast(Background())).name());
-  if (fraMonitor_->styleSheet() != style) fraMonitor_->setStyleSheet(style);
   const int row = CommandBar::RowIn(height());
-  const int wide = MonitorWidth();
-  fraMonitor_->setGeometry(width() - wide, height() - FootHeight(), wide, row);
+  const int wide = MonitorWidth() - kAround;
+  fraMonitor_->setGeometry(width() - MonitorWidth(), height() - FootHeight() + kAround, wide,
+                           row - 2 * kAround);
   fraNotices_->setGeometry(0, height() - NoticesHeight(), width(), NoticesHeight());
-  QPalette colours = palette();
-  colours.setColor(QPalette::Window, ColourOf(Background()));
-  colours.setColor(QPalette::WindowText, ColourOf(Contrast(Background())));
-  fraMonitor_->setPalette(colours);
 }
 
 }  // namespace corvanel

@@ -135,10 +135,9 @@ void PlayTimePage::PaintHeatMap(QPainter& painter, const SectionTimes& section,
   const bool tellsMoves = std::any_of(section.times.begin(), section.times.end(),
                                       [](const auto& time) { return time.second.moved > 0; });
   const bool tellsWaits = cellHeight >= kLeastForTwo;
-  QString heading = tr("Minutes of play of each table in each round");
+  QString heading = tr("Minutes of play, by table and round");
   if (tellsWaits)
-    heading += tellsMoves ? tr("; below, waited + moved before it")
-                          : tr("; below, waited before it, the move included");
+    heading += tellsMoves ? tr("; below, waited + moved before") : tr("; below, until it began");
   painter.setPen(kQuiet);
   SetFont(painter, 15);
   painter.drawText(QRectF(place.x(), place.y(), place.width(), 20), Qt::AlignLeft, heading);

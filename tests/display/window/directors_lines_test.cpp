@@ -1,11 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <QLabel>
+#include <QPushButton>
 #include <QTest>
 #include <QToolButton>
 #include <map>
 
 #include "display/layout.h"
+#include "display/window/display_picture.h"
 #include "display/window/frm_display.h"
 #include "display/window/frm_display2.h"
 #include "system/key_places.h"
@@ -55,6 +57,42 @@ class DirectorsLinesTest : public testing::Test {
   std::array<DisplayWindow*, 2> displays = {&room, &twin};
 };
 
+/// On the director's own screen nothing covers anything: the lines, the bar and the buttons for the
+/// room display stand below the picture, whatever they say.
+TEST_F(DirectorsLinesTest, TheTwinsFootHoldsAllThatStandsInIt) {
+  const auto place = [&](const char* name) {
+    const auto* widget = twin.findChild<QWidget*>(name);
+    return QRect(widget->mapTo(&twin, QPoint(0, 0)), widget->size());
+  };
+  const Notice awake{NoticeKind::Awake,
+                     "Nothing keeps this computer awake: set its power settings"};
+  for (const QSize size : {QSize(1024, 768), QSize(1920, 1080), QSize(3840, 2160)}) {
+    bench.clock.Do(SessionCommand::AddMinute);
+    twin.ShowNotices({});
+    twin.ShowNotices({awake, {NoticeKind::Store, "The settings were changed by somebody else"}});
+    twin.resize(size);
+    QApplication::processEvents();
+    MoveMouse(twin, {300, 300});
+    MoveMouse(twin, {330, 330});
+    const auto* list = twin.findChild<NoticeList*>(QString(), Qt::FindDirectChildrenOnly);
+    const QRect notices = list->geometry();
+    const int line = list->findChildren<QLabel*>("lblNotice").last()->fontMetrics().height();
+    EXPECT_GE(notices.height(), 2 * line) << size.height();
+    const int foot = twin.findChild<DisplayPicture*>()->geometry().bottom();
+    EXPECT_GT(place("fraCommand").top(), foot) << size.height();
+    EXPECT_LT(place("fraCommand").bottom(), notices.top()) << size.height();
+    EXPECT_GT(place("fraMonitor").top(), foot) << size.height();
+    for (const bool full : {false, true}) {
+      twin.ShowRoomDisplay(!full, full);
+      for (const QPushButton* button : twin.findChildren<QPushButton*>()) {
+        if (button->isVisible()) {
+          EXPECT_GE(button->width(), button->sizeHint().width()) << button->text().toStdString();
+        }
+      }
+    }
+  }
+}
+
 TEST_F(DirectorsLinesTest, TheLastCommandIsTakenBackByKeyAndByButton) {
   MoveMouse(room, {300, 300});
   auto* undo = room.findChild<QToolButton*>("cmdUndo");
@@ -64,9 +102,9 @@ TEST_F(DirectorsLinesTest, TheLastCommandIsTakenBackByKeyAndByButton) {
   QTest::keyClick(&room, Qt::Key_Plus);
   bench.Pass(12);
   EXPECT_TRUE(undo->isVisible());
-  EXPECT_EQ(undo->text(), "Undo +1 minute, 12 s ago");
+  EXPECT_EQ(undo->text(), "Undo +1 minute,\n12 s ago");
   QTest::mouseClick(undo, Qt::LeftButton);
-  EXPECT_EQ(undo->text(), "Undo next round, 12 s ago");
+  EXPECT_EQ(undo->text(), "Undo next round,\n12 s ago");
   QTest::keyClick(&twin, Qt::Key_U);
   EXPECT_FALSE(undo->isVisible());
   EXPECT_EQ(bench.clock.State().round, 1);
