@@ -65,11 +65,17 @@ void ControlWindow::SettingsLoaded() {
 }
 
 void ControlWindow::ScoringFileOpened(std::optional<ClockTime> start) {
+  const auto before = shown_;
   planned_.round = 1;
   if (start) planned_.time = ToTheMinute(*start);
   Display();
   // What was taken over differs from the favourite in use.
   if (start) Change(Box::Header, Settings().Header);
+  takenOver_.clear();
+  for (size_t i = 0; start && i < kBoxes; ++i) {
+    if (shown_[i] != before[i]) takenOver_.push_back(static_cast<Box>(i));
+  }
+  parts_.view.ShowTakenOver(takenOver_);
 }
 
 std::string ControlWindow::TextOf(Box box) const {
@@ -118,6 +124,8 @@ void ControlWindow::PutIfChanged(Box box) {
 
 void ControlWindow::Change(Box box, const std::string& text) {
   Handle("Change", [&] {
+    if (!takenOver_.empty()) parts_.view.ShowTakenOver({});
+    takenOver_.clear();
     parts_.view.OfferFavouriteSave(true);
     if (box == Box::CurrentRound) {
       parts_.view.SetLabel(Label::cmdStart, "Start Timer from round " + text);

@@ -30,6 +30,8 @@ class ControlWindowView {
   /// The box that is being edited, with its text: ends its entry as leaving it would. False when
   /// the entry was refused.
   virtual bool CommitEditing() = 0;
+  /// What these boxes hold was taken over from a scoring file: they look so.
+  virtual void ShowTakenOver(const std::vector<Box>& boxes) = 0;
   virtual void OfferFavouriteSave(bool offered) = 0;
   virtual void OfferResume() = 0;
   /// The evening as it is planned, or the one under way.

@@ -132,6 +132,13 @@ void FrmMain::Leave(EntryBox* box) {
   QTimer::singleShot(0, box, [box] { box->setFocus(Qt::OtherFocusReason); });
 }
 
+void FrmMain::ShowTakenOver(const std::vector<Box>& boxes) {
+  for (size_t i = 0; i < boxes_.size(); ++i) {
+    const auto found = std::find(boxes.begin(), boxes.end(), static_cast<Box>(i));
+    SetLook(boxes_[i], "taken", found != boxes.end());
+  }
+}
+
 void FrmMain::SetText(Box box, const std::string& text) {
   BoxOf(box)->Show(QString::fromStdString(text));
 }

@@ -29,6 +29,7 @@ class FrmMain : public QMainWindow, public ControlWindowView, public SessionList
   /// Connects the widgets to their logic; to be called once, before the window is shown.
   void SetLogic(ControlWindow& logic);
 
+  void ShowTakenOver(const std::vector<Box>& boxes) override;
   void SetText(Box box, const std::string& text) override;
   void SetLabel(Label label, const std::string& text) override;
   void SetTick(Tick tick, bool on) override;

@@ -9,7 +9,7 @@ namespace {
 
 /// Cards on a calm ground, one strong button. But for one accent, dark enough for white text in
 /// both kinds of palette, every colour is the desktop's own. `%1`: of what matters less; `%2`: of
-/// the edges of fields, which are seen on any ground.
+/// the edges of fields, which are seen on any ground; `%4`: behind what a scoring file brought.
 constexpr const char* kStyle = R"(
   QFrame[card="true"] {
     background: palette(base); border: 1px solid palette(midlight); border-radius: 8px;
@@ -23,6 +23,7 @@ constexpr const char* kStyle = R"(
     background: #F5B301; color: #10203C; border-radius: 4px; padding: 1px 6px; font-weight: 700;
   }
   QLineEdit { border: 1px solid %2; border-radius: 4px; padding: 2px 6px; }
+  QLineEdit[taken="true"] { background: %4; }
   QLineEdit:focus { border: 2px solid #2F7DE1; padding: 1px 5px; }
   QPushButton { padding: 5px 12px; }
   QPushButton[segment] {
@@ -45,7 +46,8 @@ constexpr const char* kStyle = R"(
   QPushButton[primary="true"]:focus { border-color: palette(text); }
 )";
 
-constexpr double kEdge = 0.45;  // of the text's colour in the edges of fields
+constexpr double kTaken = 0.14;  // of the accent behind what a scoring file brought
+constexpr double kEdge = 0.45;   // of the text's colour in the edges of fields
 
 /// Of what matters less: it recedes, and can still be read.
 QColor QuietColour(const QPalette& palette) {
@@ -59,9 +61,11 @@ void DressPage(QWidget& page) {
   QPalette palette = page.palette();
   const QColor quiet = QuietColour(palette);
   const QColor edge = Mixed(palette.color(QPalette::Text), palette.color(QPalette::Base), kEdge);
+  const QColor taken = Mixed(kAccent, palette.color(QPalette::Base), kTaken);
   palette.setColor(QPalette::PlaceholderText, quiet);
   page.setPalette(palette);
-  page.setStyleSheet(QString::fromUtf8(kStyle).arg(quiet.name(), edge.name(), kAccent.name()));
+  page.setStyleSheet(
+      QString::fromUtf8(kStyle).arg(quiet.name(), edge.name(), kAccent.name(), taken.name()));
   // The style sheet hands the page's palette on to the fields, but for this.
   for (QLineEdit* field : page.findChildren<QLineEdit*>()) {
     QPalette own = field->palette();

@@ -279,10 +279,17 @@ TEST_F(ControlWindowTest, TheLiveStripSaysWhatTheClockDoes) {
   EXPECT_EQ(view.live->caption, "Paused · Round 3 of 3");
   EXPECT_TRUE(view.live->can.resume);
   EXPECT_FALSE(view.live->can.minutes);
+  ProgressFace tables;
+  tables.waiting = "WAITING FOR TABLES B5 B7";
+  window.ShowTables(tables);
+  bench.clock.Refresh();
+  EXPECT_EQ(view.live->caption, "Waiting for tables B5 B7 · Round 3 of 3");
+  window.ShowTables({});
   window.cmdLive_Click(SessionCommand::Undo);
   EXPECT_EQ(view.live->caption, "Round 3 of 3");
   bench.RunToEnd();
   EXPECT_FALSE(view.live);
+  EXPECT_EQ(view.labels[Label::lblFinish], "End of play");
   window.BackFromDisplays();
   EXPECT_EQ(window.Planned().round, 1);  // of the next evening
 }

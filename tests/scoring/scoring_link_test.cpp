@@ -78,6 +78,7 @@ TEST_F(ScoringLinkTest, AYearsFolderBecomesThisYears) {
 }
 
 TEST_F(ScoringLinkTest, TakesTheSessionsShapeOver) {
+  bench.base.control.Display();
   bench.base.control.Leave(Box::CurrentRound, "5");
   session.settings.Header = "Before";
   ScoringPicture picture = Mitchell(8, 7, 3);
@@ -91,6 +92,10 @@ TEST_F(ScoringLinkTest, TakesTheSessionsShapeOver) {
   EXPECT_EQ(TimeText(bench.base.control.Planned().time), "19:30");
   EXPECT_EQ(bench.base.view.texts[Box::MinPerRound], "21");
   EXPECT_TRUE(bench.base.view.favouriteOffered);
+  EXPECT_THAT(bench.base.view.takenOver, testing::IsSupersetOf({Box::nRounds, Box::Header}));
+  EXPECT_THAT(bench.base.view.takenOver, testing::Not(testing::Contains(Box::MinWarning0)));
+  bench.base.control.Change(Box::nRounds, "6");
+  EXPECT_TRUE(bench.base.view.takenOver.empty());
   picture.sessionName.clear();
   for (RoundRow& row : picture.rounds) row.CustomBoards = "1,2,3,4,5,6,7,8,9,10,11,12,13";
   bench.Open(picture);

@@ -19,6 +19,7 @@ class FakeControlWindow : public ControlWindowView, public ControlHost {
   void SetMode(int calculate) override { mode = calculate; }
   void Focus(Box box) override { focus = box; }
   bool CommitEditing() override { return commit(); }
+  void ShowTakenOver(const std::vector<Box>& boxes) override { takenOver = boxes; }
   void OfferFavouriteSave(bool offered) override { favouriteOffered = offered; }
   void OfferResume() override { resumeOffered = true; }
   void ShowEvening(const Evening& shown) override {
@@ -47,6 +48,7 @@ class FakeControlWindow : public ControlWindowView, public ControlHost {
   int mode = -1;
   Evening evening;
   std::optional<LiveStrip> live;
+  std::vector<Box> takenOver;
   int calculations = 0;
   bool favouriteOffered = false;
   bool resumeOffered = false;
