@@ -12,6 +12,7 @@
 #include "system/desktop_session.h"
 #include "system/durable_file.h"
 #include "system/folders.h"
+#include "system/path_text.h"
 #include "system/qt/single_instance.h"
 #include "widgets/colours.h"
 
@@ -123,7 +124,7 @@ int main(int argc, char** argv) {
   }
 
   std::filesystem::path file = corvanel::DefaultStoreFile();
-  if (line.isSet(line.store)) file = line.value(line.store).toStdString();
+  if (line.isSet(line.store)) file = corvanel::PathOf(line.value(line.store).toStdString());
   if (file.empty()) {
     std::fprintf(stderr, "corvanel: --store needs a file\n");
     return 2;
@@ -134,13 +135,13 @@ int main(int argc, char** argv) {
   if (std::filesystem::exists(file, error) && !std::filesystem::is_regular_file(file, error)) {
     QMessageBox::warning(nullptr, "Corvanel",
                          QApplication::tr("The settings file %1 is not a file")
-                             .arg(QString::fromStdString(file.string())));
+                             .arg(QString::fromStdString(corvanel::PathText(file))));
     return 2;
   }
   corvanel::Desktop desktop(file);
   app.errors = &desktop.Errors();
-  QDir().mkpath(QFileInfo(QString::fromStdString(file.string())).path());
-  corvanel::SingleInstance instance(QString::fromStdString(file.string()));
+  QDir().mkpath(QFileInfo(QString::fromStdString(corvanel::PathText(file))).path());
+  corvanel::SingleInstance instance(QString::fromStdString(corvanel::PathText(file)));
   if (line.isSet(line.end)) return instance.End() ? 0 : 1;
   QString scoring = line.positionalArguments().value(0);
   if (!scoring.isEmpty()) scoring = QFileInfo(scoring).absoluteFilePath();
@@ -153,7 +154,7 @@ int main(int argc, char** argv) {
     case corvanel::SingleInstance::Place::OtherComputer:
       QMessageBox::warning(nullptr, "Corvanel",
                            QApplication::tr("These settings are in use by another Corvanel:\n%1")
-                               .arg(QString::fromStdString(file.string())));
+                               .arg(QString::fromStdString(corvanel::PathText(file))));
       return 2;
   }
   QObject::connect(&instance, &corvanel::SingleInstance::StartedAgain, &desktop,

@@ -20,6 +20,7 @@
 #include "settings/settings_table.h"
 #include "system/folders.h"
 #include "system/json_store.h"
+#include "system/path_text.h"
 #include "system/system_time.h"
 
 namespace corvanel {
@@ -68,9 +69,7 @@ struct Plan {
 Plan LoadPlan(const ConsoleArguments& arguments) {
   EndOnError errors;
   DiskWriter writer;  // which nothing is written with
-  JsonStore store(
-      arguments.store.empty() ? DefaultStoreFile() : std::filesystem::path(arguments.store),
-      writer);
+  JsonStore store(arguments.store.empty() ? DefaultStoreFile() : PathOf(arguments.store), writer);
   if (!store.Damage().empty()) throw UsageError(store.Damage());
   Session session;
   session.ProgramFolder = ProgramFolderPath();

@@ -7,6 +7,7 @@
 #include <iterator>
 
 #include "system/folders.h"
+#include "system/path_text.h"
 
 namespace corvanel {
 namespace {
@@ -21,13 +22,13 @@ Error LastError(const std::string& path) {
 
 Result<std::string> Disk::ReadFile(const std::string& path) {
   std::error_code error;
-  const auto status = std::filesystem::status(path, error);
+  const auto status = std::filesystem::status(PathOf(path), error);
   if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
     return Error{75, path + ": not a file"};
   }
-  const auto size = std::filesystem::file_size(path, error);
+  const auto size = std::filesystem::file_size(PathOf(path), error);
   if (size > kLargestFile && !error) return Error{7, path + ": the file is far too large"};
-  std::ifstream file(std::filesystem::path(path), std::ios::binary);
+  std::ifstream file(PathOf(path), std::ios::binary);
   if (!file.is_open()) return LastError(path);
   try {
     // Throws where the disk cannot read its own sectors.
@@ -38,7 +39,7 @@ Result<std::string> Disk::ReadFile(const std::string& path) {
 }
 
 Status Disk::WriteFile(const std::string& path, const std::string& bytes) {
-  std::ofstream file(std::filesystem::path(path), std::ios::binary | std::ios::trunc);
+  std::ofstream file(PathOf(path), std::ios::binary | std::ios::trunc);
   file << bytes;
   file.close();
   if (!file) return LastError(path);
@@ -47,14 +48,14 @@ Status Disk::WriteFile(const std::string& path, const std::string& bytes) {
 
 Status Disk::Rename(const std::string& from, const std::string& to) {
   std::error_code error;
-  std::filesystem::rename(from, to, error);
+  std::filesystem::rename(PathOf(from), PathOf(to), error);
   if (error) return Error{75, from + ": " + error.message()};
   return {};
 }
 
 Status Disk::Remove(const std::string& path) {
   std::error_code error;
-  std::filesystem::remove(path, error);
+  std::filesystem::remove(PathOf(path), error);
   if (error) return Error{75, path + ": " + error.message()};
   return {};
 }
@@ -63,7 +64,7 @@ std::string WriteOutput(FileAccess& files, const std::string& name, const std::s
   for (const std::filesystem::path& folder : OutputFolders()) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
-    std::string path = (folder / name).string();
+    std::string path = PathText(folder / PathOf(name));
     if (files.WriteFile(path, bytes)) return path;
   }
   return {};

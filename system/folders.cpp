@@ -1,6 +1,7 @@
 #include "system/folders.h"
 
 #include "basics/numbers.h"
+#include "system/path_text.h"
 
 namespace corvanel {
 
@@ -8,8 +9,8 @@ namespace fs = std::filesystem;
 
 std::string SoundFile(const std::string& stored, const std::string& programFolder) {
   std::error_code error;
-  if (fs::is_regular_file(stored, error)) return stored;
-  return (fs::path(programFolder) / FileName(stored)).string();
+  if (fs::is_regular_file(PathOf(stored), error)) return stored;
+  return PathText(PathOf(programFolder) / PathOf(FileName(stored)));
 }
 
 }  // namespace corvanel

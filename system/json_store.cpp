@@ -16,6 +16,7 @@
 
 #include "basics/numbers.h"
 #include "system/durable_file.h"
+#include "system/path_text.h"
 
 namespace corvanel {
 
@@ -158,7 +159,7 @@ void JsonStore::File::KeepOutsideChange() {
   fs::copy_file(path_, kept, error);
   if (error) throw WriteError(kept, error);
   const std::lock_guard lock(mutex_);
-  outsideChange_ = kept.string();
+  outsideChange_ = PathText(kept);
 }
 
 void JsonStore::File::KeepDamagedFile() {
@@ -214,11 +215,11 @@ fs::path JsonStore::File::FreeName(const char* mark) const {
 /// The copies that were kept, the newest last.
 std::vector<fs::path> JsonStore::File::Copies() const {
   std::error_code error;
-  const std::string mark = path_.filename().string() + kCopyMark;
+  const std::string mark = PathText(path_.filename()) + kCopyMark;
   std::vector<fs::path> copies;
   for (const auto& entry :
        fs::directory_iterator(fs::absolute(path_, error).parent_path(), error)) {
-    if (entry.path().filename().string().starts_with(mark)) copies.push_back(entry.path());
+    if (PathText(entry.path().filename()).starts_with(mark)) copies.push_back(entry.path());
   }
   std::sort(copies.begin(), copies.end());
   return copies;
@@ -235,12 +236,12 @@ void JsonStore::Read() {
   if (status.type() == fs::file_type::not_found) return;
   file_->Stamp();
   if (!fs::is_regular_file(status)) {
-    damage_ = fmt::format("The settings file {} is not a file", path_.string());
+    damage_ = fmt::format("The settings file {} is not a file", PathText(path_));
     return;
   }
   std::ifstream stream(path_, std::ios::binary);
   if (!stream) {
-    damage_ = fmt::format("The settings file {} cannot be read: {}", path_.string(),
+    damage_ = fmt::format("The settings file {} cannot be read: {}", PathText(path_),
                           std::strerror(errno));
     file_->KeepAsDamaged();
     return;
@@ -256,7 +257,7 @@ void JsonStore::Read() {
     fault = failure.what();  // the disk cannot read its own sectors
   }
   if (fault.empty()) return;
-  damage_ = fmt::format("The settings file {} cannot be read whole: {}", path_.string(), fault);
+  damage_ = fmt::format("The settings file {} cannot be read whole: {}", PathText(path_), fault);
   file_->KeepAsDamaged();
 }
 
@@ -329,7 +330,7 @@ std::string JsonStore::KeepCopy() {
     fs::create_directories(folder, error);
     const fs::path name = file->FreeName(kCopyMark);
     WriteDurably(name, text);
-    *copy = name.string();
+    *copy = PathText(name);
     const std::vector<fs::path> copies = file->Copies();
     for (size_t i = 0; i + kMostCopies < copies.size(); ++i) fs::remove(copies[i], error);
   });

@@ -8,6 +8,7 @@
 
 #include "system/disk.h"
 #include "system/durable_file.h"
+#include "system/path_text.h"
 
 namespace corvanel {
 namespace {
@@ -67,14 +68,14 @@ std::vector<std::string> RecordFiles::Kept() const {
     std::error_code error;
     const fs::path file = FileOf(file_, age);
     if (!fs::exists(file, error)) continue;
-    const auto text = Disk().ReadFile(file.string());
+    const auto text = Disk().ReadFile(PathText(file));
     texts.push_back(text ? text.Value() : "");  // there is one, though it cannot be read
   }
   return texts;
 }
 
 std::optional<Moment> RecordFiles::LastAlive() const {
-  const auto text = Disk().ReadFile(alive_.string());
+  const auto text = Disk().ReadFile(PathText(alive_));
   if (!text) return std::nullopt;
   std::istringstream words(text.Value());
   Moment moment;

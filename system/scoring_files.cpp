@@ -5,6 +5,7 @@
 
 #include "basics/numbers.h"
 #include "system/file_content.h"
+#include "system/path_text.h"
 #include "system/system_time.h"
 
 namespace corvanel {
@@ -22,12 +23,12 @@ Result<ScoringContent> ReadScoringFile(const std::string& path, const ScoringCon
 std::vector<ScoringFile> ListScoringFiles(const std::string& folder) {
   std::vector<ScoringFile> files;
   std::error_code error;
-  fs::directory_iterator entry(folder, error);
+  fs::directory_iterator entry(PathOf(folder), error);
   for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
     const fs::path& path = entry->path();
-    if (!SameName(path.extension().string(), ".bws")) continue;
+    if (!SameName(PathText(path.extension()), ".bws")) continue;
     const auto modified = ModifiedAt(path);
-    if (modified) files.push_back({path.filename().string(), LocalTime(*modified)});
+    if (modified) files.push_back({PathText(path.filename()), LocalTime(*modified)});
   }
   std::sort(files.begin(), files.end(),
             [](const ScoringFile& a, const ScoringFile& b) { return a.name < b.name; });
@@ -36,19 +37,19 @@ std::vector<ScoringFile> ListScoringFiles(const std::string& folder) {
 
 std::string FindFolder(const std::string& folder) {
   std::error_code error;
-  if (fs::is_directory(folder, error)) return folder;
+  if (fs::is_directory(PathOf(folder), error)) return folder;
   fs::path real;
-  for (const fs::path& part : fs::path(folder)) {
+  for (const fs::path& part : PathOf(folder)) {
     fs::path next = real / part;
     if (!part.empty() && !fs::exists(next, error)) {
       fs::directory_iterator entry(real.empty() ? fs::path(".") : real, error);
       for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-        if (SameName(entry->path().filename().string(), part.string())) next = entry->path();
+        if (SameName(PathText(entry->path().filename()), PathText(part))) next = entry->path();
       }
     }
     real = next;
   }
-  return fs::is_directory(real, error) ? real.string() : folder;
+  return fs::is_directory(real, error) ? PathText(real) : folder;
 }
 
 }  // namespace corvanel

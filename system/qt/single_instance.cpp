@@ -6,6 +6,8 @@
 #include <QStandardPaths>
 #include <QThread>
 
+#include "system/path_text.h"
+
 namespace corvanel {
 namespace {
 
@@ -28,7 +30,7 @@ QString NameOf(const QString& store) {
 }  // namespace
 
 SingleInstance::SingleInstance(const QString& store)
-    : lock_(store.toStdString()), name_(NameOf(store)) {
+    : lock_(PathOf(store.toStdString())), name_(NameOf(store)) {
   server_.setSocketOptions(QLocalServer::UserAccessOption);
   connect(&server_, &QLocalServer::newConnection, this, [this] {
     QLocalSocket* second = server_.nextPendingConnection();

@@ -1,5 +1,6 @@
 #include "system/file_content.h"
 
+#include "system/path_text.h"
 #include "system/windows/handle.h"
 
 namespace corvanel {
@@ -36,7 +37,7 @@ bool SameMoment(const BY_HANDLE_FILE_INFORMATION& a, const BY_HANDLE_FILE_INFORM
 }  // namespace
 
 Result<FileContent> Fetch(const std::string& path) {
-  const Handle file(CreateFileW(SystemPath(path).c_str(), GENERIC_READ,
+  const Handle file(CreateFileW(SystemPath(PathOf(path)).c_str(), GENERIC_READ,
                                 FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                 OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!file) {

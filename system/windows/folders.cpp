@@ -2,6 +2,7 @@
 
 #include <shlobj.h>
 
+#include "system/path_text.h"
 #include "system/windows/system_call.h"
 
 namespace corvanel {
@@ -25,7 +26,7 @@ std::string ProgramFolderPath() {
     const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
     if (length < path.size()) {
       path.resize(length);
-      return fs::path(path).parent_path().string();
+      return PathText(fs::path(path).parent_path());
     }
     path.resize(path.size() * 2);
   }
@@ -36,7 +37,7 @@ fs::path DefaultStoreFile() {
 }
 
 std::vector<fs::path> OutputFolders() {
-  return {fs::path(ProgramFolderPath()), UsersFolder(FOLDERID_LocalAppData)};
+  return {PathOf(ProgramFolderPath()), UsersFolder(FOLDERID_LocalAppData)};
 }
 
 }  // namespace corvanel

@@ -1,5 +1,6 @@
 #include "system/program_arguments.h"
 
+#include "system/path_text.h"
 #include "system/windows/system_call.h"
 // After it.
 #include <shellapi.h>
@@ -11,7 +12,7 @@ std::vector<std::string> ProgramArguments(int /*argc*/, char** /*argv*/) {
   int count = 0;
   wchar_t** wide = CommandLineToArgvW(GetCommandLineW(), &count);
   std::vector<std::string> arguments;
-  for (int i = 0; i < count; ++i) arguments.push_back(std::filesystem::path(wide[i]).string());
+  for (int i = 0; i < count; ++i) arguments.push_back(PathText(wide[i]));
   LocalFree(wide);
   return arguments;
 }

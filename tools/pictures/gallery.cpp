@@ -55,7 +55,7 @@ bool RenderControl(Desktop& desktop, const QString& folder,
     window.resize(size);
     for (const PictureState& state : states) {
       if (!Runs(state.face.phase) || !state.tables.sections.empty()) continue;
-      window.ShowLive(LiveStripOf(state.face, desktop.TheSession()));
+      window.ShowLive(LiveStripOf(state.face, {}, desktop.TheSession()));
       window.ShowNotices(Lines());
       QApplication::processEvents();  // its parts take their new places
       written &= window.grab().save(FileOf(folder, "control", size, state.name));

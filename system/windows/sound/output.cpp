@@ -1,5 +1,6 @@
 #include "system/windows/sound/output.h"
 
+#include "system/path_text.h"
 #include "system/windows/system_call.h"
 // After it.
 #include <endpointvolume.h>
@@ -43,7 +44,7 @@ std::string NameOfOutput() {
   WAVEOUTCAPSW output{};
   if (waveOutGetDevCapsW(0, &output, sizeof output) != MMSYSERR_NOERROR)
     return "the default output";
-  return std::filesystem::path(output.szPname).string();
+  return PathText(output.szPname);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "system/windows/sound/wave_file.h"
 
+#include "system/path_text.h"
 #include "system/windows/system_call.h"
 // After it.
 #include <mmreg.h>
@@ -41,8 +42,7 @@ long LengthOf(HMMIO file) {
 
 }  // namespace
 
-WaveFile::WaveFile(const std::string& path)
-    : path_(std::filesystem::path(path).make_preferred().native()) {
+WaveFile::WaveFile(const std::string& path) : path_(PathOf(path).make_preferred().native()) {
   HMMIO file = mmioOpenW(path_.data(), nullptr, MMIO_READ | MMIO_ALLOCBUF);
   if (file == nullptr) return;
   milliseconds_ = LengthOf(file);
