@@ -88,6 +88,7 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
   void ReportWriting();
   void ConnectMenus();
   void ConnectDisplays();
+  void LeaveTheKeysWithTheTwin();
   void ConnectWatch();
   void OpenControlWindow();
   bool OfferToContinue();

@@ -28,15 +28,12 @@ void Desktop::ConnectDisplays() {
                             (twin ? tr(" - director's display") : tr(" - room display")));
     On(display, &DisplayWindow::Landed, "frmDisplay.Landed", [this, display](bool there) {
       watch_.DisplayLanded(display->windowTitle().toStdString(), there);
+      LeaveTheKeysWithTheTwin();
     });
     On(display, &DisplayWindow::StateChanged, "frmDisplay.StateChanged", [this, display] {
       ShowFullScreenPair(!display->Place().normal);
       ShowMonitorPairs();
-      // A room display that comes to the front must not take the director's keys with it.
-      if (frmDisplay2_.isVisible() && display == &frmDisplay_) {
-        QTimer::singleShot(kWindowsSettle, &frmDisplay2_,
-                           [this] { frmDisplay2_.activateWindow(); });
-      }
+      LeaveTheKeysWithTheTwin();
     });
   }
   const auto later = [this](const QScreen*) {
@@ -45,6 +42,16 @@ void Desktop::ConnectDisplays() {
   };
   On(qApp, &QGuiApplication::screenAdded, "modTimer.ScreenAdded", later);
   On(qApp, &QGuiApplication::screenRemoved, "modTimer.ScreenRemoved", later);
+}
+
+/// A room display that comes to the front must not take the director's keys with it.
+void Desktop::LeaveTheKeysWithTheTwin() {
+  QTimer::singleShot(kWindowsSettle, &frmDisplay2_, [this] {
+    const QWidget* active = QApplication::activeWindow();
+    if (frmDisplay2_.isVisible() && (active == nullptr || active == &frmDisplay_)) {
+      frmDisplay2_.activateWindow();
+    }
+  });
 }
 
 /// What the checks before a start see; nothing while the director does not plan.
@@ -67,7 +74,9 @@ void Desktop::ComeToFront(const QString& token) {
   if (splash_ && splash_->isVisible()) front = splash_.get();
   if (frmDisplay_.isVisible() && !frmMain_.isVisible()) front = &frmDisplay_;
   if (frmDisplay2_.isVisible() && !frmMain_.isVisible()) front = &frmDisplay2_;
-  front->setWindowState(front->windowState() & ~Qt::WindowMinimized);
+  for (QWidget* window : {static_cast<QWidget*>(&frmDisplay_), front}) {
+    window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+  }
   front->show();
   front->raise();
   UseStartToken(token.toStdString(), QGuiApplication::platformName() == "xcb" ? front->winId() : 0);

@@ -246,9 +246,14 @@ void ControlWindow::TellWhatWillNotBe(double minutesLate) {
 
 void ControlWindow::ShowSchedule(const Schedule& schedule, const Standing& standing,
                                  ClockTime start) {
-  const SessionSettings& s = Settings();
+  SessionSettings& s = Settings();
   const bool required = s.Calculate == 1 && s.RequiredFinish;
   const double late = required ? MinutesLate(schedule.finish, *s.RequiredFinish, Form()) : 0;
+  // The half of the day that was meant stands in the box too.
+  if (required && late == 0 && MinutesLate(schedule.finish, *s.RequiredFinish, TimeForm::Hours24)) {
+    s.RequiredFinish = schedule.finish;
+    PutIfChanged(Box::FinishTime);
+  }
   parts_.view.SetLabel(Label::lblFinish,
                        required && late == 0 ? "Required Finish Time" : "Estimated Finish Time");
   TellWhatWillNotBe(late);

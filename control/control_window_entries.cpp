@@ -115,14 +115,15 @@ void ControlWindow::StoreNumberOfRounds(const std::string& text) {
   }
 }
 
-/// A session under way has at least as many rounds as are in play.
+/// A session under way has at least as many rounds as are in play, or as the room moves for.
 void ControlWindow::KeepRoundInPlay() {
   int16_t& rounds = Settings().nRounds;
-  const int16_t round = parts_.clock.State().round;
+  const bool moves = parts_.clock.State().phase == Phase::Move;
+  const auto round = static_cast<int16_t>(parts_.clock.State().round + (moves ? 1 : 0));
   if (!parts_.clock.UnderWay() || rounds >= round) return;
   const int16_t wanted = std::exchange(rounds, round);
-  parts_.prompts.Message(fmt::format(
-      "Round {} is in play, so the number of rounds was set to {}, not {}", round, round, wanted));
+  parts_.prompts.Message(fmt::format("Round {} {}, so the number of rounds was set to {}, not {}",
+                                     round, moves ? "comes next" : "is in play", round, wanted));
 }
 
 bool ControlWindow::StoreMinutes(float& minutes, const std::string& text, float least) {

@@ -183,6 +183,23 @@ TEST_F(ControlWindowTest, InTwelveHourFormEitherHalfOfTheDayIsMeant) {
   EXPECT_EQ(view.labels[Label::lblFinishTime], "10:30pm");
   EXPECT_EQ(view.labels[Label::lblFinish], "Required Finish Time");
   EXPECT_TRUE(bench.notices.empty());
+  EXPECT_EQ(Value(Box::FinishTime), "10:30pm");
+}
+
+TEST_F(ControlWindowTest, TheRoundThatTheRoomMovesForIsPlayed) {
+  s.nRounds = 3;
+  s.MinPerRound = 20;
+  s.MinBetweenRounds = 2;
+  s.optBreak = false;
+  window.cmdStart_Click();
+  bench.Pass(20.5 * 60);
+  ASSERT_EQ(bench.face.phase, Phase::Move);
+  Enter(Box::nRounds, "1");
+  EXPECT_EQ(prompts.texts.back(),
+            "Round 2 comes next, so the number of rounds was set to 2, not 1");
+  bench.Pass(10 * 60);
+  EXPECT_EQ(bench.face.phase, Phase::Round);
+  EXPECT_EQ(bench.face.round, 2);
 }
 
 TEST_F(ControlWindowTest, TheStartButtonNamesTheRoundThatWillBeStarted) {

@@ -39,7 +39,8 @@ class Windows(Desktop):
         self.environment = dict(os.environ) | {
             "DISPLAY": self.display, "WINEPREFIX": str(self.folder / "wine"), "WINEDEBUG": "-all",
             "LC_ALL": "C.UTF-8", "WINEDLLOVERRIDES": "mscoree,mshtml=", "LANG": "C.UTF-8"}
-        self.manager = subprocess.Popen(["openbox"], env=self.environment)
+        self.manager = subprocess.Popen(["openbox"], env=self.environment,
+                                        stderr=subprocess.DEVNULL)
         self.wine("wineboot", "-i")
         # The fonts that every Windows has.
         for font in ("Arial", "Segoe UI", "MS Shell Dlg", "MS Shell Dlg 2", "Tahoma"):
@@ -83,6 +84,7 @@ class Windows(Desktop):
     def begin(self):
         """Starts the session of the settings."""
         self.wait_for_window("^Corvanel v", 60)
+        time.sleep(2)  # a file that was named is opened when the window stands
         until = time.time() + 30
         while self.record() is None and time.time() < until:
             self.key("ctrl+Return")
@@ -114,14 +116,15 @@ def evening(windows, check):
     windows.picture("paused")
     windows.key("p")
     until = time.time() + 120
-    while windows.record() is not None and time.time() < until:
-        if state(windows.record())["phase"] == "move" and not (windows.pictures / "move.png").exists():
+    while (phase := state(windows.record())["phase"]) in ("round", "move") and time.time() < until:
+        if phase == "move" and not (windows.pictures / "move.png").exists():
             windows.picture("move")
         time.sleep(0.3)
-    check("it ends after its last round", windows.record() is None)
+    check(f"it ends after its last round ({phase})", phase in ("ended", "none"))
     windows.picture("end")
     check("--end makes it end", windows.launch("--end").wait(timeout=60) == 0)
     windows.program.wait(timeout=30)
+    check("and its record goes", windows.record() is None)
 
 
 def scoring(windows, check):
@@ -220,7 +223,7 @@ def main():
     try:
         check("it installs in silence", windows.install() == 0)
         check("the program is there", (windows.installed / "corvanel.exe").exists())
-            check("and its links", len(windows.links()) == 2)
+        check("and its links", len(windows.links()) == 2)
         sounds = windows.folder / "sounds"
         shutil.copytree(windows.installed, sounds)
         evening(windows, check)

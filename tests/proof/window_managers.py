@@ -208,6 +208,8 @@ def two_screens(programs, manager, left, found):
         desk.press("m")
         desk.press("m")
         expect_displays("M M")
+        desk.press("p")
+        found.expect(f"{side}: the keys are the twin's after M M", desk.paused(), False)
         desk.press("e")
         found.expect(f"{side}: the question is on the twin's screen",
                      [within(w, own) for w in desk.windows("^Corvanel$")], [True])
