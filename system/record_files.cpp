@@ -6,6 +6,7 @@
 #include <sstream>
 #include <system_error>
 
+#include "basics/numbers.h"
 #include "system/disk.h"
 #include "system/durable_file.h"
 #include "system/path_text.h"
@@ -51,7 +52,7 @@ void RecordFiles::Keep(const std::string& text) {
 
 void RecordFiles::KeepAlive(const Moment& moment) {
   const std::string text =
-      fmt::format("{:40} {:20.3f} {:20.3f}\n", moment.boot, moment.uptime, moment.utc);
+      fmt::format("{:20.3f} {:20.3f} {:40}\n", moment.uptime, moment.utc, moment.boot);
   // What cannot be written now is written a second later.
   writer_.Do(kAlive, [file = alive_, text] { WriteInPlace(file, text); });
 }
@@ -79,8 +80,12 @@ std::optional<Moment> RecordFiles::LastAlive() const {
   if (!text) return std::nullopt;
   std::istringstream words(text.Value());
   Moment moment;
-  if (words >> moment.boot >> moment.uptime >> moment.utc) return moment;
-  return std::nullopt;
+  // The name of the boot is whatever the system says.
+  if (!(words >> moment.uptime >> moment.utc) || !std::getline(words, moment.boot)) {
+    return std::nullopt;
+  }
+  moment.boot = std::string(Trimmed(moment.boot));
+  return moment;
 }
 
 void RecordFiles::Forget() {

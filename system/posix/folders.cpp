@@ -30,7 +30,10 @@ std::vector<fs::path> OutputFolders() {
   const fs::path users = state != nullptr && *state == '/'
                              ? fs::path(state)
                              : fs::path(home == nullptr ? "." : home) / ".local" / "state";
-  return {fs::path(ProgramFolderPath()), users / "corvanel"};
+  const std::string programs = ProgramFolderPath();
+  // What a package has installed is the system's, even for the one who may write there.
+  if (programs.starts_with("/usr/")) return {users / "corvanel"};
+  return {fs::path(programs), users / "corvanel"};
 }
 
 }  // namespace corvanel

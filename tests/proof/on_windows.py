@@ -106,6 +106,7 @@ def evening(windows, check):
     windows.take_settings({"Header": "Frühling ♠"})
     windows.start()
     windows.wait_for_window("^Corvanel v", 60)
+    time.sleep(3)  # until it is painted
     windows.picture("control")
     check("a session starts", windows.begin() is not None)
     time.sleep(3)
@@ -152,6 +153,9 @@ def kills(windows, check):
     check("a second start gives way", windows.launch().wait(timeout=60) == 0)
     windows.kill()
     before = windows.record()
+    alive = pathlib.Path(f"{windows.store}.session.alive").read_text().split()
+    lived = float(alive[1]) - before["at"]["utc"]
+    check(f"the last moment of life is known ({lived:.0f} s after the record)", 5 < lived < 120)
     windows.start()
     windows.wait_for_window("^Corvanel$", 60)
     windows.picture("recovery")

@@ -37,9 +37,12 @@ TEST_F(RecordFilesTest, KeepsTheLatestAndSurvivesWhatLiesInItsWay) {
     writer.Wait(kLong);
   }
   EXPECT_THAT(Kept(), ElementsAre("5", "4", "3"));
-  files.KeepAlive({"boot", 12.5, 1e9});
-  writer.Wait(kLong);
-  EXPECT_EQ(files.LastAlive()->utc, 1e9);
+  for (const char* boot : {"minute 29922638", "a-longer-boot-0f1e", "b"}) {
+    files.KeepAlive({boot, 12.5, 1e9});
+    writer.Wait(kLong);
+    EXPECT_EQ(files.LastAlive()->utc, 1e9);
+    EXPECT_EQ(files.LastAlive()->boot, boot);
+  }
   fs::remove(folder / "settings.json.session");
   EXPECT_THAT(Kept(), ElementsAre("4", "3"));
   // A folder in the place of a record counts as a damaged one.
