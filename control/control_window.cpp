@@ -250,7 +250,8 @@ void ControlWindow::ShowSchedule(const Schedule& schedule, const Standing& stand
   const bool required = s.Calculate == 1 && s.RequiredFinish;
   const double late = required ? MinutesLate(schedule.finish, *s.RequiredFinish, Form()) : 0;
   // The half of the day that was meant stands in the box too.
-  if (required && late == 0 && MinutesLate(schedule.finish, *s.RequiredFinish, TimeForm::Hours24)) {
+  if (required && late == 0 &&
+      MinutesLate(schedule.finish, *s.RequiredFinish, TimeForm::Hours24) != 0) {
     s.RequiredFinish = schedule.finish;
     PutIfChanged(Box::FinishTime);
   }

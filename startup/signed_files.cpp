@@ -31,7 +31,7 @@ std::optional<std::array<unsigned char, N>> FromHex(std::string_view digits) {
 
 /// "SHA256 LENGTH NAME".
 std::optional<SignedFile> ReadLine(std::string_view line) {
-  constexpr size_t kDigits = 2 * crypto_hash_sha256_BYTES;
+  constexpr size_t kDigits = size_t{2} * crypto_hash_sha256_BYTES;
   SignedFile file;
   file.sha256 = line.substr(0, kDigits);
   if (!FromHex<crypto_hash_sha256_BYTES>(file.sha256)) return std::nullopt;
