@@ -43,6 +43,7 @@ constexpr const char* kStyle = R"(
   QToolButton:pressed { background: #B4C4E0; }
   QToolButton:disabled { color: #8A94A6; }
   QToolButton#cmdUndo { background: #DCE5F4; border: 1px solid #9FB0CC; padding: 2px 6px; }
+  QToolButton#cmdUndo:disabled { background: transparent; border-color: transparent; }
   QToolButton#cmdUndo:hover { background: #C6D4EB; }
 )";
 
@@ -58,17 +59,12 @@ CommandBar::CommandBar(QWidget* parent)
   undo_->setObjectName("cmdUndo");
   undo_->setToolTip(tr("Take the last command back, as if it had never been given (U)"));
   undo_->setFocusPolicy(Qt::NoFocus);
-  undo_->hide();
   notices_->SetMost(kMostLines);
   rows->addWidget(notices_);
   auto* buttons = new QWidget(this);
   row_ = new QHBoxLayout(buttons);
   row_->setContentsMargins(0, 0, 0, 0);
   row_->setSpacing(2);
-  // In the row, and with its room kept: no other button moves when it comes and goes.
-  QSizePolicy kept = undo_->sizePolicy();
-  kept.setRetainSizeWhenHidden(true);
-  undo_->setSizePolicy(kept);
   row_->addWidget(undo_);
   rows->addWidget(buttons);
 
@@ -166,7 +162,6 @@ QSize CommandBar::Margins() const {
 void CommandBar::ShowUndo(const QString& undo) {
   if (undo == whole_) return;
   whole_ = undo;
-  undo_->setHidden(undo.isEmpty());
   ElideUndo();
 }
 
@@ -176,7 +171,9 @@ int CommandBar::WidthOf(const char* text) const {
 }
 
 void CommandBar::ElideUndo() {
-  QStringList lines = whole_.split('\n');
+  // Never gone: no other button moves when there is something to take back.
+  undo_->setEnabled(!whole_.isEmpty());
+  QStringList lines = (whole_.isEmpty() ? tr("Undo") : whole_).split('\n');
   for (QString& line : lines) {
     line = undo_->fontMetrics().elidedText(line, Qt::ElideRight, undo_->width() - kUndoPadding);
   }
