@@ -2,7 +2,10 @@
 install(TARGETS corvanel corvanel-console corvanel-sound DESTINATION .)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/resources/sounds/ DESTINATION . FILES_MATCHING PATTERN "*.wav")
 install(FILES ${CMAKE_SOURCE_DIR}/resources/sounds.txt "${CMAKE_SOURCE_DIR}/resources/Timer Manual.pdf"
-              ${CMAKE_SOURCE_DIR}/LICENSE DESTINATION .)
+              ${CMAKE_SOURCE_DIR}/LICENSE ${CMAKE_CURRENT_LIST_DIR}/Libraries.txt DESTINATION .)
+foreach(licence GPL-3 LGPL-3)
+  install(FILES /usr/share/common-licenses/${licence} DESTINATION . RENAME ${licence}.txt)
+endforeach()
 
 set(CPACK_GENERATOR NSIS)
 set(CPACK_PACKAGE_NAME Corvanel)
