@@ -5,13 +5,12 @@
 
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 
 #include "basics/numbers.h"
 #include "scoring/read_picture.h"
 #include "system/scoring_files.h"
+#include "tests/support/mdb_export.h"
 
 namespace corvanel {
 namespace {
@@ -19,48 +18,6 @@ namespace {
 namespace fs = std::filesystem;
 
 const fs::path kFixtures = CORVANEL_FIXTURES;
-
-std::string BytesOf(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
-
-std::vector<std::string> Split(const std::string& text, char separator) {
-  std::vector<std::string> parts = {""};
-  for (const char c : text) {
-    if (c == separator) {
-      parts.emplace_back();
-    } else {
-      parts.back() += c;
-    }
-  }
-  return parts;
-}
-
-/// A table's rows as the library's own tool shows them, values by column in lower case.
-using Exported = std::vector<std::map<std::string, std::string>>;
-
-Exported Export(const fs::path& file, const std::string& table) {
-  const std::string command = "mdb-export -Q -d '\x1f' -R '\x1e' -T '%Y-%m-%dT%H:%M:%S' '" +
-                              file.string() + "' '" + table + "' 2>/dev/null";
-  std::string output;
-  FILE* tool = popen(command.c_str(), "r");
-  for (int c = 0; (c = std::fgetc(tool)) != EOF;) output += static_cast<char>(c);
-  pclose(tool);
-  std::vector<std::string> lines = Split(output, '\x1e');
-  lines.pop_back();
-  Exported rows;
-  if (lines.empty()) return rows;
-  std::string header = lines[0];
-  for (char& c : header) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  const std::vector<std::string> names = Split(header, '\x1f');
-  for (size_t i = 1; i < lines.size(); ++i) {
-    const std::vector<std::string> values = Split(lines[i], '\x1f');
-    auto& row = rows.emplace_back();
-    for (size_t n = 0; n < names.size(); ++n) row[names[n]] = Trimmed(values[n]);
-  }
-  return rows;
-}
 
 /// A number as the tool writes it; null and a missing column are 0.
 int Number(const std::map<std::string, std::string>& row, const std::string& column) {
@@ -141,17 +98,8 @@ void ComparePlayers(const fs::path& file, const ScoringPicture& picture) {
 }
 
 TEST(ScoringReaderTest, EveryFileReadsAsTheLibrarysOwnToolShowsIt) {
-  if (std::system("mdb-export > /dev/null 2>&1") / 256 == 127) GTEST_SKIP() << "no mdb-export";
-  std::vector<fs::path> files;
-  for (const auto& entry : fs::directory_iterator(kFixtures)) {
-    if (entry.path().extension() == ".bws") files.push_back(entry.path());
-  }
-  // A folder of further files, where somebody has one.
-  if (const char* more = std::getenv("CORVANEL_MORE_FIXTURES"); more != nullptr) {
-    for (const auto& entry : fs::directory_iterator(more)) {
-      if (entry.path().extension() == ".bws") files.push_back(entry.path());
-    }
-  }
+  if (!MdbExportIsThere()) GTEST_SKIP() << "no mdb-export";
+  const std::vector<fs::path> files = EveryScoringFile();
   EXPECT_GE(files.size(), 10U);
   for (const fs::path& file : files) {
     SCOPED_TRACE(file);
