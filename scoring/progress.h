@@ -45,9 +45,9 @@ struct RoundProgress {
   /// The labels of the tables in a state.
   std::vector<std::string> Labels(TableState state) const;
   /// Those of the tables that still play.
+  std::vector<std::string> PlayingLabels() const;
   /// "WAITING FOR TABLES 5 7"; only how many, when they are too many to be listed.
   std::string Waiting() const;
-  std::vector<std::string> PlayingLabels() const;
   /// Every table has finished the round; some have, and none has been silent.
   bool AllFinished() const;
 };

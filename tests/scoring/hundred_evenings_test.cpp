@@ -1,5 +1,7 @@
 // A hundred evenings made up by chance, with what truly happened known.
 
+#include <gtest/gtest.h>
+
 #include "tests/support/chance_evening.h"
 
 namespace corvanel {
