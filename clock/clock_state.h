@@ -7,6 +7,9 @@
 
 namespace corvanel {
 
+/// Moments that lie no further apart are one, seconds: minutes are stored with seven digits.
+constexpr double kSameInstant = 0.001;
+
 /// Where a running session stands. With the settings it is all that is needed to go on from there;
 /// what is shown follows from it. Every mark is an uptime in seconds.
 struct ClockState {

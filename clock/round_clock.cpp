@@ -17,7 +17,6 @@ constexpr double kAway = 30;      // seconds; a shorter gap is not worth the dir
 /// second from wherever it began, makes the shown seconds step evenly, and a late tick does not
 /// delay the next one.
 double ToNextWholeSecond(double left) {
-  constexpr double kSameInstant = 0.001;
   return left - std::max(std::ceil(left - kSameInstant) - 1, 0.0);
 }
 
@@ -61,7 +60,6 @@ void RoundClock::CatchUp(double since) {
   if (!state_.paused) Count();
 }
 
-/// The moment at which something happens next: a warning, or the end of the count-down.
 double RoundClock::NextMoment() const {
   double next = state_.EndMark();
   const auto warnings = WarningsOf(Settings());
@@ -246,7 +244,9 @@ void RoundClock::Publish(double now) {
 void RoundClock::ArmTimer() {
   double seconds = kEverySecond;
   if (UnderWay() && !state_.paused) {
-    seconds = ToNextWholeSecond(state_.At(now_).secondsLeft);
+    // A warning can lie between two seconds.
+    seconds = std::min(ToNextWholeSecond(state_.At(now_).secondsLeft),
+                       std::max(NextMoment() - now_, 0.0));
   } else if (!state_.paused && (state_.phase == Phase::Idle || undo_.Label(now_).empty())) {
     parts_.timer.Disarm();
     return;

@@ -74,6 +74,9 @@ class RoundClock {
   bool UnderWay() const { return Runs(state_.phase); }
   /// Where the session stands at this moment.
   Standing Now() const { return state_.At(parts_.time.Uptime()); }
+  /// The uptime at which something happens next if nobody touches the clock: a warning, or the end
+  /// of the count-down. Only while it counts.
+  double NextMoment() const;
   const std::vector<UndoStep>& UndoSteps() const { return undo_.Steps(); }
   /// Goes on from a state of an earlier run of the program, its marks and those of its commands
   /// already by this run's uptime.
@@ -94,7 +97,6 @@ class RoundClock {
   void Handle(const std::function<void()>& command);
   void BringUpToDate();
   void CatchUp(double since);
-  double NextMoment() const;
   void Count();
 
   void Pause(bool automatic);

@@ -8,8 +8,7 @@
 namespace corvanel {
 namespace {
 
-constexpr double kSameInstant = 1e-6;  // seconds; what is lost in adding marks
-constexpr double kLateCue = 30;        // seconds; a later one would only confuse the room
+constexpr double kLateCue = 30;  // seconds; a later one would only confuse the room
 
 }  // namespace
 

@@ -37,6 +37,7 @@ Colour DisplayPicture::Background() const {
 
 LayoutInput DisplayPicture::Input() const {
   const Options& options = session_.options;
+  const UnitsShown units = Units();
   LayoutInput input;
   input.width = width();
   input.height = height();
@@ -44,54 +45,29 @@ LayoutInput DisplayPicture::Input() const {
   input.tables = fraProgress_->TablesHeightIn(tablesWidth, input.height);
   input.moving = face_.phase == Phase::Move;
   input.texts = WidestTextsOf(session_, face_.secondsLeft);
-  input.texts.large = StateWordsOf(face_, Waiting(), options.Form()).large;
+  input.texts.large = StateWordsOf(face_, units.waiting, options.Form()).large;
   if (face_.phase == Phase::Move) input.texts.caption = face_.message;
   if (face_.phase == Phase::Break) input.texts.caption = face_.caption;
   if (face_.phase == Phase::Ended) input.texts.caption.clear();
   input.show = options.Show;
   // In the widest form that they can take, so that nothing jumps while numbers change.
-  if (!ProgressLine().empty()) {
+  if (!units.line.empty()) {
     input.texts.unit =
         "Last board not started at tables 28 28 28 · Tables 28 28 28 28 still playing";
-  } else if (!UnitLine().empty()) {
+  } else if (!units.info.empty()) {
     input.texts.unit = options.TableTopUnit + ": 88 of 88 tables finished";
   }
   return input;
 }
 
-/// The units' information can be kept from the players: then only the twin shows it.
-bool DisplayPicture::ShowsUnits() const {
-  return !session_.options.BMControl || kind_ == DisplayKind::Twin;
-}
-
-/// Whom an automatic pause waits for, as far as this window tells it.
-std::string DisplayPicture::Waiting() const {
-  return ShowsUnits() && session_.options.BMShowProgress ? tables_.waiting : std::string();
-}
-
-/// Whether the state itself says who still plays: no line repeats it.
-bool DisplayPicture::SaysWhoPlays() const {
-  return face_.paused && !Waiting().empty();
-}
-
-/// Who still plays.
-std::string DisplayPicture::ProgressLine() const {
-  if (!ShowsUnits() || !session_.options.BMShowProgress || SaysWhoPlays()) return {};
-  std::string line;
-  for (const std::string& part : tables_.lines) line += (line.empty() ? "" : " · ") + part;
-  return line;
-}
-
-/// What the units say, where the line above does not say it already.
-std::string DisplayPicture::UnitLine() const {
-  const bool wanted = ShowsUnits() && session_.options.BMShowInfo && !SaysWhoPlays();
-  return wanted && ProgressLine().empty() ? tables_.info : std::string();
+UnitsShown DisplayPicture::Units() const {
+  return UnitsShownOn(kind_ == DisplayKind::Twin, session_.options, face_.paused, tables_);
 }
 
 void DisplayPicture::FillProgress() {
-  const bool grid = ShowsUnits() && session_.options.BMShowTables;
-  fraProgress_->Show(ProgressLine(), grid ? tables_.sections : std::vector<SectionCells>());
-  lblBridgemate_->SetText(UnitLine());
+  const UnitsShown units = Units();
+  fraProgress_->Show(units.line, units.tables);
+  lblBridgemate_->SetText(units.info);
 }
 
 void DisplayPicture::ShowTables(const ProgressFace& tables) {
@@ -153,13 +129,13 @@ void DisplayPicture::PlaceElements() {
 /// The one line about the tables, and their grid.
 void DisplayPicture::PlaceProgress() {
   const ElementStyle& style = session_.elements[static_cast<size_t>(Element::UnitInfo)];
-  lblBridgemate_->SetPlace(UnitLine().empty() ? TextPlace{} : layout_.unit, style, Background());
+  lblBridgemate_->SetPlace(Units().info.empty() ? TextPlace{} : layout_.unit, style, Background());
   fraProgress_->SetPlace(layout_, style, Background(), placed_.height);
 }
 
 void DisplayPicture::ShowTexts() {
   lblHeader_->SetText(ShownTitle(session_.settings.Header));
-  const StateWords words = StateWordsOf(face_, Waiting(), session_.options.Form());
+  const StateWords words = StateWordsOf(face_, Units().waiting, session_.options.Form());
   ElementStyle countdown = session_.elements[static_cast<size_t>(face_.countdownStyle)];
   if (face_.paused) countdown = Receded(countdown, Background());
   lblMin_->SetStyle(countdown, Background());

@@ -4,6 +4,7 @@
 
 #include "display/layout.h"
 #include "display/shortcuts.h"
+#include "display/units_shown.h"
 #include "session/session_listener.h"
 
 namespace corvanel {
@@ -42,11 +43,7 @@ class DisplayPicture : public QWidget {
 
  private:
   LayoutInput Input() const;
-  bool ShowsUnits() const;
-  std::string Waiting() const;
-  bool SaysWhoPlays() const;
-  std::string ProgressLine() const;
-  std::string UnitLine() const;
+  UnitsShown Units() const;
   void FillProgress();
   void PlaceElements();
   void PlaceProgress();
