@@ -61,6 +61,10 @@ void AddRun(CLI::App& command, ConsoleArguments& a) {
                   "The shape from a scoring file, whose results come at their own times")
       ->type_name("FILE");
   AddTime(command, {"--until", "Stop at this time"}, a.until);
+  command
+      .add_option("--serve", a.serve,
+                  "Show the session in browsers, by the clock on the wall, until it is stopped")
+      ->type_name("[ADDRESS:]PORT");
 }
 
 }  // namespace
@@ -99,6 +103,9 @@ std::optional<ConsoleArguments> ReadArguments(const std::vector<std::string>& ar
     throw UsageError(error.what());
   }
   a.command = program.get_subcommands().front()->get_name();
+  if (!a.serve.empty() && a.speed != 1) {
+    throw UsageError("--serve goes by the clock on the wall: without --speed");
+  }
   return a;
 }
 

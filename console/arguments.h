@@ -28,6 +28,8 @@ struct ConsoleArguments {
   std::string replay;  // scoring file to run with; empty: none
   double speed = 1;    // 0: as fast as it goes
   std::optional<ClockTime> until;
+  /// Where pages for other screens are served, "[ADDRESS:]PORT"; empty: nowhere.
+  std::string serve;
 };
 
 /// Reads the arguments of the program, its own name first. Nothing when they only asked for help,

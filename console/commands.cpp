@@ -13,6 +13,7 @@
 #include "clock/round_clock.h"
 #include "clock/virtual_time.h"
 #include "console/scoring.h"
+#include "console/served_session.h"
 #include "scoring/progress_monitor.h"
 #include "scoring/take_over.h"
 #include "session/captions.h"
@@ -161,6 +162,13 @@ void Run(const Plan& plan, const ConsoleArguments& arguments) {
   broadcast.Add(printer);
   double nextPoll = replay ? 0 : 1e18;
   const auto began = std::chrono::steady_clock::now();
+  std::optional<ServedSession> served;
+  if (!arguments.serve.empty()) {
+    served.emplace(arguments.serve, session, clock, time, [began] {
+      return std::chrono::duration<double>(std::chrono::steady_clock::now() - began).count();
+    });
+    broadcast.Add(*served);
+  }
   clock.Start(plan.round);
   while (time.Due() && *time.Due() <= last && clock.State().phase != Phase::Ended) {
     const bool poll = nextPoll < *time.Due();
@@ -178,6 +186,9 @@ void Run(const Plan& plan, const ConsoleArguments& arguments) {
       clock.Tick();
     }
   }
+  std::fflush(stdout);
+  // Who looks at the end of the session finds it there.
+  while (served && !arguments.until) std::this_thread::sleep_for(std::chrono::hours(1));
 }
 
 }  // namespace

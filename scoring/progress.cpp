@@ -163,24 +163,4 @@ std::vector<SectionCells> GridOf(const ScoringSession& session, const RoundProgr
   return grid;
 }
 
-const char* NameOf(TableState state) {
-  switch (state) {
-    case TableState::Finished:
-      return "finished";
-    case TableState::Playing:
-      return "playing";
-    case TableState::LastBoard:
-      return "lastBoardNotStarted";
-    case TableState::Slow:
-      return "slow";
-    case TableState::NotPlaying:
-      return "notPlaying";
-    case TableState::Silent:
-      return "silent";
-    case TableState::LeftOut:
-      return "leftOut";
-  }
-  return "";
-}
-
 }  // namespace corvanel

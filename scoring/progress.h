@@ -62,7 +62,4 @@ std::string PairsAt(const ScoringSession& session, const TableProgress& table, i
 std::vector<SectionCells> GridOf(const ScoringSession& session, const RoundProgress& progress,
                                  const ProgressInput& input);
 
-/// The name of a state, "lastBoardNotStarted", for machines to read.
-const char* NameOf(TableState state);
-
 }  // namespace corvanel

@@ -19,6 +19,10 @@ Colour Receding(Colour ink, Colour back, double share, double contrast);
 /// clearly not running.
 ElementStyle Receded(ElementStyle countdown, Colour background);
 
+/// How far what is finished recedes, as contrast to the background: its outline, and its text.
+constexpr double kFaintLine = 1.5;
+constexpr double kFaintText = 5;
+
 /// Below this two colours are hard to tell apart across a room.
 constexpr double kPoorContrast = 4.5;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,13 @@ enum class TableState {
   Silent,      // has sent nothing all evening
   LeftOut,     // does not count, as the director wants it, until it sends something
 };
+
+/// The name of a state, for machines to read.
+constexpr const char* NameOf(TableState state) {
+  constexpr const char* kNames[] = {
+      "finished", "playing", "lastBoardNotStarted", "slow", "notPlaying", "silent", "leftOut"};
+  return kNames[static_cast<size_t>(state)];
+}
 
 /// One table of the grid.
 struct TableCell {

@@ -92,6 +92,7 @@ struct Options {
   int16_t TimeChange = 1;
   int16_t HintsGiven = 0;  // sessions that began with a word on how to find buttons and keys
 
+  bool operator==(const Options&) const = default;
   TimeForm Form() const { return TimeAs24hour ? TimeForm::Hours24 : TimeForm::Hours12; }
 };
 
@@ -120,6 +121,8 @@ struct Session {
   Options options;
   ElementStyles elements = DefaultElementStyles();
   std::string ProgramFolder;  // without a trailing separator
+
+  bool operator==(const Session&) const = default;
 };
 
 }  // namespace corvanel

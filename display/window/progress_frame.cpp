@@ -16,10 +16,6 @@ constexpr double kLeastCellText = 5;
 constexpr QColor kNotPlaying(128, 128, 128);
 constexpr QColor kSlow(0xFF, 0xB3, 0x00);
 
-// How far what is finished recedes, as contrast to the background.
-constexpr double kFaintLine = 1.5;
-constexpr double kFaintText = 5;
-
 QRectF Rect(const Place& place) {
   return {place.x, place.y, place.width, place.height};
 }

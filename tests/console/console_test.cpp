@@ -60,12 +60,29 @@ TEST(ConsoleTest, RunsUntilATime) {
 }
 
 TEST(ConsoleTest, WrongArgumentsGetOneLineAndCodeTwo) {
-  for (const char* arguments :
-       {"", "dance", "plan --round 0", "plan --round 13", "plan --round x", "run --speed 0",
-        "run --speed -1", "run --speed fast", "plan --speed 2", "plan --start 25:00",
-        "plan --set x", "plan --set NoSuchKey=1", "plan --set nRounds=abc", "plan --set nRounds=0",
-        "plan --start", "plan run", "run --set MinPerRound=0 --speed max", "plan --store /",
-        "--bogus"}) {
+  for (const char* arguments : {"",
+                                "dance",
+                                "plan --round 0",
+                                "plan --round 13",
+                                "plan --round x",
+                                "run --speed 0",
+                                "run --serve x",
+                                "run --serve 70000",
+                                "run --serve 203.0.113.7:0",
+                                "run --serve 0 --speed 2",
+                                "run --speed -1",
+                                "run --speed fast",
+                                "plan --speed 2",
+                                "plan --start 25:00",
+                                "plan --set x",
+                                "plan --set NoSuchKey=1",
+                                "plan --set nRounds=abc",
+                                "plan --set nRounds=0",
+                                "plan --start",
+                                "plan run",
+                                "run --set MinPerRound=0 --speed max",
+                                "plan --store /",
+                                "--bogus"}) {
     const bool ownStore = std::string(arguments).find("--store") != std::string::npos;
     const Output output = Console(arguments + (ownStore || !*arguments ? "" : kEmpty));
     EXPECT_EQ(output.code, 2) << arguments;
@@ -77,7 +94,8 @@ TEST(ConsoleTest, HelpNamesWhatEachCommandTakes) {
   const std::vector<std::pair<std::string, std::vector<std::string>>> rows = {
       {"", {"plan", "run", "scoring"}},
       {"plan", {"--store", "--set", "--start", "--round"}},
-      {"run", {"--store", "--set", "--start", "--round", "--speed", "--until", "--replay"}},
+      {"run",
+       {"--store", "--set", "--start", "--round", "--speed", "--until", "--replay", "--serve"}},
       {"scoring", {"FILE", "--round", "--json"}}};
   for (const auto& [command, words] : rows) {
     const Output help = Console(command + " --help");

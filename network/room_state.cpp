@@ -1,0 +1,174 @@
+#include "network/room_state.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <nlohmann/json.hpp>
+
+#include "display/state_words.h"
+#include "display/widest_texts.h"
+#include "session/captions.h"
+#include "session/contrast.h"
+
+namespace corvanel {
+namespace {
+
+using nlohmann::ordered_json;
+
+constexpr int kVersion = 1;            // of the message's form
+constexpr double kClockWasSet = 0.25;  // seconds
+
+// By their numbers in the programs; the names are the form's own.
+constexpr std::array<const char*, 5> kPhases = {"idle", "round", "move", "break", "ended"};
+constexpr std::array<const char*, kElements> kStyles = {
+    "now", "finish", "caption", "calm", "last", "timeUp", "early", "screen", "title", "units"};
+constexpr std::array<const char*, 5> kShown = {"now", "finish", "caption", "countdown", "title"};
+
+std::string Text(const ordered_json& json) {
+  return json.dump(-1, ' ', false, ordered_json::error_handler_t::replace);
+}
+
+std::string Text(Colour colour) {
+  return fmt::format("#{:02x}{:02x}{:02x}", colour.red, colour.green, colour.blue);
+}
+
+const char* NameOf(Phase phase) {
+  return kPhases[static_cast<size_t>(phase)];
+}
+
+ordered_json JsonOf(const ElementStyle& style) {
+  return {{"font", style.Name},
+          {"points", style.Size},
+          {"bold", style.Bold},
+          {"italic", style.Italic},
+          {"underline", style.Underline},
+          {"strikethrough", style.Strikethrough},
+          {"colour", Text(style.Forecolour)},
+          {"back", Text(style.Backcolour)}};
+}
+
+ordered_json JsonOf(const std::vector<SectionCells>& sections) {
+  ordered_json all = ordered_json::array();
+  for (const SectionCells& section : sections) {
+    ordered_json tables = ordered_json::array();
+    for (const TableCell& cell : section.cells) {
+      tables.push_back(
+          {{"number", cell.number}, {"state", NameOf(cell.state)}, {"text", cell.text}});
+    }
+    all.push_back({{"letter", section.letter}, {"tables", tables}});
+  }
+  return all;
+}
+
+ordered_json JsonOf(const FaceAhead& ahead, const std::string& waiting, const Session& session) {
+  const ClockFace& face = ahead.face;
+  const StateWords words = StateWordsOf(face, waiting, session.options.Form());
+  return {{"from", ahead.from},
+          {"ends", ahead.ends},
+          {"left", face.secondsLeft},
+          {"phase", NameOf(face.phase)},
+          {"round", face.round},
+          {"paused", face.paused},
+          {"style", kStyles[static_cast<size_t>(face.countdownStyle)]},
+          {"caption", face.phase == Phase::Ended ? "" : face.caption},
+          {"message", face.message},
+          {"tag", words.tag},
+          {"large", words.large},
+          {"finish", FinishAndBreak(face.finish, face.breakLine)},
+          {"sounds", ahead.sounds.size()}};
+}
+
+ordered_json LooksOf(const Session& session) {
+  ordered_json styles;
+  for (size_t i = 0; i < session.elements.size(); ++i)
+    styles[kStyles[i]] = JsonOf(session.elements[i]);
+  const Colour back = session.elements[static_cast<size_t>(Element::ScreenBackground)].Backcolour;
+  for (const Element element :
+       {Element::TimeRemaining, Element::LastWarning, Element::TimeUp, Element::EarlyWarning}) {
+    const auto index = static_cast<size_t>(element);
+    const ElementStyle still = Receded(session.elements[index], back);
+    styles[kStyles[index]]["still"] = Text(still.Forecolour);
+    styles[kStyles[index]]["stillBack"] = Text(still.Backcolour);
+  }
+  ordered_json shown;
+  for (size_t i = 0; i < kShown.size(); ++i) shown[kShown[i]] = session.options.Show[i];
+  // Of what is drawn beside the texts: what stands out, and what recedes.
+  const Colour ink = Contrast(back);
+  return {{"styles", styles},
+          {"show", shown},
+          {"ink", Text(ink)},
+          {"faint", Text(Receding(ink, back, 0, kFaintText))},
+          {"faintLine", Text(Receding(ink, back, 0, kFaintLine))}};
+}
+
+}  // namespace
+
+RoomState::RoomState(const Session& session, std::vector<FaceAhead> faces,
+                     const ProgressFace& progress, const Moment& now, ClockTime timeOfDay)
+    : clock_(now.boot),
+      midnight_(now.uptime - timeOfDay.Seconds()),
+      rounds_(session.settings.nRounds),
+      faces_(std::move(faces)) {
+  // The first is the one that shows now, whenever it began.
+  faces_.front().from = 0;
+  const bool paused = faces_.front().face.paused;
+  const UnitsShown units = UnitsShownOn(false, session.options, paused, progress);
+  tables_ = Text(JsonOf(units.tables));
+  ordered_json list = ordered_json::array();
+  for (const FaceAhead& face : faces_) {
+    list.push_back(JsonOf(face, &face == &faces_.front() ? units.waiting : "", session));
+  }
+  // Counting down, what is left follows from the end.
+  if (!paused) list.front()["left"] = 0;
+  const ordered_json body = {{"title", ShownTitle(session.settings.Header)},
+                             {"rounds", rounds_},
+                             {"step", CountdownStep(session.options.TimeChange)},
+                             {"hours24", session.options.TimeAs24hour},
+                             {"looks", LooksOf(session)},
+                             {"line", units.line},
+                             {"info", units.info},
+                             {"sections", JsonOf(units.tables)},
+                             {"faces", list}};
+  body_ = Text(body);
+}
+
+std::string RoomState::Message(double now) const {
+  const ordered_json head = {
+      {"version", kVersion}, {"clock", clock_}, {"now", now}, {"midnight", midnight_}};
+  const std::string text = Text(head);
+  return text.substr(0, text.size() - 1) + ",\"room\":" + body_ + '}';
+}
+
+const FaceAhead* RoomState::FaceAt(double now) const {
+  const auto next = std::find_if(faces_.begin(), faces_.end(),
+                                 [&](const FaceAhead& face) { return face.from > now; });
+  return next == faces_.begin() ? nullptr : &*std::prev(next);
+}
+
+std::string RoomState::Now(double now) const {
+  const FaceAhead* ahead = FaceAt(now);
+  if (ahead == nullptr) return "{}";
+  const ClockFace& face = ahead->face;
+  const bool counts = ahead->ends > 0;
+  const ordered_json state = {
+      {"phase", NameOf(face.phase)},
+      {"round", face.round},
+      {"rounds", rounds_},
+      {"paused", face.paused},
+      {"secondsLeft", counts ? SecondsRemaining(ahead->ends, now) : face.secondsLeft},
+      {"caption", face.caption},
+      {"message", face.message},
+      {"finish", face.finish},
+      {"now", TimeTextWithSeconds(ClockTime(std::fmod(now - midnight_, 86400)))},
+      {"tables", ordered_json::parse(tables_)}};
+  return Text(state);
+}
+
+bool RoomState::Tells(const RoomState& other) const {
+  return body_ != other.body_ || clock_ != other.clock_ ||
+         std::abs(midnight_ - other.midnight_) > kClockWasSet;
+}
+
+}  // namespace corvanel

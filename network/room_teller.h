@@ -1,0 +1,45 @@
+#pragma once
+
+#include <functional>
+
+#include "clock/round_clock.h"
+#include "network/room_state.h"
+
+namespace corvanel {
+
+/// Tells displays elsewhere how the session stands and goes on, whenever that has changed. The
+/// seconds pass without a word.
+class RoomTeller : public SessionListener {
+ public:
+  struct Parts {
+    const Session& session;
+    const RoundClock& clock;
+    const TimeSource& time;
+    std::function<void(const RoomState& state)> tell;
+  };
+  explicit RoomTeller(Parts parts) : parts_(std::move(parts)) {}
+
+  void ShowFace(const ClockFace& face) override;
+  void ShowTables(const ProgressFace& tables) override;
+  /// The computer's clock may have been set.
+  void ShowTimeOfDay(const std::string& time) override;
+
+ private:
+  /// All that the faces to come follow from.
+  struct Grounds {
+    Session session;
+    ClockState clock;
+    std::string finish;
+
+    bool operator==(const Grounds&) const = default;
+  };
+  void Tell();
+
+  Parts parts_;
+  Grounds grounds_;
+  std::string timeOfDay_;
+  ProgressFace tables_;
+  RoomState told_;
+};
+
+}  // namespace corvanel

@@ -1,0 +1,105 @@
+#include "network/web_answer.h"
+
+#include <algorithm>
+
+#include "network/pages.h"
+
+namespace corvanel {
+namespace {
+
+namespace http = boost::beast::http;
+
+struct Route {
+  std::string_view path;
+  std::string_view file;
+  std::string_view type;
+};
+
+constexpr std::string_view kHtml = "text/html; charset=utf-8";
+constexpr std::string_view kScript = "text/javascript; charset=utf-8";
+constexpr std::string_view kPlain = "text/plain; charset=utf-8";
+
+/// Every file that there is; no path leads anywhere else.
+constexpr Route kRoutes[] = {
+    {"/", "display.html", kHtml},
+    {"/display.css", "display.css", "text/css; charset=utf-8"},
+    {"/icon.svg", "corvanel.svg", "image/svg+xml"},
+    {"/display.js", "display.js", kScript},
+    {"/room.js", "room.js", kScript},
+    {"/sync.js", "sync.js", kScript},
+};
+
+void Protect(WebAnswer& answer) {
+  answer.set(http::field::cache_control, "no-store");
+  answer.set("Content-Security-Policy",
+             "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self'; "
+             "media-src 'self'; connect-src 'self'; base-uri 'none'; form-action 'none'; "
+             "frame-ancestors 'none'");
+  answer.set("X-Content-Type-Options", "nosniff");
+  answer.set("Referrer-Policy", "no-referrer");
+}
+
+WebAnswer AnswerWith(http::status status, unsigned version, std::string_view type,
+                     std::string body) {
+  WebAnswer answer{status, version};
+  answer.set(http::field::content_type, {type.data(), type.size()});
+  Protect(answer);
+  answer.body() = std::move(body);
+  answer.prepare_payload();
+  return answer;
+}
+
+std::string_view PathOf(const WebRequest& request) {
+  const std::string_view target(request.target().data(), request.target().size());
+  return target.substr(0, target.find('?'));
+}
+
+std::string BytesOf(std::string_view file) {
+  const auto& files = PageFiles();
+  return std::string(std::find_if(files.begin(), files.end(), [&](const PageFile& f) {
+                       return f.name == file;
+                     })->bytes);
+}
+
+}  // namespace
+
+WebAnswer Refusal(http::status status, unsigned version) {
+  const auto reason = http::obsolete_reason(status);
+  WebAnswer answer =
+      AnswerWith(status, version, kPlain, std::string(reason.data(), reason.size()) + '\n');
+  answer.keep_alive(false);
+  return answer;
+}
+
+WebAnswer AnswerTo(const WebRequest& request, const std::function<std::string()>& state) {
+  const bool head = request.method() == http::verb::head;
+  if (request.method() != http::verb::get && !head) {
+    return Refusal(http::status::method_not_allowed, request.version());
+  }
+  const std::string_view path = PathOf(request);
+  const auto* const route =
+      std::find_if(std::begin(kRoutes), std::end(kRoutes),
+                   [&](const Route& candidate) { return candidate.path == path; });
+  WebAnswer answer;
+  if (path == "/state") {
+    answer = AnswerWith(http::status::ok, request.version(), "application/json", state());
+  } else if (route != std::end(kRoutes)) {
+    answer = AnswerWith(http::status::ok, request.version(), route->type, BytesOf(route->file));
+  } else {
+    return Refusal(http::status::not_found, request.version());
+  }
+  // The length is told all the same.
+  if (head) answer.body().clear();
+  answer.keep_alive(request.keep_alive());
+  return answer;
+}
+
+bool IsFromElsewhere(const WebRequest& request) {
+  const auto origin = request[http::field::origin];
+  const auto host = request[http::field::host];
+  if (origin.empty()) return false;
+  const std::string own = "http://" + std::string(host.data(), host.size());
+  return std::string_view(origin.data(), origin.size()) != own;
+}
+
+}  // namespace corvanel

@@ -1,0 +1,218 @@
+#include "network/web_server.h"
+
+#include <atomic>
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/post.hpp>
+#include <boost/asio/steady_timer.hpp>
+#include <boost/beast/core.hpp>
+#include <boost/beast/http.hpp>
+#include <boost/beast/websocket.hpp>
+#include <set>
+#include <thread>
+#include <utility>
+
+#include "network/viewer.h"
+#include "network/web_answer.h"
+
+namespace corvanel {
+namespace {
+
+namespace asio = boost::asio;
+namespace beast = boost::beast;
+namespace http = beast::http;
+using asio::ip::tcp;
+
+constexpr auto kRequestComes = std::chrono::seconds(10);
+constexpr auto kNoRoom = std::chrono::milliseconds(100);  // before the next connection is taken
+constexpr uint32_t kLongestHead = 8192;                   // bytes of a request
+constexpr uint64_t kLongestBody = 1024;                   // the same
+constexpr int kMostRequests = 100;                        // on one connection
+
+/// What a visitor needs of the server.
+class Reception {
+ public:
+  virtual ~Reception() = default;
+  virtual std::string StateNow() const = 0;
+  virtual void BecomesViewer(beast::tcp_stream stream, const WebRequest& request) = 0;
+  virtual void VisitorLeaves() = 0;
+};
+
+/// A connection that asks for pages, one request after the other.
+class Visitor : public std::enable_shared_from_this<Visitor> {
+ public:
+  Visitor(tcp::socket socket, Reception& reception)
+      : stream_(std::move(socket)), reception_(reception) {}
+  ~Visitor() { reception_.VisitorLeaves(); }
+  Visitor(const Visitor&) = delete;
+  Visitor& operator=(const Visitor&) = delete;
+
+  void Read() {
+    request_.emplace();
+    request_->header_limit(kLongestHead);
+    request_->body_limit(kLongestBody);
+    stream_.expires_after(kRequestComes);
+    http::async_read(
+        stream_, received_, *request_,
+        [self = shared_from_this()](beast::error_code error, size_t) { self->Received(error); });
+  }
+
+ private:
+  void Received(beast::error_code error) {
+    if (error == http::error::header_limit || error == http::error::body_limit) {
+      return Write(Refusal(http::status::payload_too_large));
+    }
+    if (error && error.category() == make_error_code(http::error::bad_method).category()) {
+      return Write(Refusal(http::status::bad_request));
+    }
+    if (error) return;
+    const WebRequest request = request_->release();
+    if (!beast::websocket::is_upgrade(request)) {
+      return Write(AnswerTo(request, [this] { return reception_.StateNow(); }));
+    }
+    if (request.target() != "/session") return Write(Refusal(http::status::not_found));
+    if (IsFromElsewhere(request)) return Write(Refusal(http::status::forbidden));
+    reception_.BecomesViewer(std::move(stream_), request);
+  }
+
+  void Write(WebAnswer answer) {
+    answer_ = std::move(answer);
+    if (++requests_ >= kMostRequests) answer_.keep_alive(false);
+    stream_.expires_after(kRequestComes);
+    http::async_write(stream_, answer_,
+                      [self = shared_from_this()](beast::error_code error, size_t) {
+                        if (!error && self->answer_.keep_alive()) return self->Read();
+                        beast::error_code ignored;
+                        self->stream_.socket().shutdown(tcp::socket::shutdown_send, ignored);
+                      });
+  }
+
+  beast::tcp_stream stream_;
+  Reception& reception_;
+  beast::flat_buffer received_{kLongestHead + kLongestBody};
+  std::optional<http::request_parser<http::string_body>> request_;
+  WebAnswer answer_;
+  int requests_ = 0;
+};
+
+}  // namespace
+
+class WebServer::Impl : public Reception, public Viewers {
+ public:
+  Impl(std::function<double()> uptime, const Limits& limits)
+      : uptime_(std::move(uptime)), limits_(limits) {}
+  ~Impl() override { Stop(); }
+
+  Status Open(const std::string& address, uint16_t port) {
+    beast::error_code error;
+    const auto place = asio::ip::make_address(address, error);
+    if (!error) {
+      const tcp::endpoint endpoint(place, port);
+      acceptor_.open(endpoint.protocol(), error);
+      if (!error) acceptor_.set_option(asio::socket_base::reuse_address(true), error);
+      if (!error) acceptor_.bind(endpoint, error);
+      if (!error) acceptor_.listen(asio::socket_base::max_listen_connections, error);
+    }
+    if (error) return Error{error.value(), error.message()};
+    port_ = acceptor_.local_endpoint().port();
+    Take();
+    thread_ = std::thread([this] { context_.run(); });
+    return {};
+  }
+
+  void Show(RoomState state) {
+    asio::post(context_, [this, state = std::move(state)]() mutable {
+      state_ = std::move(state);
+      const auto text = std::make_shared<const std::string>(state_.Message(uptime_()));
+      for (const auto& viewer : viewers_) viewer->Send(text);
+    });
+  }
+
+  uint16_t Port() const { return port_; }
+  size_t ViewerCount() const { return count_; }
+
+ private:
+  void Stop() {
+    asio::post(context_, [this] {
+      beast::error_code ignored;
+      acceptor_.close(ignored);
+      context_.stop();
+    });
+    if (thread_.joinable()) thread_.join();
+  }
+
+  void Take() {
+    acceptor_.async_accept([this](beast::error_code error, tcp::socket socket) {
+      if (error == asio::error::operation_aborted) return;
+      // No more files can be open: others will be closed.
+      if (error) {
+        retry_.expires_after(kNoRoom);
+        retry_.async_wait([this](beast::error_code stopped) {
+          if (!stopped) Take();
+        });
+        return;
+      }
+      if (visitors_ < limits_.visitors) {
+        ++visitors_;
+        socket.set_option(tcp::no_delay(true), error);
+        std::make_shared<Visitor>(std::move(socket), *this)->Read();
+      }
+      Take();
+    });
+  }
+
+  std::string StateNow() const override { return state_.Now(uptime_()); }
+  void VisitorLeaves() override { --visitors_; }
+  void BecomesViewer(beast::tcp_stream stream, const WebRequest& request) override {
+    if (viewers_.size() >= limits_.viewers) return;
+    std::make_shared<Viewer>(std::move(stream), *this)->Accept(request);
+  }
+
+  void Joined(const std::shared_ptr<Viewer>& viewer) override {
+    viewers_.insert(viewer);
+    count_ = viewers_.size();
+    viewer->Send(std::make_shared<const std::string>(state_.Message(uptime_())));
+  }
+  void Left(Viewer& viewer) override {
+    viewers_.erase(viewer.shared_from_this());
+    count_ = viewers_.size();
+  }
+  double Uptime() const override { return uptime_(); }
+
+  std::function<double()> uptime_;
+  Limits limits_;
+  size_t visitors_ = 0;
+  RoomState state_;
+  std::atomic<size_t> count_ = 0;
+  std::atomic<uint16_t> port_ = 0;
+  asio::io_context context_{1};
+  tcp::acceptor acceptor_{context_};
+  asio::steady_timer retry_{context_};
+  std::set<std::shared_ptr<Viewer>> viewers_;
+  std::thread thread_;
+};
+
+WebServer::WebServer(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
+WebServer::~WebServer() = default;
+
+Result<std::unique_ptr<WebServer>> WebServer::Listen(const std::string& address, uint16_t port,
+                                                     std::function<double()> uptime,
+                                                     const Limits& limits) {
+  auto impl = std::make_unique<Impl>(std::move(uptime), limits);
+  if (const Status opened = impl->Open(address, port); !opened) return opened.Failure();
+  return std::unique_ptr<WebServer>(new WebServer(std::move(impl)));
+}
+
+void WebServer::Show(RoomState state) {
+  impl_->Show(std::move(state));
+}
+
+uint16_t WebServer::Port() const {
+  return impl_->Port();
+}
+
+size_t WebServer::ViewerCount() const {
+  return impl_->ViewerCount();
+}
+
+}  // namespace corvanel

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "basics/result.h"
+#include "network/room_state.h"
+
+namespace corvanel {
+
+/// Serves the pages, in a thread of its own that nobody waits for. What a stranger sends is bounded
+/// in number, size and time, and leads nowhere but to the pages.
+class WebServer {
+ public:
+  struct Limits {
+    size_t viewers = 1500;
+    size_t visitors = 100;  // connections that are no viewers (yet); further ones are closed
+  };
+
+  /// Listens at an address of this computer ("0.0.0.0" for all of them), port 0 for any. An error
+  /// when that cannot be: the port is taken, the address is none of this computer's. `uptime` is
+  /// asked in the server's thread.
+  static Result<std::unique_ptr<WebServer>> Listen(const std::string& address, uint16_t port,
+                                                   std::function<double()> uptime,
+                                                   const Limits& limits);
+  ~WebServer();
+
+  /// Shows a state on every page, from any thread.
+  void Show(RoomState state);
+  uint16_t Port() const;
+  /// How many pages show the session, as far as is known by now.
+  size_t ViewerCount() const;
+
+ private:
+  class Impl;
+  explicit WebServer(std::unique_ptr<Impl> impl);
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace corvanel
