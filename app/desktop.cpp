@@ -16,6 +16,7 @@
 
 #include "display/window/display_options_dialog.h"
 #include "display/window/frm_help.h"
+#include "network/window/frm_options_network.h"
 #include "scoring/play_time.h"
 #include "scoring/window/frm_options_bridgemate.h"
 #include "scoring/window/frm_play_time.h"
@@ -26,6 +27,7 @@
 #include "startup/version.h"
 #include "system/folders.h"
 #include "system/key_places.h"
+#include "system/own_addresses.h"
 #include "system/shut_down.h"
 
 namespace corvanel {
@@ -56,9 +58,9 @@ Desktop::Desktop(const std::filesystem::path& store)
                 .timerBWS = polls_,
                 .secondsToTick = [this] { return ticks_.SecondsToTick(); }}),
       records_(store, writer_) {
-  SessionListener* const listeners[] = {&scoring_,  &frmDisplay_, &frmDisplay2_,
-                                        &frmMain_,  &control_,    &rounds_,
-                                        &recorder_, &watch_,      &awake_};
+  SessionListener* const listeners[] = {&scoring_, &frmDisplay_, &frmDisplay2_, &frmMain_,
+                                        &control_, &rounds_,     &recorder_,    &watch_,
+                                        &awake_,   &network_};
   for (SessionListener* listener : listeners) broadcast_.Add(*listener);
   session_.ProgramFolder = ProgramFolderPath();
   frmMain_.SetLogic(control_);
@@ -123,6 +125,7 @@ void Desktop::ConnectMenus() {
       {"mnuOptionsDisplay", [this] { ShowDisplayOptions(); }},
       {"mnuOptionsSounds", [this] { ShowSoundOptions(); }},
       {"mnuOptionsBridgemate", [this] { ShowUnitOptions(); }},
+      {"mnuOptionsNetwork", [this] { ShowNetworkOptions(); }},
       {"mnuOpenFile", [this] { scoring_.mnuOpenFile_Click(); }},
       {"mnuCloseFile", [this] { scoring_.mnuCloseFile_Click(); }},
       {"mnuPlayTime", [this] { ShowPlayTimes(); }},
@@ -161,6 +164,7 @@ void Desktop::ConnectWatch() {
   const auto act = [this](const Notice& notice) {
     watch_.Act(notice.kind);
     scoring_.Act(notice);
+    if (notice.kind == NoticeKind::Network) network_.Apply();
   };
   const auto dismiss = [this](const Notice& notice) { watch_.Dismiss(notice); };
   On(&frmMain_, &FrmMain::NoticeActionWanted, "frmMain.cmdNotice_Click", act);
@@ -265,6 +269,12 @@ void Desktop::ShowUnitOptions() {
   if (ShowSounds(dialog) == QDialog::Accepted) scoring_.OptionsChanged();
 }
 
+void Desktop::ShowNetworkOptions() {
+  FrmOptionsNetwork({session_.options, settings_, network_, OwnAddresses(), errors_},
+                    QApplication::activeWindow())
+      .exec();
+}
+
 /// Writes the report's text where it can be written, opens it and shows the picture.
 void Desktop::ShowPlayTimes() {
   ScoringLink& link = scoring_.Link();
@@ -302,6 +312,7 @@ void Desktop::ApplyOptions() {
   ApplyOnTop();
   scoring_.Link().BWSSetUnitCaptions();
   RearrangeDisplays();
+  network_.Apply();
 }
 
 void Desktop::ShutDownComputer() {

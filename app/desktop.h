@@ -14,6 +14,7 @@
 #include "display/window/dialog_placer.h"
 #include "display/window/frm_display.h"
 #include "display/window/frm_display2.h"
+#include "network/network_desk.h"
 #include "recovery/continue_session.h"
 #include "scoring/scoring_desk.h"
 #include "startup/error_report.h"
@@ -98,6 +99,7 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
   void OpenProgramFile(const char* name);
   void ShowGeneralOptions();
   void ShowUnitOptions();
+  void ShowNetworkOptions();
   void ShowPlayTimes();
   void ApplyOptions();
   void ApplyOnTop();
@@ -197,6 +199,7 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
                 .notices = notices_,
                 .look = [this] { return LookAround(); },
                 .outsideChange = [this] { return store_.OutsideChange(); }}};
+  NetworkDesk network_{{session_, clock_, time_, notices_}};
   DialogPlacer dialogPlacer_{{&frmDisplay_, &frmDisplay2_}, [this] { return DirectorsWindow(); }};
   QRect mainPlace_;      // of the control window when it was hidden
   bool loaded_ = false;  // the control window shows what the store holds

@@ -62,6 +62,12 @@ ordered_json JsonOf(const std::vector<SectionCells>& sections) {
   return all;
 }
 
+/// The words that stand by themselves before and after the session.
+std::string CaptionOf(const ClockFace& face) {
+  if (face.phase == Phase::Idle) return "The session has not begun";
+  return face.phase == Phase::Ended ? "" : face.caption;
+}
+
 ordered_json JsonOf(const FaceAhead& ahead, const std::string& waiting, const Session& session) {
   const ClockFace& face = ahead.face;
   const StateWords words = StateWordsOf(face, waiting, session.options.Form());
@@ -72,7 +78,7 @@ ordered_json JsonOf(const FaceAhead& ahead, const std::string& waiting, const Se
           {"round", face.round},
           {"paused", face.paused},
           {"style", kStyles[static_cast<size_t>(face.countdownStyle)]},
-          {"caption", face.phase == Phase::Ended ? "" : face.caption},
+          {"caption", CaptionOf(face)},
           {"message", face.message},
           {"tag", words.tag},
           {"large", words.large},

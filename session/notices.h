@@ -25,7 +25,8 @@ enum class NoticeKind {
   ScoringRows,   // of the scoring file that could not be read
   OtherSession,  // is what the scoring file holds
   SilentTable,   // sends nothing
-  LeftOutTable   // does not count until it sends something
+  LeftOutTable,  // does not count until it sends something
+  Network        // other screens cannot be served
 };
 
 /// A line for the director: shown on his screen and never on the room's, until it is mended or

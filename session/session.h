@@ -90,11 +90,17 @@ struct Options {
   bool LogFile = true;
   bool TimeAs24hour = true;
   int16_t TimeChange = 1;
-  int16_t HintsGiven = 0;  // sessions that began with a word on how to find buttons and keys
+  bool NetworkOn = false;      // other screens are served
+  int32_t NetworkPort = 8080;  // kLeastPort to kGreatestPort
+  int16_t HintsGiven = 0;      // sessions that began with a word on how to find buttons and keys
 
   bool operator==(const Options&) const = default;
   TimeForm Form() const { return TimeAs24hour ? TimeForm::Hours24 : TimeForm::Hours12; }
 };
+
+/// The ports that a program may serve at without being the computer's administrator.
+constexpr int kLeastPort = 1024;
+constexpr int kGreatestPort = 65535;
 
 /// The steps in seconds that the shown countdown can move in.
 constexpr std::array<int, 7> kCountdownSteps = {1, 5, 10, 15, 20, 30, 60};

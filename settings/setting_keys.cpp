@@ -242,6 +242,8 @@ constexpr std::array kOptionKeys = {
     Option::Value<&O::TimeAs24hour>("TimeAs24hour"),
     Option::Value<&O::TimeChange>("TimeChange"),
     Option::Value<&O::HintsGiven>("HintsGiven"),
+    Option::Value<&O::NetworkOn>("NetworkOn"),
+    Option::Value<&O::NetworkPort>("NetworkPort", kLeastPort, kGreatestPort),
 };
 
 using Style = Keys<ElementStyle>;

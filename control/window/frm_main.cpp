@@ -334,7 +334,7 @@ void FrmMain::ShowScoring(const std::string& unit, const std::string& file) {
   // B is the letter of the menu; another unit's first one may belong to something else.
   ui_->mnuBridgemate->setTitle(caption.startsWith('B', Qt::CaseInsensitive) ? "&" + caption
                                                                             : caption);
-  ui_->mnuOptionsBridgemate->setText(CaptionOf(QString::fromStdString(unit), "gds") + "...");
+  ui_->mnuOptionsBridgemate->setText(CaptionOf(QString::fromStdString(unit), "gdsn") + "...");
   const QString path = QString::fromStdString(file);
   const QString name = path.section('/', -1);
   ui_->mnuCloseFile->setEnabled(!name.isEmpty());

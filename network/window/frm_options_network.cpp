@@ -1,0 +1,79 @@
+#include "network/window/frm_options_network.h"
+
+#include <QIntValidator>
+
+#include "ui_frm_options_network.h"
+
+namespace corvanel {
+namespace {
+
+constexpr int kStateInterval = 1000;  // milliseconds
+
+}  // namespace
+
+FrmOptionsNetwork::FrmOptionsNetwork(const Parts& parts, QWidget* parent)
+    : QDialog(parent), parts_(parts), ui_(std::make_unique<Ui::FrmOptionsNetwork>()) {
+  ui_->setupUi(this);
+  rows_ = std::make_unique<OptionRows>(*this);
+  rows_->Show([this](const std::string& key) { return OptionText(parts_.options, key); });
+  ui_->txtPort->setValidator(new QIntValidator(kLeastPort, kGreatestPort, this));
+  for (const std::string& address : parts.addresses) {
+    ui_->cboAddress->addItem(QString::fromStdString(address));
+  }
+  ui_->cboAddress->setVisible(parts.addresses.size() > 1);
+  ui_->lblAddresses->setVisible(parts.addresses.size() > 1);
+  connect(ui_->chkNetwork, &QCheckBox::toggled, this, &FrmOptionsNetwork::ShowAddress);
+  connect(ui_->txtPort, &QLineEdit::textChanged, this, &FrmOptionsNetwork::ShowAddress);
+  connect(ui_->cboAddress, &QComboBox::currentIndexChanged, this, &FrmOptionsNetwork::ShowAddress);
+  connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+  connect(ui_->cmdOK, &QPushButton::clicked, this, &FrmOptionsNetwork::cmdOK_Click);
+  connect(&timState_, &QTimer::timeout, this, &FrmOptionsNetwork::ShowState);
+  timState_.start(kStateInterval);
+  ShowAddress();
+}
+
+FrmOptionsNetwork::~FrmOptionsNetwork() = default;
+
+/// Where the session will be found when the dialog is left with OK.
+void FrmOptionsNetwork::ShowAddress() {
+  const bool good = ui_->txtPort->hasAcceptableInput();
+  const bool on = ui_->chkNetwork->isChecked();
+  QString address;
+  if (on && good && !parts_.addresses.empty()) {
+    address = QString::fromStdString(
+        PageAddress(ui_->cboAddress->currentText().toStdString(), ui_->txtPort->text().toInt()));
+  }
+  ui_->lblAddress->setText(address);
+  ui_->qrAddress->Show(address);
+  ui_->cmdOK->setEnabled(good);
+  ShowState();
+}
+
+void FrmOptionsNetwork::ShowState() {
+  QString state;
+  if (!ui_->txtPort->hasAcceptableInput()) {
+    state = tr("The port is a number from %1 to %2.").arg(kLeastPort).arg(kGreatestPort);
+  } else if (!ui_->chkNetwork->isChecked()) {
+    state = tr("Nothing is sent to anybody.");
+  } else if (parts_.addresses.empty()) {
+    state = tr("This computer is in no network now.");
+  } else if (!parts_.desk.Serves()) {
+    state = tr("Served from OK on: type the address into a browser, or point a phone at the code.");
+  } else {
+    const auto screens = static_cast<int>(parts_.desk.Screens());
+    state = screens == 0   ? tr("No screen shows the session yet. If none finds it, a firewall on "
+                                  "this computer may be in the way.")
+            : screens == 1 ? tr("1 screen shows the session.")
+                           : tr("%1 screens show the session.").arg(screens);
+  }
+  ui_->lblState->setText(state);
+}
+
+void FrmOptionsNetwork::cmdOK_Click() {
+  HandlerSteps step(parts_.errors, "frmOptionsNetwork.cmdOK_Click");
+  step([&] { parts_.table.TakeOptions(rows_->Texts()); });
+  step([&] { parts_.desk.Apply(); });
+  accept();
+}
+
+}  // namespace corvanel

@@ -1,0 +1,63 @@
+#include "network/network_desk.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/fakes.h"
+
+namespace corvanel {
+namespace {
+
+class NetworkDeskTest : public testing::Test {
+ protected:
+  /// A port that is free now.
+  static int FreePort() {
+    const auto server = WebServer::Listen("127.0.0.1", 0, [] { return 0.0; }, {});
+    return server.Value()->Port();
+  }
+  void Apply(bool on, int port) {
+    bench_.session.options.NetworkOn = on;
+    bench_.session.options.NetworkPort = port;
+    desk_.Apply();
+  }
+  static bool Taken(int port) {
+    return !WebServer::Listen("0.0.0.0", static_cast<uint16_t>(port), [] { return 0.0; }, {});
+  }
+
+  ClockBench bench_;
+  Notices notices_{bench_.broadcast};
+  NetworkDesk desk_{{bench_.session, bench_.clock, bench_.time, notices_}};
+};
+
+TEST_F(NetworkDeskTest, ListensWhenItIsWantedAndNeverElse) {
+  const int port = FreePort();
+  Apply(false, port);
+  EXPECT_FALSE(desk_.Serves());
+  EXPECT_FALSE(Taken(port));
+  Apply(true, port);
+  EXPECT_TRUE(desk_.Serves());
+  EXPECT_TRUE(Taken(port));
+  const int other = FreePort();
+  Apply(true, other);
+  EXPECT_FALSE(Taken(port));
+  EXPECT_TRUE(Taken(other));
+  Apply(false, other);
+  EXPECT_FALSE(Taken(other));
+  EXPECT_TRUE(bench_.notices.empty());
+}
+
+TEST_F(NetworkDeskTest, APortThatIsTakenStandsInALineUntilItIsMended) {
+  auto server = WebServer::Listen("0.0.0.0", 0, [] { return 0.0; }, {});
+  const int port = server.Value()->Port();
+  Apply(true, port);
+  EXPECT_FALSE(desk_.Serves());
+  ASSERT_EQ(bench_.notices.size(), 1U);
+  EXPECT_EQ(bench_.notices[0].kind, NoticeKind::Network);
+  EXPECT_NE(bench_.notices[0].text.find(std::to_string(port)), std::string::npos);
+  server.Value().reset();
+  Apply(true, port);
+  EXPECT_TRUE(desk_.Serves());
+  EXPECT_TRUE(bench_.notices.empty());
+}
+
+}  // namespace
+}  // namespace corvanel
