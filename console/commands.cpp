@@ -140,7 +140,9 @@ void Run(const Plan& plan, const ConsoleArguments& arguments) {
   if (minutes <= 0) throw UsageError("The minutes per round must be greater than 0");
   if (minutes > kLongestPhase) throw UsageError("The minutes per round must be 600 or less");
   EndOnError errors;
-  VirtualTime time(plan.start);
+  // Named like no other run, so that a page knows that its uptimes hold no more.
+  const Moment now = SystemTime().ThisMoment();
+  VirtualTime time(plan.start, {}, fmt::format("{} {}", now.boot, now.uptime));
   EventPrinter printer(time);
   Broadcast broadcast(errors);
   RoundClock clock({session, time, time, printer, broadcast, errors});

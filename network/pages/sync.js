@@ -32,12 +32,14 @@ export class ServerTime {
     const came = this.local();
     const trip = came - asked;
     if (!(trip >= 0)) return;
+    const offset = now - asked - trip / 2;
+    // More than the way can explain: it is another clock.
+    if (this.offset !== null && Math.abs(offset - this.offset) > STEP + trip / 2) this.forget();
     const first = this.answers.length === 0;
-    this.answers.push({ offset: now - asked - trip / 2, trip, came });
+    this.answers.push({ offset, trip, came });
     if (this.answers.length > KEPT) this.answers.shift();
-    const best = this.best();
-    if (first || Math.abs(best - this.offset) > STEP) {
-      this.offset = best;
+    if (first) {
+      this.offset = this.best();
       this.slewedAt = came;
     }
   }

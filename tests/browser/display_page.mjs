@@ -1,0 +1,128 @@
+// The display page in a real browser: every state at the sizes of phone, tablet and 4K; in step with
+// the clock; without contact, and with it again.
+
+import { readFileSync } from "node:fs";
+import { createRequire } from "node:module";
+import { Clock, expect, faultsSoFar, launch, open, pause, until } from "./browser.mjs";
+
+const bin = process.argv[2];
+const axe = readFileSync(createRequire(import.meta.url).resolve("axe-core/axe.min.js"), "utf8");
+const kSizes = [[390, 844], [844, 390], [1024, 768], [3840, 2160]];
+const kSession = { nRounds: 2, MinPerRound: 0.2, MinWarning1: 0.15, MinWarning: 0.08, MinBetweenRounds: 0.1,
+  optBreak: "False", Header: "Friday Evening Club Pairs", Skip: 1 };
+
+/** Whatever is shown lies within the window and its own row, and overlaps no other. */
+const layout = () => {
+  const shown = [...document.querySelectorAll("#room > *, .table")].filter((e) => !e.hidden && e.textContent !== "");
+  const boxes = shown.map((e) => ({ name: e.id || e.className, box: e.getBoundingClientRect(), e }));
+  const wrong = [];
+  for (const { name, box, e } of boxes) {
+    if (box.left < -1 || box.top < -1 || box.right > innerWidth + 1 || box.bottom > innerHeight + 1) wrong.push(`${name} reaches beyond the window`);
+    if (e.classList.contains("text")) {
+      const range = document.createRange();
+      range.selectNodeContents(e);
+      const text = range.getBoundingClientRect();
+      if (text.width > box.width + 1 || text.height > box.height * 1.12 + 1) wrong.push(`${name} is cut off`);
+    }
+  }
+  const rows = boxes.filter(({ e }) => e.parentElement.id === "room").sort((a, b) => a.box.top - b.box.top);
+  for (let i = 1; i < rows.length; i += 1) {
+    if (rows[i].box.top < rows[i - 1].box.bottom - 1) wrong.push(`${rows[i].name} overlaps ${rows[i - 1].name}`);
+  }
+  return wrong;
+};
+
+/** What stands there, as a person reads it. */
+const reading = () => ({
+  digits: document.getElementById("digits").textContent,
+  tag: document.getElementById("tag").textContent,
+  texts: [...document.querySelectorAll(".text:not([hidden])")].map((e) => e.textContent).join(" | "),
+  contact: document.getElementById("contact").hidden ? "" : document.getElementById("contact").textContent,
+});
+
+const secondsOf = (digits) => digits.split(":").reduce((sum, part) => sum * 60 + Number(part), 0);
+
+async function everyState(browser) {
+  const clock = await Clock.start(bin, kSession);
+  const pages = await Promise.all(kSizes.map(([width, height]) => open(browser, clock.url, width, height)));
+  const seen = new Set();
+  for (let looks = 0; looks < 120 && !seen.has("ended"); looks += 1) {
+    const state = await clock.state();
+    const pagesRead = await Promise.all(pages.map((page) => page.evaluate(reading)));
+    seen.add(state.phase);
+    pagesRead.forEach((read) => seen.add(read.tag.replace("\n", " ")));
+    if (state.phase === "move") pagesRead.forEach(({ texts }) =>
+      expect(texts.replace(/\n/g, " ").includes(state.message) || state.secondsLeft > 5, `no message: ${texts}`));
+    for (const page of pages) {
+      for (const wrong of await page.evaluate(layout)) {
+        expect(false, `${wrong} at ${page.viewport().width}x${page.viewport().height} in ${state.phase} ${state.secondsLeft}`);
+      }
+    }
+    await pause(400);
+  }
+  for (const name of ["round", "move", "ended", "EARLY WARNING", "LAST WARNING", "MOVE"]) {
+    expect(seen.has(name), `never seen: ${name}`);
+  }
+  await pages[0].evaluate(axe);
+  const audit = await pages[0].evaluate(() => window.axe.run());
+  for (const violation of audit.violations) {
+    expect(false, `${violation.id}: ${violation.nodes.map((node) => node.html).join(" ")}`);
+  }
+  await Promise.all(pages.map((page) => page.close()));
+  await clock.stop();
+}
+
+/** Samples of a page beside the clock: what it shows, and the time that was left just before and after. */
+async function inStep(browser) {
+  const clock = await Clock.start(bin, { nRounds: 3, MinPerRound: 10 });
+  const page = await open(browser, clock.url, 1024, 768);
+  await pause(2500);
+  for (let sample = 0; sample < 24; sample += 1) {
+    const before = (await clock.state()).secondsLeft;
+    const shown = secondsOf((await page.evaluate(reading)).digits);
+    const after = (await clock.state()).secondsLeft;
+    // Between two seconds either may stand there for 0.2 s.
+    expect(shown <= Math.ceil(before + 0.2) && shown >= Math.ceil(after - 0.2),
+      `shows ${shown} between ${before} and ${after}`);
+    await pause(437);
+  }
+  // The clock dies: the page says so, and goes on counting.
+  const { port } = clock;
+  await clock.stop();
+  const last = secondsOf((await page.evaluate(reading)).digits);
+  const from = Date.now();
+  await until(page, () => document.getElementById("contact").textContent.startsWith("No contact") &&
+    !document.getElementById("contact").hidden);
+  const gone = (Date.now() - from) / 1000;
+  const shown = secondsOf((await page.evaluate(reading)).digits);
+  expect(Math.abs(last - shown - gone) < 1.3, `without contact ${last} became ${shown} after ${gone} s`);
+  // It comes back with another session: the page finds it by itself.
+  const again = await Clock.start(bin, { nRounds: 5, MinPerRound: 20, Header: "After the crash" }, port);
+  await until(page, () => document.getElementById("title").textContent === "After the crash");
+  await pause(300);
+  const read = await page.evaluate(reading);
+  expect(read.contact === "", `still says ${read.contact}`);
+  expect(Math.abs(secondsOf(read.digits) - (await again.state()).secondsLeft) < 1.3, `shows ${read.digits}`);
+  await again.stop();
+}
+
+/** What a member typed is text. */
+async function strangeTitle(browser) {
+  const clock = await Clock.start(bin, { Header: "<img src=x onerror=alert(1)>&amp; pairs" });
+  const page = await open(browser, clock.url, 1024, 768);
+  const read = await page.evaluate(reading);
+  expect(read.texts.replace(/\n/g, " ").includes("<img src=x onerror=alert(1)>&amp; pairs"), `the title is ${read.texts}`);
+  expect((await page.$("#title img")) === null, "a title became markup");
+  await clock.stop();
+}
+
+const browser = await launch();
+try {
+  await everyState(browser);
+  await inStep(browser);
+  await strangeTitle(browser);
+} finally {
+  await browser.close();
+}
+console.log(faultsSoFar() === 0 ? "the display page holds" : `${faultsSoFar()} faults`);
+process.exit(faultsSoFar() === 0 ? 0 : 1);
