@@ -20,6 +20,7 @@
 #include "startup/error_report.h"
 #include "startup/window/dlg_splash.h"
 #include "system/disk.h"
+#include "system/folders.h"
 #include "system/former_settings.h"
 #include "system/json_store.h"
 #include "system/log_file.h"
@@ -199,7 +200,14 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
                 .notices = notices_,
                 .look = [this] { return LookAround(); },
                 .outsideChange = [this] { return store_.OutsideChange(); }}};
-  NetworkDesk network_{{session_, clock_, time_, notices_}};
+  NetworkDesk network_{
+      {.session = session_,
+       .clock = clock_,
+       .time = time_,
+       .notices = notices_,
+       .server = {.uptime = [this] { return time_.Uptime(); },
+                  .sound = [folder = ProgramFolderPath()](
+                               const std::string& file) { return SoundBytes(file, folder); }}}};
   DialogPlacer dialogPlacer_{{&frmDisplay_, &frmDisplay2_}, [this] { return DirectorsWindow(); }};
   QRect mainPlace_;      // of the control window when it was hidden
   bool loaded_ = false;  // the control window shows what the store holds

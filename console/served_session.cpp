@@ -5,6 +5,7 @@
 #include <charconv>
 
 #include "console/arguments.h"
+#include "system/folders.h"
 #include "system/own_addresses.h"
 
 namespace corvanel {
@@ -21,7 +22,10 @@ std::unique_ptr<WebServer> Listen(const std::string& place, std::function<double
   if (failure != std::errc() || end != number.data() + number.size()) {
     throw UsageError(fmt::format("--serve: \"{}\" is no [ADDRESS:]PORT", place));
   }
-  auto server = WebServer::Listen(address, port, std::move(uptime), {});
+  const auto sound = [folder = ProgramFolderPath()](const std::string& file) {
+    return SoundBytes(file, folder);
+  };
+  auto server = WebServer::Listen(address, port, {std::move(uptime), sound}, {});
   if (!server) {
     throw UsageError(
         fmt::format("--serve: {} cannot be used: {}", place, server.Failure().description));

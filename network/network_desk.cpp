@@ -21,8 +21,7 @@ void NetworkDesk::Apply() {
   if (port == port_ && (port == 0 || server_)) return;
   Close();
   if (port == 0) return;
-  auto server = WebServer::Listen("0.0.0.0", static_cast<uint16_t>(port),
-                                  [&time = parts_.time] { return time.Uptime(); }, {});
+  auto server = WebServer::Listen("0.0.0.0", static_cast<uint16_t>(port), parts_.server, {});
   if (!server) {
     parts_.notices.Set({NoticeKind::Network,
                         fmt::format("Other screens are not served: port {} cannot be used ({})",

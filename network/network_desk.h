@@ -19,8 +19,9 @@ class NetworkDesk : public SessionListener {
   struct Parts {
     const Session& session;
     const RoundClock& clock;
-    const TimeSource& time;  // its uptime is asked in the server's thread too
+    const TimeSource& time;
     Notices& notices;
+    WebServer::Parts server;
   };
   explicit NetworkDesk(const Parts& parts) : parts_(parts) {}
 

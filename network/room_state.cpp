@@ -68,6 +68,18 @@ std::string CaptionOf(const ClockFace& face) {
   return face.phase == Phase::Ended ? "" : face.caption;
 }
 
+/// Sounds go by the numbers of their cues: which files they are is nobody else's business.
+std::vector<size_t> NumbersOf(const std::vector<std::string>& sounds, const SoundChoices& choices) {
+  std::vector<size_t> numbers;
+  for (const std::string& sound : sounds) {
+    const auto found = std::find(choices.files.begin(), choices.files.end(), sound);
+    if (found != choices.files.end()) {
+      numbers.push_back(static_cast<size_t>(found - choices.files.begin()));
+    }
+  }
+  return numbers;
+}
+
 ordered_json JsonOf(const FaceAhead& ahead, const std::string& waiting, const Session& session) {
   const ClockFace& face = ahead.face;
   const StateWords words = StateWordsOf(face, waiting, session.options.Form());
@@ -83,7 +95,7 @@ ordered_json JsonOf(const FaceAhead& ahead, const std::string& waiting, const Se
           {"tag", words.tag},
           {"large", words.large},
           {"finish", FinishAndBreak(face.finish, face.breakLine)},
-          {"sounds", ahead.sounds.size()}};
+          {"sounds", NumbersOf(ahead.sounds, session.settings.sounds)}};
 }
 
 ordered_json LooksOf(const Session& session) {
@@ -116,6 +128,7 @@ RoomState::RoomState(const Session& session, std::vector<FaceAhead> faces,
     : clock_(now.boot),
       midnight_(now.uptime - timeOfDay.Seconds()),
       rounds_(session.settings.nRounds),
+      sounds_(session.settings.sounds.files),
       faces_(std::move(faces)) {
   // The first is the one that shows now, whenever it began.
   faces_.front().from = 0;
@@ -170,6 +183,10 @@ std::string RoomState::Now(double now) const {
       {"now", TimeTextWithSeconds(ClockTime(std::fmod(now - midnight_, 86400)))},
       {"tables", ordered_json::parse(tables_)}};
   return Text(state);
+}
+
+std::string RoomState::Sound(size_t number) const {
+  return number < sounds_.size() ? sounds_[number] : "";
 }
 
 bool RoomState::Tells(const RoomState& other) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,8 @@ class RoomState {
   std::string Now(double now) const;
   /// Whether a page that has `other` must be told anything.
   bool Tells(const RoomState& other) const;
+  /// The file of a sound by its number in the message, as the settings have it; empty for others.
+  std::string Sound(size_t number) const;
 
  private:
   const FaceAhead* FaceAt(double now) const;
@@ -33,6 +36,7 @@ class RoomState {
   std::string body_ = "{}";  // the message but for its head
   std::string tables_ = "[]";
   int rounds_ = 0;
+  std::array<std::string, kCues> sounds_;
   std::vector<FaceAhead> faces_;
 };
 

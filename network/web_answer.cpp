@@ -26,6 +26,7 @@ constexpr Route kRoutes[] = {
     {"/icon.svg", "corvanel.svg", "image/svg+xml"},
     {"/display.js", "display.js", kScript},
     {"/room.js", "room.js", kScript},
+    {"/sounds.js", "sounds.js", kScript},
     {"/sync.js", "sync.js", kScript},
 };
 
@@ -61,6 +62,15 @@ std::string BytesOf(std::string_view file) {
                      })->bytes);
 }
 
+/// "/sound/3"
+std::optional<std::string> SoundOf(std::string_view path, const Sources& sources) {
+  constexpr std::string_view kSounds = "/sound/";
+  if (!path.starts_with(kSounds) || path.size() != kSounds.size() + 1) return std::nullopt;
+  const char digit = path.back();
+  if (digit < '0' || digit > '9') return std::nullopt;
+  return sources.Sound(static_cast<size_t>(digit - '0'));
+}
+
 }  // namespace
 
 WebAnswer Refusal(http::status status, unsigned version) {
@@ -71,7 +81,7 @@ WebAnswer Refusal(http::status status, unsigned version) {
   return answer;
 }
 
-WebAnswer AnswerTo(const WebRequest& request, const std::function<std::string()>& state) {
+WebAnswer AnswerTo(const WebRequest& request, const Sources& sources) {
   const bool head = request.method() == http::verb::head;
   if (request.method() != http::verb::get && !head) {
     return Refusal(http::status::method_not_allowed, request.version());
@@ -82,9 +92,13 @@ WebAnswer AnswerTo(const WebRequest& request, const std::function<std::string()>
                    [&](const Route& candidate) { return candidate.path == path; });
   WebAnswer answer;
   if (path == "/state") {
-    answer = AnswerWith(http::status::ok, request.version(), "application/json", state());
+    answer =
+        AnswerWith(http::status::ok, request.version(), "application/json", sources.StateNow());
   } else if (route != std::end(kRoutes)) {
     answer = AnswerWith(http::status::ok, request.version(), route->type, BytesOf(route->file));
+  } else if (auto sound = SoundOf(path, sources); sound) {
+    answer = AnswerWith(http::status::ok, request.version(), "application/octet-stream",
+                        std::move(*sound));
   } else {
     return Refusal(http::status::not_found, request.version());
   }

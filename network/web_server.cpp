@@ -30,10 +30,8 @@ constexpr uint64_t kLongestBody = 1024;                   // the same
 constexpr int kMostRequests = 100;                        // on one connection
 
 /// What a visitor needs of the server.
-class Reception {
+class Reception : public Sources {
  public:
-  virtual ~Reception() = default;
-  virtual std::string StateNow() const = 0;
   virtual void BecomesViewer(beast::tcp_stream stream, const WebRequest& request) = 0;
   virtual void VisitorLeaves() = 0;
 };
@@ -68,7 +66,7 @@ class Visitor : public std::enable_shared_from_this<Visitor> {
     if (error) return;
     const WebRequest request = request_->release();
     if (!beast::websocket::is_upgrade(request)) {
-      return Write(AnswerTo(request, [this] { return reception_.StateNow(); }));
+      return Write(AnswerTo(request, reception_));
     }
     if (request.target() != "/session") return Write(Refusal(http::status::not_found));
     if (IsFromElsewhere(request)) return Write(Refusal(http::status::forbidden));
@@ -99,8 +97,7 @@ class Visitor : public std::enable_shared_from_this<Visitor> {
 
 class WebServer::Impl : public Reception, public Viewers {
  public:
-  Impl(std::function<double()> uptime, const Limits& limits)
-      : uptime_(std::move(uptime)), limits_(limits) {}
+  Impl(Parts parts, const Limits& limits) : parts_(std::move(parts)), limits_(limits) {}
   ~Impl() override { Stop(); }
 
   Status Open(const std::string& address, uint16_t port) {
@@ -123,7 +120,7 @@ class WebServer::Impl : public Reception, public Viewers {
   void Show(RoomState state) {
     asio::post(context_, [this, state = std::move(state)]() mutable {
       state_ = std::move(state);
-      const auto text = std::make_shared<const std::string>(state_.Message(uptime_()));
+      const auto text = std::make_shared<const std::string>(state_.Message(parts_.uptime()));
       for (const auto& viewer : viewers_) viewer->Send(text);
     });
   }
@@ -161,7 +158,11 @@ class WebServer::Impl : public Reception, public Viewers {
     });
   }
 
-  std::string StateNow() const override { return state_.Now(uptime_()); }
+  std::string StateNow() const override { return state_.Now(parts_.uptime()); }
+  std::optional<std::string> Sound(size_t number) const override {
+    const std::string file = state_.Sound(number);
+    return file.empty() ? std::nullopt : parts_.sound(file);
+  }
   void VisitorLeaves() override { --visitors_; }
   void BecomesViewer(beast::tcp_stream stream, const WebRequest& request) override {
     if (viewers_.size() >= limits_.viewers) return;
@@ -171,15 +172,15 @@ class WebServer::Impl : public Reception, public Viewers {
   void Joined(const std::shared_ptr<Viewer>& viewer) override {
     viewers_.insert(viewer);
     count_ = viewers_.size();
-    viewer->Send(std::make_shared<const std::string>(state_.Message(uptime_())));
+    viewer->Send(std::make_shared<const std::string>(state_.Message(parts_.uptime())));
   }
   void Left(Viewer& viewer) override {
     viewers_.erase(viewer.shared_from_this());
     count_ = viewers_.size();
   }
-  double Uptime() const override { return uptime_(); }
+  double Uptime() const override { return parts_.uptime(); }
 
-  std::function<double()> uptime_;
+  Parts parts_;
   Limits limits_;
   size_t visitors_ = 0;
   RoomState state_;
@@ -196,9 +197,8 @@ WebServer::WebServer(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
 WebServer::~WebServer() = default;
 
 Result<std::unique_ptr<WebServer>> WebServer::Listen(const std::string& address, uint16_t port,
-                                                     std::function<double()> uptime,
-                                                     const Limits& limits) {
-  auto impl = std::make_unique<Impl>(std::move(uptime), limits);
+                                                     const Parts& parts, const Limits& limits) {
+  auto impl = std::make_unique<Impl>(parts, limits);
   if (const Status opened = impl->Open(address, port); !opened) return opened.Failure();
   return std::unique_ptr<WebServer>(new WebServer(std::move(impl)));
 }

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "basics/result.h"
@@ -18,12 +19,17 @@ class WebServer {
     size_t visitors = 100;  // connections that are no viewers (yet); further ones are closed
   };
 
+  /// What the server asks for, in its own thread.
+  struct Parts {
+    std::function<double()> uptime;  // seconds
+    /// The bytes of a sound file as the settings have it; nothing where there is none.
+    std::function<std::optional<std::string>(const std::string& file)> sound;
+  };
+
   /// Listens at an address of this computer ("0.0.0.0" for all of them), port 0 for any. An error
-  /// when that cannot be: the port is taken, the address is none of this computer's. `uptime` is
-  /// asked in the server's thread.
+  /// when that cannot be: the port is taken, the address is none of this computer's.
   static Result<std::unique_ptr<WebServer>> Listen(const std::string& address, uint16_t port,
-                                                   std::function<double()> uptime,
-                                                   const Limits& limits);
+                                                   const Parts& parts, const Limits& limits);
   ~WebServer();
 
   /// Shows a state on every page, from any thread.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,5 +20,7 @@ std::vector<std::filesystem::path> OutputFolders();
 /// Where the file of a stored sound lies: the path itself when there is such a file, else a file
 /// of the same name in the program folder, since stores come from other machines and systems.
 std::string SoundFile(const std::string& stored, const std::string& programFolder);
+/// The bytes of such a file; nothing where there is none.
+std::optional<std::string> SoundBytes(const std::string& stored, const std::string& programFolder);
 
 }  // namespace corvanel

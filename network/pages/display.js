@@ -3,15 +3,18 @@
 
 import { ServerTime } from "./sync.js";
 import { draw, drawDigits } from "./room.js";
+import { Sounds } from "./sounds.js";
 
 const LOOK = 40; // milliseconds between two looks at the time
 const ASK_SOON = 250; // milliseconds between the first questions for the time
 const ASK = 10000; // and between later ones
 const SOON = 6; // first questions
 const SILENT = 5; // seconds without an answer to a question, after which it is told
+const LATE = 3; // seconds, after which a sound would only confuse
 const AGAIN = [500, 1000, 2000, 4000]; // milliseconds before the next attempt to connect
 
 const server = new ServerTime();
+const sounds = new Sounds();
 let socket = null;
 let attempts = 0;
 let room = null;
@@ -19,6 +22,7 @@ let heard = null; // this device's clock, when something came last
 let asked = 0; // questions on this connection
 let drawn = ""; // what stands there, but for the digits
 let digits = "";
+let shownFrom = null; // the uptime from which the face that was shown last stands
 
 const local = () => performance.now() / 1000;
 
@@ -93,11 +97,20 @@ function showContact() {
 const silenceText = (seconds) =>
   seconds < 60 ? `${Math.floor(seconds)} s` : `${Math.floor(seconds / 60)} min ${two(Math.floor(seconds % 60))} s`;
 
+/** The sounds of a stretch that begins before our eyes. */
+function playWhatBegins(face, now) {
+  const before = shownFrom;
+  shownFrom = face.from;
+  if (before === null || face.from <= before || now - face.from > LATE) return;
+  face.sounds.forEach((number) => sounds.play(number));
+}
+
 function look() {
   showContact();
   const now = server.now();
   if (room === null || now === null) return;
   const face = faceAt(now);
+  playWhatBegins(face, now);
   const text = countdown(face, now);
   room.nowText = timeOfDay(now);
   const all = `${room.faces.indexOf(face)} ${room.nowText} ${text.length} ${innerWidth}x${innerHeight}`;
@@ -127,12 +140,24 @@ async function stayAwake() {
 const bar = document.getElementById("bar");
 let hideBar = 0;
 function showBar() {
-  bar.hidden = document.fullscreenElement !== null || !document.fullscreenEnabled;
+  bar.hidden = false;
+  full.hidden = document.fullscreenElement !== null || !document.fullscreenEnabled;
   clearTimeout(hideBar);
   hideBar = setTimeout(() => { bar.hidden = true; }, 4000);
   stayAwake();
 }
-document.getElementById("full").onclick = () => document.documentElement.requestFullscreen();
+const full = document.getElementById("full");
+full.onclick = () => document.documentElement.requestFullscreen();
+const soundSwitch = document.getElementById("sounds");
+soundSwitch.onclick = () => {
+  if (sounds.on) {
+    sounds.turnOff();
+  } else {
+    sounds.turnOn(new Set((room?.faces ?? []).flatMap((face) => face.sounds)));
+  }
+  soundSwitch.textContent = sounds.on ? "Sounds off" : "Sounds on";
+  soundSwitch.setAttribute("aria-pressed", String(sounds.on));
+};
 document.addEventListener("fullscreenchange", () => { bar.hidden = true; });
 for (const sign of ["pointermove", "pointerdown", "keydown"]) document.addEventListener(sign, showBar);
 document.addEventListener("visibilitychange", stayAwake);

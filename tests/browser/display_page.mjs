@@ -42,9 +42,26 @@ const reading = () => ({
 
 const secondsOf = (digits) => digits.split(":").reduce((sum, part) => sum * 60 + Number(part), 0);
 
+/** Turns the page's sounds on, and counts what is played. */
+async function hear(page) {
+  await page.bringToFront();
+  await page.evaluate(() => {
+    window.heard = 0;
+    const start = AudioBufferSourceNode.prototype.start;
+    AudioBufferSourceNode.prototype.start = function count(...more) {
+      window.heard += 1;
+      return start.apply(this, more);
+    };
+  });
+  await page.mouse.move(100, 100);
+  await page.click("#sounds");
+  expect(await page.$eval("#sounds", (e) => e.textContent === "Sounds off"), "the sounds are not on");
+}
+
 async function everyState(browser) {
   const clock = await Clock.start(bin, kSession);
   const pages = await Promise.all(kSizes.map(([width, height]) => open(browser, clock.url, width, height)));
+  await hear(pages[0]);
   const seen = new Set();
   for (let looks = 0; looks < 120 && !seen.has("ended"); looks += 1) {
     const state = await clock.state();
@@ -63,6 +80,9 @@ async function everyState(browser) {
   for (const name of ["round", "move", "ended", "EARLY WARNING", "LAST WARNING", "MOVE"]) {
     expect(seen.has(name), `never seen: ${name}`);
   }
+  const heard = await pages[0].evaluate(() => window.heard);
+  // Both warnings of the first round and the last of the final one, and the call for the skip.
+  expect(heard >= 3, `${heard} sounds were played`);
   await pages[0].evaluate(axe);
   const audit = await pages[0].evaluate(() => window.axe.run());
   for (const violation of audit.violations) {

@@ -7,11 +7,14 @@
 namespace corvanel {
 namespace {
 
+const WebServer::Parts kNoParts = {[] { return 0.0; },
+                                   [](const std::string&) { return std::nullopt; }};
+
 class NetworkDeskTest : public testing::Test {
  protected:
   /// A port that is free now.
   static int FreePort() {
-    const auto server = WebServer::Listen("127.0.0.1", 0, [] { return 0.0; }, {});
+    const auto server = WebServer::Listen("127.0.0.1", 0, kNoParts, {});
     return server.Value()->Port();
   }
   void Apply(bool on, int port) {
@@ -20,12 +23,12 @@ class NetworkDeskTest : public testing::Test {
     desk_.Apply();
   }
   static bool Taken(int port) {
-    return !WebServer::Listen("0.0.0.0", static_cast<uint16_t>(port), [] { return 0.0; }, {});
+    return !WebServer::Listen("0.0.0.0", static_cast<uint16_t>(port), kNoParts, {});
   }
 
   ClockBench bench_;
   Notices notices_{bench_.broadcast};
-  NetworkDesk desk_{{bench_.session, bench_.clock, bench_.time, notices_}};
+  NetworkDesk desk_{{bench_.session, bench_.clock, bench_.time, notices_, kNoParts}};
 };
 
 TEST_F(NetworkDeskTest, ListensWhenItIsWantedAndNeverElse) {
@@ -46,7 +49,7 @@ TEST_F(NetworkDeskTest, ListensWhenItIsWantedAndNeverElse) {
 }
 
 TEST_F(NetworkDeskTest, APortThatIsTakenStandsInALineUntilItIsMended) {
-  auto server = WebServer::Listen("0.0.0.0", 0, [] { return 0.0; }, {});
+  auto server = WebServer::Listen("0.0.0.0", 0, kNoParts, {});
   const int port = server.Value()->Port();
   Apply(true, port);
   EXPECT_FALSE(desk_.Serves());

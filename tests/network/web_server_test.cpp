@@ -17,6 +17,9 @@
 namespace corvanel {
 namespace {
 
+const WebServer::Parts kNoParts = {[] { return 0.0; },
+                                   [](const std::string&) { return std::nullopt; }};
+
 namespace asio = boost::asio;
 namespace beast = boost::beast;
 namespace http = beast::http;
@@ -27,10 +30,14 @@ class WebServerTest : public testing::Test {
  protected:
   explicit WebServerTest(WebServer::Limits limits = {}) {
     auto server = WebServer::Listen(
-        "127.0.0.1", 0, [this] { return uptime_.load(); }, limits);
+        "127.0.0.1", 0,
+        {[this] { return uptime_.load(); },
+         [](const std::string& file) { return std::optional("the bytes of " + file); }},
+        limits);
     EXPECT_TRUE(server) << server.Failure().description;
     server_ = std::move(server.Value());
     bench_.broadcast.Add(teller_);
+    bench_.session.settings.sounds.files[0] = "bell.wav";
     bench_.clock.Start(1);
   }
 
@@ -112,6 +119,10 @@ TEST_F(WebServerTest, PathsLeadToTheirPagesAndNowhereElse) {
       {"/../etc/passwd", http::verb::get, 404, "text/plain; charset=utf-8"},
       {"/%2e%2e/etc/passwd", http::verb::get, 404, "text/plain; charset=utf-8"},
       {"//display.js", http::verb::get, 404, "text/plain; charset=utf-8"},
+      {"/sound/0", http::verb::get, 200, "application/octet-stream"},
+      {"/sound/9", http::verb::get, 404, "text/plain; charset=utf-8"},
+      {"/sound/00", http::verb::get, 404, "text/plain; charset=utf-8"},
+      {"/sound/../0", http::verb::get, 404, "text/plain; charset=utf-8"},
       {"/session", http::verb::get, 404, "text/plain; charset=utf-8"},
       {"/", http::verb::post, 405, "text/plain; charset=utf-8"},
       {"/", http::verb::delete_, 405, "text/plain; charset=utf-8"},
@@ -123,6 +134,7 @@ TEST_F(WebServerTest, PathsLeadToTheirPagesAndNowhereElse) {
     EXPECT_EQ(answer[http::field::content_type], row.type);
     EXPECT_NE(answer["Content-Security-Policy"].find("default-src 'none'"), std::string::npos);
   }
+  EXPECT_EQ(Get("/sound/0").body(), "the bytes of bell.wav");
   EXPECT_EQ(json::parse(Get("/state").body())["caption"], "Time remaining for Round 1 of 12");
 }
 
@@ -261,10 +273,9 @@ TEST_F(SmallWebServerTest, TooManyAreTurnedAwayAndRoomIsMadeAgain) {
 }
 
 TEST_F(SmallWebServerTest, APortThatIsTakenOrAnAddressOfNobodyIsToldOf) {
-  const auto uptime = [] { return 0.0; };
-  EXPECT_FALSE(WebServer::Listen("127.0.0.1", server_->Port(), uptime, {}));
-  EXPECT_FALSE(WebServer::Listen("203.0.113.7", 0, uptime, {}));
-  EXPECT_FALSE(WebServer::Listen("the room", 0, uptime, {}));
+  EXPECT_FALSE(WebServer::Listen("127.0.0.1", server_->Port(), kNoParts, {}));
+  EXPECT_FALSE(WebServer::Listen("203.0.113.7", 0, kNoParts, {}));
+  EXPECT_FALSE(WebServer::Listen("the room", 0, kNoParts, {}));
 }
 
 }  // namespace

@@ -15,10 +15,14 @@
 namespace corvanel {
 namespace {
 
+const WebServer::Parts kNoParts = {[] { return 0.0; },
+                                   [](const std::string&) { return std::nullopt; }};
+
 class NetworkDialogTest : public testing::Test {
  protected:
   FavouritesBench bench_;
-  NetworkDesk desk_{{bench_.session, bench_.bench.clock, bench_.bench.time, bench_.notices}};
+  NetworkDesk desk_{
+      {bench_.session, bench_.bench.clock, bench_.bench.time, bench_.notices, kNoParts}};
   FrmOptionsNetwork dialog_{{bench_.session.options,
                              bench_.table,
                              desk_,
@@ -53,7 +57,7 @@ TEST_F(NetworkDialogTest, TheAddressAndItsCodeFollowTheControls) {
 }
 
 TEST_F(NetworkDialogTest, OkServesAndStoresAndCancelDoesNeither) {
-  const auto server = WebServer::Listen("127.0.0.1", 0, [] { return 0.0; }, {});
+  const auto server = WebServer::Listen("127.0.0.1", 0, kNoParts, {});
   const int port = server.Value()->Port() == 65535 ? 65534 : server.Value()->Port() + 1;
   on_->click();
   port_->setText(QString::number(port));
