@@ -24,6 +24,7 @@
 #include "system/former_settings.h"
 #include "system/json_store.h"
 #include "system/log_file.h"
+#include "system/open_files.h"
 #include "system/qt/qt_prompts.h"
 #include "system/qt/qt_scoring_files.h"
 #include "system/qt/qt_sound_player.h"
@@ -207,7 +208,8 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
        .notices = notices_,
        .server = {.uptime = [this] { return time_.Uptime(); },
                   .sound = [folder = ProgramFolderPath()](
-                               const std::string& file) { return SoundBytes(file, folder); }}}};
+                               const std::string& file) { return SoundBytes(file, folder); }},
+       .limits = WebServer::Limits::Within(RaiseOpenFiles())}};
   DialogPlacer dialogPlacer_{{&frmDisplay_, &frmDisplay2_}, [this] { return DirectorsWindow(); }};
   QRect mainPlace_;      // of the control window when it was hidden
   bool loaded_ = false;  // the control window shows what the store holds

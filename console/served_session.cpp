@@ -6,6 +6,7 @@
 
 #include "console/arguments.h"
 #include "system/folders.h"
+#include "system/open_files.h"
 #include "system/own_addresses.h"
 
 namespace corvanel {
@@ -25,7 +26,8 @@ std::unique_ptr<WebServer> Listen(const std::string& place, std::function<double
   const auto sound = [folder = ProgramFolderPath()](const std::string& file) {
     return SoundBytes(file, folder);
   };
-  auto server = WebServer::Listen(address, port, {std::move(uptime), sound}, {});
+  auto server = WebServer::Listen(address, port, {std::move(uptime), sound},
+                                  WebServer::Limits::Within(RaiseOpenFiles()));
   if (!server) {
     throw UsageError(
         fmt::format("--serve: {} cannot be used: {}", place, server.Failure().description));

@@ -21,7 +21,8 @@ void NetworkDesk::Apply() {
   if (port == port_ && (port == 0 || server_)) return;
   Close();
   if (port == 0) return;
-  auto server = WebServer::Listen("0.0.0.0", static_cast<uint16_t>(port), parts_.server, {});
+  auto server =
+      WebServer::Listen("0.0.0.0", static_cast<uint16_t>(port), parts_.server, parts_.limits);
   if (!server) {
     parts_.notices.Set({NoticeKind::Network,
                         fmt::format("Other screens are not served: port {} cannot be used ({})",

@@ -22,6 +22,7 @@ class NetworkDesk : public SessionListener {
     const TimeSource& time;
     Notices& notices;
     WebServer::Parts server;
+    WebServer::Limits limits = {};
   };
   explicit NetworkDesk(const Parts& parts) : parts_(parts) {}
 

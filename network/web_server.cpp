@@ -1,5 +1,6 @@
 #include "network/web_server.h"
 
+#include <algorithm>
 #include <atomic>
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
@@ -192,6 +193,15 @@ class WebServer::Impl : public Reception, public Viewers {
   std::set<std::shared_ptr<Viewer>> viewers_;
   std::thread thread_;
 };
+
+WebServer::Limits WebServer::Limits::Within(size_t openFiles) {
+  constexpr size_t kItsOwn = 400;
+  Limits limits;
+  limits.visitors = std::min(limits.visitors, openFiles / 8);
+  const size_t taken = kItsOwn + limits.visitors;
+  limits.viewers = openFiles > taken ? std::min(limits.viewers, openFiles - taken) : 0;
+  return limits;
+}
 
 WebServer::WebServer(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
 WebServer::~WebServer() = default;

@@ -17,6 +17,9 @@ class WebServer {
   struct Limits {
     size_t viewers = 1500;
     size_t visitors = 100;  // connections that are no viewers (yet); further ones are closed
+
+    /// So many that a program that can have `openFiles` open keeps plenty for itself.
+    static Limits Within(size_t openFiles);
   };
 
   /// What the server asks for, in its own thread.

@@ -272,6 +272,19 @@ TEST_F(SmallWebServerTest, TooManyAreTurnedAwayAndRoomIsMadeAgain) {
   EXPECT_FALSE(Page(Connect()).Read().empty());
 }
 
+TEST(WebServerLimitsTest, TheProgramKeepsFilesForItself) {
+  struct Row {
+    size_t openFiles;
+    size_t viewers;
+    size_t visitors;
+  };
+  for (const Row& row : {Row{1'000'000, 1500, 100}, {1024, 524, 100}, {256, 0, 32}, {0, 0, 0}}) {
+    const auto limits = WebServer::Limits::Within(row.openFiles);
+    EXPECT_EQ(limits.viewers, row.viewers) << row.openFiles;
+    EXPECT_EQ(limits.visitors, row.visitors) << row.openFiles;
+  }
+}
+
 TEST_F(SmallWebServerTest, APortThatIsTakenOrAnAddressOfNobodyIsToldOf) {
   EXPECT_FALSE(WebServer::Listen("127.0.0.1", server_->Port(), kNoParts, {}));
   EXPECT_FALSE(WebServer::Listen("203.0.113.7", 0, kNoParts, {}));
