@@ -99,7 +99,8 @@ class Visitor : public std::enable_shared_from_this<Visitor> {
 class WebServer::Impl : public Reception, public Viewers {
  public:
   Impl(Parts parts, const Limits& limits) : parts_(std::move(parts)), limits_(limits) {}
-  ~Impl() override { Stop(); }
+  /// The thread ends with what it is just doing; then all else goes.
+  ~Impl() override { context_.stop(); }
 
   Status Open(const std::string& address, uint16_t port) {
     beast::error_code error;
@@ -114,7 +115,7 @@ class WebServer::Impl : public Reception, public Viewers {
     if (error) return Error{error.value(), error.message()};
     port_ = acceptor_.local_endpoint().port();
     Take();
-    thread_ = std::thread([this] { context_.run(); });
+    thread_ = std::jthread([this] { context_.run(); });
     return {};
   }
 
@@ -130,15 +131,6 @@ class WebServer::Impl : public Reception, public Viewers {
   size_t ViewerCount() const { return count_; }
 
  private:
-  void Stop() {
-    asio::post(context_, [this] {
-      beast::error_code ignored;
-      acceptor_.close(ignored);
-      context_.stop();
-    });
-    if (thread_.joinable()) thread_.join();
-  }
-
   void Take() {
     acceptor_.async_accept([this](beast::error_code error, tcp::socket socket) {
       if (error == asio::error::operation_aborted) return;
@@ -191,7 +183,7 @@ class WebServer::Impl : public Reception, public Viewers {
   tcp::acceptor acceptor_{context_};
   asio::steady_timer retry_{context_};
   std::set<std::shared_ptr<Viewer>> viewers_;
-  std::thread thread_;
+  std::jthread thread_;
 };
 
 WebServer::Limits WebServer::Limits::Within(size_t openFiles) {

@@ -27,6 +27,7 @@ std::vector<std::string> OwnAddresses() {
   std::stable_sort(found.begin(), found.end(),
                    [](const auto& a, const auto& b) { return a.first < b.first; });
   std::vector<std::string> addresses;
+  addresses.reserve(found.size());
   for (auto& [wireless, address] : found) addresses.push_back(std::move(address));
   return addresses;
 }
