@@ -130,8 +130,6 @@ RoomState::RoomState(const Session& session, std::vector<FaceAhead> faces,
       rounds_(session.settings.nRounds),
       sounds_(session.settings.sounds.files),
       faces_(std::move(faces)) {
-  // The first is the one that shows now, whenever it began.
-  faces_.front().from = 0;
   const bool paused = faces_.front().face.paused;
   const UnitsShown units = UnitsShownOn(false, session.options, paused, progress);
   tables_ = Text(JsonOf(units.tables));
@@ -163,7 +161,8 @@ std::string RoomState::Message(double now) const {
 const FaceAhead* RoomState::FaceAt(double now) const {
   const auto next = std::find_if(faces_.begin(), faces_.end(),
                                  [&](const FaceAhead& face) { return face.from > now; });
-  return next == faces_.begin() ? nullptr : &*std::prev(next);
+  if (faces_.empty()) return nullptr;
+  return next == faces_.begin() ? &faces_.front() : &*std::prev(next);
 }
 
 std::string RoomState::Now(double now) const {

@@ -21,6 +21,8 @@ class RoomState {
 
   /// The message for a page that gets it at the uptime `now`.
   std::string Message(double now) const;
+  /// What was told to show at the uptime `now`; null when nothing was told.
+  const FaceAhead* FaceAt(double now) const;
   /// How things stand at the uptime `now`, for other programs: one JSON object.
   std::string Now(double now) const;
   /// Whether a page that has `other` must be told anything.
@@ -29,8 +31,6 @@ class RoomState {
   std::string Sound(size_t number) const;
 
  private:
-  const FaceAhead* FaceAt(double now) const;
-
   std::string clock_;        // the run of the computer
   double midnight_ = 0;      // uptime at the last midnight by the computer's clock
   std::string body_ = "{}";  // the message but for its head

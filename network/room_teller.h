@@ -21,6 +21,7 @@ class RoomTeller : public SessionListener {
 
   void ShowFace(const ClockFace& face) override;
   void ShowTables(const ProgressFace& tables) override;
+  void Happened(EventKind kind, const std::string& text) override;
   /// The computer's clock may have been set.
   void ShowTimeOfDay(const std::string& time) override;
 
@@ -34,12 +35,14 @@ class RoomTeller : public SessionListener {
     bool operator==(const Grounds&) const = default;
   };
   void Tell();
+  void SayWhenItBegan(FaceAhead& present, double now);
 
   Parts parts_;
   Grounds grounds_;
   std::string timeOfDay_;
   ProgressFace tables_;
   RoomState told_;
+  std::vector<std::string> heard_;  // names of sounds that were played since
 };
 
 }  // namespace corvanel

@@ -83,6 +83,29 @@ TEST_F(RoomStateTest, WhatWasToldLastIsTrueAtEveryMoment) {
   EXPECT_EQ(Now()["phase"], "ended");
 }
 
+// A page plays the sounds of a stretch when that begins, whether it goes on to it by itself or is
+// told of it: once.
+TEST_F(RoomStateTest, AStretchBeginsOnceWithItsSounds) {
+  for (size_t i = 0; i < kCues; ++i) {
+    bench_.session.settings.sounds.files[i] = "sounds/" + std::to_string(i) + ".wav";
+  }
+  bench_.clock.Start(1);
+  const json foretold = Message()["room"]["faces"][1];
+  EXPECT_EQ(foretold["style"], "early");
+  EXPECT_EQ(foretold["sounds"], json({static_cast<int>(Cue::EarlyWarning)}));
+  bench_.Pass(foretold["from"].get<double>() + 0.5);
+  EXPECT_EQ(Message()["room"]["faces"][0]["from"], foretold["from"]);
+  EXPECT_EQ(Message()["room"]["faces"][0]["sounds"], foretold["sounds"]);
+  bench_.broadcast.ShowTables({{"Table 1 still playing"}, {}, "", ""});
+  EXPECT_EQ(Message()["room"]["faces"][0]["from"], foretold["from"]);
+  // Nobody could know that all tables have finished.
+  bench_.clock.Do(SessionCommand::AutoEnd);
+  const json move = Message()["room"]["faces"][0];
+  EXPECT_EQ(move["phase"], "move");
+  EXPECT_EQ(move["from"], bench_.time.Elapsed());
+  EXPECT_EQ(move["sounds"], json({static_cast<int>(Cue::EndOfRound)}));
+}
+
 TEST_F(RoomStateTest, TheMessageHasWhatAPageNeeds) {
   bench_.session.settings.Header = "<b>Łódź</b> \xff \"pairs\"";
   bench_.session.options.BMControl = true;
