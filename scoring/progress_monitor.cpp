@@ -201,6 +201,8 @@ void ProgressMonitor::BeginRound() {
   round_ = round;
   sawFinished_ = false;
   waitForPlaying_ = again || AllFinished();
+  // His way back, should he have dismissed the line.
+  parts_.link.TellOfLeftOut();
 }
 
 void ProgressMonitor::FileChanged() {

@@ -276,9 +276,17 @@ std::string ScoringLink::LabelOf(TableId table) const {
 void ScoringLink::LeaveOut(TableId table) {
   file_.leftOut[table] = model_.Sent(table);
   parts_.log.LogWrite("Table " + LabelOf(table) + " left out");
-  parts_.notices.Set({NoticeKind::LeftOutTable,
-                      fmt::format("Table {} is left out until it sends something", LabelOf(table)),
-                      "Count it again", LabelOf(table)});
+  TellOfLeftOut();
+}
+
+void ScoringLink::TellOfLeftOut() {
+  for (const auto& [table, sent] : file_.leftOut) {
+    const std::string label = LabelOf(table);
+    parts_.notices.Clear(NoticeKind::LeftOutTable, label);
+    parts_.notices.Set({NoticeKind::LeftOutTable,
+                        fmt::format("Table {} is left out until it sends something", label),
+                        "Count it again", label});
+  }
 }
 
 void ScoringLink::Act(const Notice& notice) {

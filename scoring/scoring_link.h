@@ -75,6 +75,7 @@ class ScoringLink : public FollowedScoring {
 
   /// A table does not count any more, until it sends something or the director counts it again.
   void LeaveOut(TableId table);
+  void TellOfLeftOut() override;
   /// The director pressed the button of a line about the file.
   void Act(const Notice& notice);
 

@@ -106,6 +106,8 @@ class FollowedScoring {
   virtual bool IsTonights() const = 0;
   /// The tables that the director has left out, as far as they have sent nothing since.
   virtual std::set<TableId> LeftOut() const = 0;
+  /// Tells the director again of those tables, also where he dismissed their lines.
+  virtual void TellOfLeftOut() {}
 };
 
 /// What could not be read of a file, "3 rows could not be read"; empty when all could.

@@ -169,9 +169,15 @@ TEST_F(TrustTest, ATableThatWasLeftOutCanBeCountedAgain) {
   EXPECT_EQ(StateOf(8), TableState::LeftOut);
   const Notice line = bench.lines.back();
   EXPECT_EQ(line.action, "Count it again");
+  // A line that he dismissed comes again with the next round: he may think better of it.
+  bench.notices.Dismiss(line);
+  bench.PassWithPolls(5);
+  EXPECT_EQ(Line(NoticeKind::LeftOutTable), "");
+  bench.clocks.clock.Do(SessionCommand::NextRound);
+  EXPECT_EQ(Line(NoticeKind::LeftOutTable), line.text);
   bench.link.Act(line);
   bench.PassWithPolls(5);
-  EXPECT_EQ(StateOf(8), TableState::LastBoard);
+  EXPECT_NE(StateOf(8), TableState::LeftOut);
   // Another file knows nothing of it.
   bench.link.LeaveOut({1, 8});
   bench.link.mnuCloseFile_Click();
