@@ -17,6 +17,7 @@ class ServedSession : public SessionListener {
                 const TimeSource& time, std::function<double()> uptime);
 
   void ShowFace(const ClockFace& face) override { teller_.ShowFace(face); }
+  void Happened(EventKind kind, const std::string& text) override { teller_.Happened(kind, text); }
   void ShowTables(const ProgressFace& tables) override { teller_.ShowTables(tables); }
 
  private:

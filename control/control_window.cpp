@@ -14,13 +14,6 @@ namespace {
 constexpr int kHints = 3;          // sessions that begin with a hint
 constexpr double kSameMoment = 1;  // second; what two clocks read one after the other can differ by
 
-/// How much later than it is required a session ends; negative when it is earlier. In 12-hour form
-/// either half of the day may be meant.
-double MinutesLate(ClockTime finish, ClockTime required, TimeForm form) {
-  return std::remainder((finish.Seconds() - ToNearestMinute(required).Seconds()) / 60,
-                        form == TimeForm::Hours12 ? kMinutesPerDay / 2 : kMinutesPerDay);
-}
-
 }  // namespace
 
 template <class Step>
@@ -127,9 +120,7 @@ void ControlWindow::Change(Box box, const std::string& text) {
     if (!takenOver_.empty()) parts_.view.ShowTakenOver({});
     takenOver_.clear();
     parts_.view.OfferFavouriteSave(true);
-    if (box == Box::CurrentRound) {
-      parts_.view.SetLabel(Label::cmdStart, "Start Timer from round " + text);
-    }
+    if (box == Box::CurrentRound) ShowPlannedRound(text);
     if (box == Box::Header && parts_.session.options.ShowTitle) {
       parts_.view.SetTick(Tick::chkHeader, !text.empty());
       chkHeader_Click(!text.empty());
@@ -197,74 +188,6 @@ void ControlWindow::RewriteTimes() {
     Put(Box::FinishTime);
   });
   step([&] { DoCalc(); });
-}
-
-void ControlWindow::DoCalc() {
-  Standing standing = parts_.clock.Now();
-  if (!Runs(standing.phase)) standing = {Phase::Idle, planned_.round};
-  Calculate(standing);
-}
-
-void ControlWindow::Calculate(const Standing& standing) {
-  SessionSettings& s = Settings();
-  const bool underWay = Runs(standing.phase);
-  const ClockTime start = underWay ? parts_.time.TimeOfDay() : planned_.time;
-  if (s.Calculate == 1) {
-    if (!s.RequiredFinish) {
-      s.RequiredFinish = DefaultRequiredFinish(planned_.time);
-      Put(Box::FinishTime);
-    }
-    s.MinPerRound = underWay ? CalcRoundTimeLive(s, standing, start, Form()).value_or(s.MinPerRound)
-                             : CalcRoundTime(s, standing.round, start, Form());
-    Put(Box::MinPerRound);
-    parts_.view.SetLabel(Label::lblMinPerRound, TwoDecimals(s.MinPerRound));
-  }
-  ShowSchedule(underWay ? CalcFinish(s, standing, start) : CalcFinishTime(s, standing.round, start),
-               standing, start);
-  parts_.clock.Refresh();
-}
-
-/// A line each for what the director has set and the evening will not have.
-void ControlWindow::TellWhatWillNotBe(double minutesLate) {
-  const SessionSettings& s = Settings();
-  // Every second, so that a text is made only where there is something to tell.
-  if (minutesLate > 0) {
-    parts_.notices.Set({NoticeKind::Finish,
-                        fmt::format("The finish at {} will not be met", TextOf(Box::FinishTime))});
-  } else {
-    parts_.notices.Clear(NoticeKind::Finish);
-  }
-  if (s.BreakFollows(s.BreakAfterRound) && !s.BreakComes()) {
-    parts_.notices.Set({NoticeKind::Break,
-                        fmt::format("No break will come: it is set after round {}, and the session "
-                                    "has {} round{}",
-                                    s.BreakAfterRound, s.nRounds, s.nRounds == 1 ? "" : "s")});
-  } else {
-    parts_.notices.Clear(NoticeKind::Break);
-  }
-}
-
-void ControlWindow::ShowSchedule(const Schedule& schedule, const Standing& standing,
-                                 ClockTime start) {
-  SessionSettings& s = Settings();
-  const bool required = s.Calculate == 1 && s.RequiredFinish;
-  const double late = required ? MinutesLate(schedule.finish, *s.RequiredFinish, Form()) : 0;
-  // The half of the day that was meant stands in the box too.
-  if (required && late == 0 &&
-      MinutesLate(schedule.finish, *s.RequiredFinish, TimeForm::Hours24) != 0) {
-    s.RequiredFinish = schedule.finish;
-    PutIfChanged(Box::FinishTime);
-  }
-  parts_.view.SetLabel(Label::lblFinish,
-                       required && late == 0 ? "Required Finish Time" : "Estimated Finish Time");
-  TellWhatWillNotBe(late);
-  parts_.view.SetLabel(Label::lblFinishTime, TimeText(schedule.finish, Form()));
-  parts_.view.SetLabel(Label::lblBreakTime,
-                       schedule.breakAt ? TimeText(*schedule.breakAt, Form()) : std::string());
-  const auto lines = Timetable(s, standing);
-  evening_ = Runs(standing.phase) ? soFar_.Whole(lines, parts_.time.Uptime(), start)
-                                  : Evening{lines, start};
-  parts_.view.ShowEvening(evening_);
 }
 
 bool ControlWindow::RefuseRoundLength(float minutes) {
@@ -359,7 +282,7 @@ void ControlWindow::PlanRound(int16_t round) {
   planned_.round = round;
   if (TextOf(Box::CurrentRound) == shown_[static_cast<size_t>(Box::CurrentRound)]) return;
   Put(Box::CurrentRound);
-  ShowPlannedRound();
+  ShowPlannedRound(TextOf(Box::CurrentRound));
 }
 
 /// All was played; the next Start is that of another evening.
@@ -372,8 +295,8 @@ void ControlWindow::ShowEnd() {
   parts_.view.ShowEvening(evening_);
 }
 
-void ControlWindow::ShowPlannedRound() {
-  parts_.view.SetLabel(Label::cmdStart, "Start Timer from round " + TextOf(Box::CurrentRound));
+void ControlWindow::ShowPlannedRound(const std::string& round) {
+  parts_.view.SetLabel(Label::cmdStart, "Start Timer from round " + round);
 }
 
 /// The proposal for the next Start follows the clock whenever that goes on to another round or

@@ -102,7 +102,7 @@ class ControlWindow : public SessionListener {
   bool StoreBreakRound(const std::string& text);
   void StoreNumberOfRounds(const std::string& text);
   void PlanRound(int16_t round);
-  void ShowPlannedRound();
+  void ShowPlannedRound(const std::string& round);
   void ShowEnd();
   void KeepRoundInPlay();
   std::string TextOf(Box box) const;

@@ -56,7 +56,7 @@ bool ControlWindow::Store(Box box, const std::string& text) {
   step([&] {
     Put(box);
     // The caption followed the typing of a number that could not be stored.
-    if (!stored && box == Box::CurrentRound) ShowPlannedRound();
+    if (!stored && box == Box::CurrentRound) ShowPlannedRound(TextOf(Box::CurrentRound));
   });
   step([&] { DoCalc(); });
   return stored;

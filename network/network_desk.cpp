@@ -46,6 +46,10 @@ void NetworkDesk::ShowTables(const ProgressFace& tables) {
   if (teller_) teller_->ShowTables(tables);
 }
 
+void NetworkDesk::Happened(EventKind kind, const std::string& text) {
+  if (teller_) teller_->Happened(kind, text);
+}
+
 void NetworkDesk::ShowTimeOfDay(const std::string& time) {
   if (teller_) teller_->ShowTimeOfDay(time);
 }

@@ -36,6 +36,7 @@ class NetworkDesk : public SessionListener {
   void ShowFace(const ClockFace& face) override;
   void ShowTables(const ProgressFace& tables) override;
   void ShowTimeOfDay(const std::string& time) override;
+  void Happened(EventKind kind, const std::string& text) override;
 
  private:
   void Close();
