@@ -57,10 +57,11 @@ Desktop::Desktop(const std::filesystem::path& store)
                 .sounds = sounds_,
                 .timerBWS = polls_,
                 .secondsToTick = [this] { return ticks_.SecondsToTick(); }}),
-      records_(store, writer_) {
+      records_(store, writer_),
+      deviceFile_(store, writer_) {
   SessionListener* const listeners[] = {&scoring_, &frmDisplay_, &frmDisplay2_, &frmMain_,
                                         &control_, &rounds_,     &recorder_,    &watch_,
-                                        &awake_,   &network_};
+                                        &awake_,   &teller_,     &remotes_};
   for (SessionListener* listener : listeners) broadcast_.Add(*listener);
   session_.ProgramFolder = ProgramFolderPath();
   frmMain_.SetLogic(control_);
@@ -273,6 +274,10 @@ void Desktop::ShowNetworkOptions() {
   FrmOptionsNetwork({session_.options, settings_, network_, OwnAddresses(), errors_},
                     QApplication::activeWindow())
       .exec();
+}
+
+void Desktop::HearDevice(const RemoteWord& word) {
+  Guarded(errors_, "frmMain.HearDevice", [&] { remotes_.Hear(word); });
 }
 
 /// Writes the report's text where it can be written, opens it and shows the picture.

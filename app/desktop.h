@@ -19,6 +19,7 @@
 #include "scoring/scoring_desk.h"
 #include "startup/error_report.h"
 #include "startup/window/dlg_splash.h"
+#include "system/device_file.h"
 #include "system/disk.h"
 #include "system/folders.h"
 #include "system/former_settings.h"
@@ -102,6 +103,7 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
   void ShowGeneralOptions();
   void ShowUnitOptions();
   void ShowNetworkOptions();
+  void HearDevice(const RemoteWord& word);
   void ShowPlayTimes();
   void ApplyOptions();
   void ApplyOnTop();
@@ -201,14 +203,22 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
                 .notices = notices_,
                 .look = [this] { return LookAround(); },
                 .outsideChange = [this] { return store_.OutsideChange(); }}};
+  RoomTeller teller_{{.session = session_, .clock = clock_, .time = time_}};
+  DeviceFile deviceFile_;
+  RemoteDesk remotes_{{.clock = clock_, .notices = notices_, .keeper = deviceFile_}};
   NetworkDesk network_{
-      {.session = session_,
-       .clock = clock_,
-       .time = time_,
+      {.options = session_.options,
        .notices = notices_,
+       .teller = teller_,
+       .remotes = remotes_,
        .server = {.uptime = [this] { return time_.Uptime(); },
                   .sound = [folder = ProgramFolderPath()](
-                               const std::string& file) { return SoundBytes(file, folder); }},
+                               const std::string& file) { return SoundBytes(file, folder); },
+                  .heard =
+                      [this](const RemoteWord& word) {
+                        QMetaObject::invokeMethod(
+                            this, [this, word] { HearDevice(word); }, Qt::QueuedConnection);
+                      }},
        .limits = WebServer::Limits::Within(RaiseOpenFiles())}};
   DialogPlacer dialogPlacer_{{&frmDisplay_, &frmDisplay2_}, [this] { return DirectorsWindow(); }};
   QRect mainPlace_;      // of the control window when it was hidden

@@ -22,6 +22,7 @@ bool Desktop::Load() {
   if (!ImportStandardSettings(session_.ProgramFolder, disk_, store_, prompts_, errors_))
     return false;
   favourites_.Reload();
+  remotes_.Load();
   ApplyOptions();
   return true;
 }

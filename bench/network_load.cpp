@@ -126,11 +126,12 @@ void Wait(double seconds) {
 int Run(int pages) {
   RaiseOpenFiles();
   ClockBench bench;
-  auto server = WebServer::Listen("127.0.0.1", 0,
-                                  {Uptime, [](const std::string&) { return std::nullopt; }}, {});
+  auto server = WebServer::Listen(
+      "127.0.0.1", 0,
+      {Uptime, [](const std::string&) { return std::nullopt; }, [](const RemoteWord&) {}}, {});
   if (!server) return 1;
-  RoomTeller teller({bench.session, bench.clock, bench.time,
-                     [&](const RoomState& state) { server.Value()->Show(state); }});
+  RoomTeller teller({bench.session, bench.clock, bench.time});
+  teller.TellTo([&](const RoomState& state) { server.Value()->Show(state); });
   bench.broadcast.Add(teller);
   bench.clock.Start(1);
   const double before = ResidentKilobytes();

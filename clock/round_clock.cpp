@@ -25,6 +25,7 @@ double ToNextWholeSecond(double left) {
 /// Every command and tick: one reading of the time, what fell due meanwhile, then the work, the
 /// new face and the wake-up for the next tick.
 void RoundClock::Handle(const std::function<void()>& command) {
+  by_.clear();
   HandlerSteps step(parts_.errors, "frmMain.TimerRound_Timer");
   step([&] { BringUpToDate(); });
   step(command);
@@ -104,50 +105,61 @@ PossibleCommands RoundClock::Can() const {
 }
 
 void RoundClock::Do(SessionCommand command) {
+  Handle([&] { CarryOut(command); });
+}
+
+void RoundClock::DoFor(const std::string& by, SessionCommand command,
+                       const std::function<bool()>& still) {
   Handle([&] {
-    switch (command) {
-      case SessionCommand::Start:
-        break;  // needs a round
-      case SessionCommand::Pause:
-      case SessionCommand::AutoPause:
-        Pause(command == SessionCommand::AutoPause);
-        break;
-      case SessionCommand::Resume:
-      case SessionCommand::AutoResume:
-        Resume(command == SessionCommand::AutoResume);
-        break;
-      case SessionCommand::NextRound:
-        if (!Can().nextRound) break;
-        Remember(command);
-        AdvanceRound();
-        break;
-      case SessionCommand::Restart:
-        if (!Can().restart) break;
-        Remember(command);
-        // Rounds may have been struck off since the session ended.
-        state_.round = std::min(state_.round, Settings().nRounds);
-        StartRound();
-        break;
-      case SessionCommand::AddMinute:
-        ChangeMinutes(1);
-        break;
-      case SessionCommand::SubtractMinute:
-        ChangeMinutes(-1);
-        break;
-      case SessionCommand::AutoEnd:
-        EndRoundNow();
-        break;
-      case SessionCommand::Undo:
-        Undo();
-        break;
-      case SessionCommand::TakeOutGap:
-        TakeOutGap();
-        break;
-      case SessionCommand::LeaveGapIn:
-        gap_.reset();
-        break;
-    }
+    if (!still()) return;
+    by_ = by;
+    CarryOut(command);
   });
+}
+
+void RoundClock::CarryOut(SessionCommand command) {
+  switch (command) {
+    case SessionCommand::Start:
+      break;  // needs a round
+    case SessionCommand::Pause:
+    case SessionCommand::AutoPause:
+      Pause(command == SessionCommand::AutoPause);
+      break;
+    case SessionCommand::Resume:
+    case SessionCommand::AutoResume:
+      Resume(command == SessionCommand::AutoResume);
+      break;
+    case SessionCommand::NextRound:
+      if (!Can().nextRound) break;
+      Remember(command);
+      AdvanceRound();
+      break;
+    case SessionCommand::Restart:
+      if (!Can().restart) break;
+      Remember(command);
+      // Rounds may have been struck off since the session ended.
+      state_.round = std::min(state_.round, Settings().nRounds);
+      StartRound();
+      break;
+    case SessionCommand::AddMinute:
+      ChangeMinutes(1);
+      break;
+    case SessionCommand::SubtractMinute:
+      ChangeMinutes(-1);
+      break;
+    case SessionCommand::AutoEnd:
+      EndRoundNow();
+      break;
+    case SessionCommand::Undo:
+      Undo();
+      break;
+    case SessionCommand::TakeOutGap:
+      TakeOutGap();
+      break;
+    case SessionCommand::LeaveGapIn:
+      gap_.reset();
+      break;
+  }
 }
 
 void RoundClock::Pause(bool automatic) {

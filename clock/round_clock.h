@@ -57,6 +57,9 @@ class RoundClock {
   /// Carries out any other command. Undo: the session stands where it would stand without the last
   /// one, and cues that were played since are not played again.
   void Do(SessionCommand command);
+  /// The same for one that comes from the device `by`, where it was given on what was seen there:
+  /// does nothing unless `still` holds of the clock as it stands at this moment.
+  void DoFor(const std::string& by, SessionCommand command, const std::function<bool()>& still);
   /// Takes warnings of the round that counts down as given.
   void OmitWarnings(bool last, bool early);
 
@@ -78,6 +81,8 @@ class RoundClock {
   /// of the count-down. Only while it counts.
   double NextMoment() const;
   const std::vector<UndoStep>& UndoSteps() const { return undo_.Steps(); }
+  /// What Undo would take back now; null when nothing.
+  const UndoStep* NextUndo() const { return undo_.Next(parts_.time.Uptime()); }
   /// Goes on from a state of an earlier run of the program, its marks and those of its commands
   /// already by this run's uptime.
   void Continue(const ClockState& state, std::vector<UndoStep> undo);
@@ -95,6 +100,7 @@ class RoundClock {
   bool Counting() const { return state_.phase == Phase::Round || state_.phase == Phase::Break; }
   bool InFinalRound() const { return state_.round >= Settings().nRounds; }
   void Handle(const std::function<void()>& command);
+  void CarryOut(SessionCommand command);
   void BringUpToDate();
   void CatchUp(double since);
   void Count();
@@ -138,6 +144,7 @@ class RoundClock {
   double heardFrom_ = kNever;  // uptime from which a cue that was played is not played again
   std::array<double, kCues> playedAt_ = ForEachCue(-1.0);  // uptime
   UndoList undo_;
+  std::string by_;  // the device that the command at hand came from
   std::optional<Gap> gap_;
 };
 

@@ -20,7 +20,7 @@ void RoundClock::NoticeGap(double away) {
 
 /// Before a command takes effect.
 void RoundClock::Remember(SessionCommand command) {
-  undo_.Push({command, now_, state_});
+  undo_.Push({command, now_, state_, by_});
   // From here on it would take more than the gap out.
   if (gap_) gap_->before.reset();
 }

@@ -25,12 +25,13 @@ void UndoList::Push(const UndoStep& step) {
   steps_.push_back(step);
 }
 
-bool UndoList::Offers(double uptime) const {
-  return !steps_.empty() && uptime - steps_.back().at < kForgottenAfter;
+const UndoStep* UndoList::Next(double uptime) const {
+  const bool offers = !steps_.empty() && uptime - steps_.back().at < kForgottenAfter;
+  return offers ? &steps_.back() : nullptr;
 }
 
 std::optional<UndoStep> UndoList::Take(double uptime) {
-  if (!Offers(uptime)) return {};
+  if (Next(uptime) == nullptr) return {};
   const UndoStep step = steps_.back();
   steps_.pop_back();
   return step;
@@ -38,15 +39,16 @@ std::optional<UndoStep> UndoList::Take(double uptime) {
 
 std::string UndoList::JustDone(double uptime) const {
   if (steps_.empty() || uptime - steps_.back().at >= kJustNow) return {};
-  const SessionCommand command = steps_.back().command;
+  const auto& [command, at, before, by] = steps_.back();
   const bool given = command >= SessionCommand::Pause && command <= SessionCommand::SubtractMinute;
-  return given ? std::string(NameOf(command)) : std::string();
+  if (!given) return {};
+  return fmt::format("{}{}{}", NameOf(command), by.empty() ? "" : " by ", by);
 }
 
 std::string UndoList::Label(double uptime) const {
-  if (!Offers(uptime)) return {};
-  const UndoStep& step = steps_.back();
-  return fmt::format("Undo {}, {}", NameOf(step.command), AgoText(uptime - step.at));
+  const UndoStep* const step = Next(uptime);
+  if (step == nullptr) return {};
+  return fmt::format("Undo {}, {}", NameOf(step->command), AgoText(uptime - step->at));
 }
 
 }  // namespace corvanel

@@ -36,6 +36,7 @@ struct UndoStep {
   SessionCommand command = SessionCommand::Start;
   double at = 0;  // uptime in seconds
   ClockState before;
+  std::string by = {};  // the device that it came from; empty: this computer
 
   bool operator==(const UndoStep&) const = default;
 };
@@ -51,17 +52,17 @@ class UndoList {
   void Push(const UndoStep& step);
   /// The command to take back at `uptime`, off the list; nothing when there is none.
   std::optional<UndoStep> Take(double uptime);
+  /// The same, left on the list; null when there is none.
+  const UndoStep* Next(double uptime) const;
   /// "Undo next round, 12 s ago"; empty when nothing can be taken back.
   std::string Label(double uptime) const;
-  /// What the director did a moment ago, by button or key: "next round". Empty when nothing, and
-  /// for a start.
+  /// What the director did a moment ago, by button, key or device: "next round", "pause by Ann's
+  /// phone". Empty when nothing, and for a start.
   std::string JustDone(double uptime) const;
   const std::vector<UndoStep>& Steps() const { return steps_; }
   void Replace(std::vector<UndoStep> steps) { steps_ = std::move(steps); }
 
  private:
-  bool Offers(double uptime) const;
-
   std::vector<UndoStep> steps_;
 };
 

@@ -1,20 +1,13 @@
 #include "console/commands.h"
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <array>
-#include <chrono>
-#include <cstdio>
-#include <thread>
 
 #include "basics/numbers.h"
-#include "clock/round_clock.h"
-#include "clock/virtual_time.h"
 #include "console/scoring.h"
-#include "console/served_session.h"
-#include "scoring/progress_monitor.h"
+#include "console/session_run.h"
 #include "scoring/take_over.h"
 #include "session/captions.h"
 #include "session/timetable.h"
@@ -26,14 +19,6 @@
 
 namespace corvanel {
 namespace {
-
-/// Without a director to ask, an unexpected error ends the command.
-class EndOnError : public ErrorTrap {
- public:
-  void ReportError(std::string_view /*place*/, const RuntimeError& error, int /*line*/) override {
-    throw UsageError(error.what());
-  }
-};
 
 /// Puts the settings of the command line into the store's memory; the file stays as it is. Where
 /// a favourite supplies the settings in use, they are changed in its section too.
@@ -60,17 +45,10 @@ void TakeShape(const ConsoleArguments& arguments, Session& session) {
   session.settings = set;
 }
 
-/// A session to be planned or run, and the round and time with which it starts.
-struct Plan {
-  Session session;
-  int16_t round = 1;
-  ClockTime start;
-};
-
 Plan LoadPlan(const ConsoleArguments& arguments) {
   EndOnError errors;
   DiskWriter writer;  // which nothing is written with
-  JsonStore store(arguments.store.empty() ? DefaultStoreFile() : PathOf(arguments.store), writer);
+  JsonStore store(StoreOf(arguments), writer);
   if (!store.Damage().empty()) throw UsageError(store.Damage());
   Session session;
   session.ProgramFolder = ProgramFolderPath();
@@ -110,89 +88,6 @@ void PrintPlan(const Plan& plan) {
   }
 }
 
-/// Prints the session's events; shows and plays nothing.
-class EventPrinter : public SessionListener, public SoundPlayer {
- public:
-  explicit EventPrinter(const TimeSource& time) : time_(time) {}
-  void Happened(EventKind kind, const std::string& text) override {
-    fmt::print("{}\t{}\t{}\n", TimeTextWithSeconds(time_.TimeOfDay()),
-               kEventNames[static_cast<size_t>(kind)], text);
-  }
-  void ShowTables(const ProgressFace& face) override {
-    if (face.lines == lines_) return;
-    lines_ = face.lines;
-    fmt::print("{}\tprogress\t{}\n", TimeTextWithSeconds(time_.TimeOfDay()),
-               fmt::join(lines_, "; "));
-  }
-  void Play(const std::string& /*file*/) override {}
-  void Test(const std::string& /*file*/) override {}
-  void StopTest() override {}
-  SoundFitness Fitness(const std::string& /*file*/) const override { return SoundFitness::Fine; }
-
- private:
-  const TimeSource& time_;
-  std::vector<std::string> lines_;
-};
-
-void Run(const Plan& plan, const ConsoleArguments& arguments) {
-  const Session& session = plan.session;
-  const float minutes = session.settings.MinPerRound;
-  if (minutes <= 0) throw UsageError("The minutes per round must be greater than 0");
-  if (minutes > kLongestPhase) throw UsageError("The minutes per round must be 600 or less");
-  EndOnError errors;
-  // Named like no other run, so that a page knows that its uptimes hold no more.
-  const Moment now = SystemTime().ThisMoment();
-  VirtualTime time(plan.start, {}, fmt::format("{} {}", now.boot, now.uptime));
-  EventPrinter printer(time);
-  Broadcast broadcast(errors);
-  RoundClock clock({session, time, time, printer, broadcast, errors});
-  double last = 1e18;
-  if (arguments.until) {
-    last = ClockTime(arguments.until->Seconds() - time.TimeOfDay().Seconds()).Seconds();
-  }
-  std::optional<Replay> replay;
-  if (!arguments.replay.empty()) replay.emplace(ReadScoring(arguments.replay), session, time);
-  NoLog storage;
-  ActivityLog log(session, time, storage);
-  Notices notices(broadcast);
-  std::optional<ProgressMonitor> monitor;
-  if (replay) {
-    monitor.emplace(ProgressMonitor::Parts{session, *replay, clock, broadcast, printer, time, log,
-                                           errors, notices});
-    broadcast.Add(*monitor);
-  }
-  broadcast.Add(printer);
-  double nextPoll = replay ? 0 : 1e18;
-  const auto began = std::chrono::steady_clock::now();
-  std::optional<ServedSession> served;
-  if (!arguments.serve.empty()) {
-    served.emplace(arguments.serve, session, clock, time, [began] {
-      return std::chrono::duration<double>(std::chrono::steady_clock::now() - began).count();
-    });
-    broadcast.Add(*served);
-  }
-  clock.Start(plan.round);
-  while (time.Due() && *time.Due() <= last && clock.State().phase != Phase::Ended) {
-    const bool poll = nextPoll < *time.Due();
-    if (arguments.speed > 0) {
-      std::fflush(stdout);
-      const double next = poll ? nextPoll : *time.Due();
-      std::this_thread::sleep_until(began + std::chrono::duration<double>(next / arguments.speed));
-    }
-    if (poll) {
-      time.PassTo(nextPoll);
-      monitor->TimerBWS_Timer();
-      nextPoll += kPollSeconds;
-    } else {
-      time.PassToWakeUp();
-      clock.Tick();
-    }
-  }
-  std::fflush(stdout);
-  // Who looks at the end of the session finds it there.
-  while (served && !arguments.until) std::this_thread::sleep_for(std::chrono::hours(1));
-}
-
 }  // namespace
 
 void RunCommand(const ConsoleArguments& arguments) {
@@ -204,7 +99,7 @@ void RunCommand(const ConsoleArguments& arguments) {
   if (arguments.command == "plan") {
     PrintPlan(plan);
   } else {
-    Run(plan, arguments);
+    SessionRun(plan, arguments).Go();
   }
 }
 

@@ -1,28 +1,61 @@
 #pragma once
 
+#include <chrono>
+#include <condition_variable>
+#include <deque>
+#include <filesystem>
+#include <functional>
 #include <memory>
+#include <mutex>
+#include <optional>
 #include <string>
+#include <vector>
 
+#include "network/remote_desk.h"
 #include "network/room_teller.h"
 #include "network/web_server.h"
+#include "system/device_file.h"
 
 namespace corvanel {
 
-/// Shows a session that runs in real time in browsers.
-class ServedSession : public SessionListener {
+/// Shows a session that runs in real time in browsers, and has it led from there.
+class ServedSession {
  public:
+  struct Parts {
+    const Session& session;
+    RoundClock& clock;
+    const TimeSource& time;
+    Notices& notices;
+    Broadcast& broadcast;
+    std::filesystem::path store;  // the settings file, beside which the devices are kept
+  };
   /// `place`: "[ADDRESS:]PORT". `uptime`: the clock's, in seconds, asked in another thread.
-  /// Prints where the pages are. Throws UsageError when they cannot be there.
-  ServedSession(const std::string& place, const Session& session, const RoundClock& clock,
-                const TimeSource& time, std::function<double()> uptime);
+  /// Prints where the pages are, and the code with which a device can come in to lead. Throws
+  /// UsageError when they cannot be there.
+  ServedSession(const std::string& place, const Parts& parts, std::function<double()> uptime);
+  ~ServedSession();
+  ServedSession(const ServedSession&) = delete;
+  ServedSession& operator=(const ServedSession&) = delete;
 
-  void ShowFace(const ClockFace& face) override { teller_.ShowFace(face); }
-  void Happened(EventKind kind, const std::string& text) override { teller_.Happened(kind, text); }
-  void ShowTables(const ProgressFace& tables) override { teller_.ShowTables(tables); }
+  /// Waits for a device to say something; nothing when none has until then.
+  std::optional<RemoteWord> WaitUntil(std::chrono::steady_clock::time_point moment);
+  /// Carries that out.
+  void Hear(const RemoteWord& word);
 
  private:
-  std::unique_ptr<WebServer> server_;
+  void Listen(const std::string& place, std::function<double()> uptime);
+  void Queue(const RemoteWord& word);
+  void PrintCode() const;
+
+  DiskWriter writer_;
   RoomTeller teller_;
+  DeviceFile devices_;
+  RemoteDesk remotes_;
+  std::vector<std::string> pages_;
+  std::mutex mutex_;
+  std::condition_variable came_;
+  std::deque<RemoteWord> words_;  // not carried out yet
+  std::unique_ptr<WebServer> server_;
 };
 
 }  // namespace corvanel

@@ -9,17 +9,17 @@ std::string PageAddress(const std::string& host, int port) {
 }
 
 void NetworkDesk::Close() {
-  teller_.reset();
+  parts_.teller.TellTo({});
+  parts_.remotes.SpeakBy(nullptr);
   server_.reset();
   port_ = 0;
-  parts_.notices.Clear(NoticeKind::Network);
 }
 
 void NetworkDesk::Apply() {
-  const Options& options = parts_.session.options;
-  const int port = options.NetworkOn ? options.NetworkPort : 0;
+  const int port = parts_.options.NetworkOn ? parts_.options.NetworkPort : 0;
   if (port == port_ && (port == 0 || server_)) return;
   Close();
+  parts_.notices.Clear(NoticeKind::Network);
   if (port == 0) return;
   auto server =
       WebServer::Listen("0.0.0.0", static_cast<uint16_t>(port), parts_.server, parts_.limits);
@@ -32,26 +32,8 @@ void NetworkDesk::Apply() {
   }
   port_ = port;
   server_ = std::move(server.Value());
-  teller_.emplace(RoomTeller::Parts{parts_.session, parts_.clock, parts_.time,
-                                    [this](const RoomState& state) { server_->Show(state); }});
-  teller_->ShowTables(tables_);
-}
-
-void NetworkDesk::ShowFace(const ClockFace& face) {
-  if (teller_) teller_->ShowFace(face);
-}
-
-void NetworkDesk::ShowTables(const ProgressFace& tables) {
-  tables_ = tables;
-  if (teller_) teller_->ShowTables(tables);
-}
-
-void NetworkDesk::Happened(EventKind kind, const std::string& text) {
-  if (teller_) teller_->Happened(kind, text);
-}
-
-void NetworkDesk::ShowTimeOfDay(const std::string& time) {
-  if (teller_) teller_->ShowTimeOfDay(time);
+  parts_.remotes.SpeakBy(server_.get());
+  parts_.teller.TellTo([this](const RoomState& state) { server_->Show(state); });
 }
 
 }  // namespace corvanel

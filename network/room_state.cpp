@@ -34,10 +34,6 @@ std::string Text(Colour colour) {
   return fmt::format("#{:02x}{:02x}{:02x}", colour.red, colour.green, colour.blue);
 }
 
-const char* NameOf(Phase phase) {
-  return kPhases[static_cast<size_t>(phase)];
-}
-
 ordered_json JsonOf(const ElementStyle& style) {
   return {{"font", style.Name},
           {"points", style.Size},
@@ -122,6 +118,10 @@ ordered_json LooksOf(const Session& session) {
 }
 
 }  // namespace
+
+const char* NameOf(Phase phase) {
+  return kPhases[static_cast<size_t>(phase)];
+}
 
 RoomState::RoomState(const Session& session, std::vector<FaceAhead> faces,
                      const ProgressFace& progress, const Moment& now, ClockTime timeOfDay)

@@ -10,6 +10,9 @@
 
 namespace corvanel {
 
+/// The phase as other programs are told it: "move".
+const char* NameOf(Phase phase);
+
 /// All that a display elsewhere needs to show the session by itself: what it shows from which
 /// moment on. A value; docs/network.md describes the two forms in which it goes out.
 class RoomState {

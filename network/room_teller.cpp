@@ -20,7 +20,15 @@ bool Alike(const ClockFace& one, const ClockFace& other) {
 
 }  // namespace
 
+void RoomTeller::TellTo(Hearer hearer) {
+  hearer_ = std::move(hearer);
+  told_ = {};
+  heard_.clear();
+  Tell();
+}
+
 void RoomTeller::ShowFace(const ClockFace& face) {
+  if (!hearer_) return;
   Grounds grounds{parts_.session, parts_.clock.State(), face.finish + face.breakLine};
   if (grounds == grounds_) return;
   grounds_ = std::move(grounds);
@@ -37,7 +45,7 @@ void RoomTeller::ShowTables(const ProgressFace& tables) {
 }
 
 void RoomTeller::Happened(EventKind kind, const std::string& text) {
-  if (kind == EventKind::Sound) heard_.push_back(text);
+  if (kind == EventKind::Sound && hearer_) heard_.push_back(text);
 }
 
 /// A face that was told before began when it was told to begin, with the sounds that it had: a page
@@ -60,13 +68,14 @@ void RoomTeller::SayWhenItBegan(FaceAhead& present, double now) {
 }
 
 void RoomTeller::Tell() {
+  if (!hearer_) return;
   auto faces = FacesAhead(parts_.session, parts_.clock.State(), parts_.time, kFaces);
   SayWhenItBegan(faces.front(), parts_.time.Uptime());
   RoomState state(parts_.session, std::move(faces), tables_, parts_.time.ThisMoment(),
                   parts_.time.TimeOfDay());
   if (!state.Tells(told_)) return;
   told_ = state;
-  parts_.tell(state);
+  hearer_(state);
 }
 
 }  // namespace corvanel

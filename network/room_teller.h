@@ -7,17 +7,20 @@
 
 namespace corvanel {
 
-/// Tells displays elsewhere how the session stands and goes on, whenever that has changed. The
-/// seconds pass without a word.
+/// Tells displays elsewhere, if there are any, how the session stands and goes on, whenever that
+/// has changed. The seconds pass without a word.
 class RoomTeller : public SessionListener {
  public:
   struct Parts {
     const Session& session;
     const RoundClock& clock;
     const TimeSource& time;
-    std::function<void(const RoomState& state)> tell;
   };
-  explicit RoomTeller(Parts parts) : parts_(std::move(parts)) {}
+  using Hearer = std::function<void(const RoomState& state)>;
+  explicit RoomTeller(const Parts& parts) : parts_(parts) {}
+
+  /// Tells this one from now on, and how things stand at once; none: nobody.
+  void TellTo(Hearer hearer);
 
   void ShowFace(const ClockFace& face) override;
   void ShowTables(const ProgressFace& tables) override;
@@ -38,6 +41,7 @@ class RoomTeller : public SessionListener {
   void SayWhenItBegan(FaceAhead& present, double now);
 
   Parts parts_;
+  Hearer hearer_;
   Grounds grounds_;
   std::string timeOfDay_;
   ProgressFace tables_;

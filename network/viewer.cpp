@@ -16,6 +16,7 @@ constexpr int kMessagesAMinute = 120;
 constexpr size_t kMostWaiting = 4;  // answers
 constexpr auto kHandshake = std::chrono::seconds(10);
 constexpr auto kSilence = std::chrono::seconds(40);
+constexpr auto kGuess = std::chrono::seconds(1);
 
 /// The number that a page sent with its question for the time; nothing for all else.
 std::optional<double> AskedAt(std::string_view text) {
@@ -29,8 +30,11 @@ std::optional<double> AskedAt(std::string_view text) {
 
 }  // namespace
 
-Viewer::Viewer(beast::tcp_stream stream, Viewers& viewers)
-    : socket_(std::move(stream)), viewers_(viewers) {
+Viewer::Viewer(uint64_t number, beast::tcp_stream stream, Viewers& viewers)
+    : socket_(std::move(stream)),
+      viewers_(viewers),
+      slow_(socket_.get_executor()),
+      number_(number) {
   beast::get_lowest_layer(socket_).expires_never();
   websocket::stream_base::timeout times{kHandshake, kSilence, true};
   socket_.set_option(times);
@@ -40,9 +44,9 @@ Viewer::Viewer(beast::tcp_stream stream, Viewers& viewers)
 
 void Viewer::Accept(const WebRequest& request) {
   socket_.async_accept(request, [self = shared_from_this()](beast::error_code error) {
-    if (error) return;
-    self->joined_ = true;
-    self->viewers_.Joined(self);
+    if (error) return self->Leave();
+    self->open_ = true;
+    self->viewers_.Joined(*self);
     self->Read();
   });
 }
@@ -52,20 +56,31 @@ void Viewer::Send(const SharedText& state) {
   Write();
 }
 
+void Viewer::Tell(const SharedText& devices) {
+  devices_ = devices;
+  Write();
+}
+
+void Viewer::Answer(std::string text) {
+  answers_.push_back(std::make_shared<const std::string>(std::move(text)));
+  Write();
+}
+
 void Viewer::Close() {
   beast::error_code ignored;
   beast::get_lowest_layer(socket_).socket().close(ignored);
 }
 
 void Viewer::Leave() {
-  if (std::exchange(joined_, false)) viewers_.Left(*this);
+  open_ = false;
+  viewers_.Left(*this);
 }
 
-/// More than any page has to ask.
+/// More than any page has to say.
 bool Viewer::Hurries() {
   const double now = viewers_.Uptime();
-  if (now - secondOf_ > 60) {
-    secondOf_ = now;
+  if (now - minuteOf_ > 60) {
+    minuteOf_ = now;
     messages_ = 0;
   }
   return ++messages_ > kMessagesAMinute || answers_.size() >= kMostWaiting;
@@ -78,39 +93,52 @@ void Viewer::Read() {
       self->Leave();
       return;
     }
-    self->Answer();
-    self->received_.consume(self->received_.size());
-    self->Read();
+    self->Received();
   });
 }
 
-void Viewer::Answer() {
+/// Who guesses has to wait.
+void Viewer::Received() {
   const auto bytes = received_.cdata();
-  const auto asked = AskedAt({static_cast<const char*>(bytes.data()), bytes.size()});
-  if (!asked) return;
-  answers_.push_back(std::make_shared<const std::string>(
-      fmt::format("{{\"asked\":{},\"now\":{:.6f}}}", *asked, viewers_.Uptime())));
-  Write();
+  const bool understood = Understand({static_cast<const char*>(bytes.data()), bytes.size()});
+  received_.consume(received_.size());
+  if (understood) return Read();
+  slow_.expires_after(kGuess);
+  slow_.async_wait([self = shared_from_this()](beast::error_code stopped) {
+    if (!stopped) self->Read();
+  });
+}
+
+/// False for what only somebody says who tries something.
+bool Viewer::Understand(std::string_view text) {
+  if (const auto asked = AskedAt(text)) {
+    Answer(fmt::format("{{\"asked\":{},\"now\":{:.6f}}}", *asked, viewers_.Uptime()));
+  } else if (text == "hello") {
+    Answer(fmt::format("{{\"challenge\":\"{}\"}}", line_.Challenge()));
+  } else if (text.starts_with("say ")) {
+    return viewers_.Said(*this, text);
+  }
+  return true;
 }
 
 void Viewer::Write() {
-  if (sending_) return;
+  if (sending_ || !open_) return;
   if (!answers_.empty()) {
     sending_ = answers_.front();
     answers_.pop_front();
-  } else {
+  } else if (state_) {
     sending_ = std::exchange(state_, nullptr);
+  } else {
+    sending_ = std::exchange(devices_, nullptr);
   }
   if (!sending_) return;
   socket_.text(true);
   socket_.async_write(boost::asio::buffer(*sending_),
                       [self = shared_from_this()](beast::error_code error, size_t) {
                         self->sending_.reset();
-                        if (error) {
-                          self->Leave();
-                        } else {
-                          self->Write();
-                        }
+                        // What comes to an end here also ends the reading.
+                        if (error) return self->Close();
+                        self->Write();
                       });
 }
 

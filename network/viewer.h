@@ -1,11 +1,14 @@
 #pragma once
 
+#include <boost/asio/steady_timer.hpp>
 #include <boost/beast/core.hpp>
 #include <boost/beast/websocket.hpp>
 #include <deque>
 #include <memory>
 #include <string>
+#include <string_view>
 
+#include "network/remote_devices.h"
 #include "network/web_answer.h"
 
 namespace corvanel {
@@ -19,38 +22,54 @@ class Viewer;
 class Viewers {
  public:
   virtual ~Viewers() = default;
-  virtual void Joined(const std::shared_ptr<Viewer>& viewer) = 0;
+  /// Its connection stands: it is to be sent the state.
+  virtual void Joined(Viewer& viewer) = 0;
   virtual void Left(Viewer& viewer) = 0;
+  /// A device says something; false when nobody who may.
+  virtual bool Said(Viewer& viewer, std::string_view message) = 0;
   /// The server's time, an uptime in seconds.
   virtual double Uptime() const = 0;
 };
 
-/// A page that shows the session: it is sent every new state, and what time it is when it asks.
+/// A page that shows the session: it is sent every new state, and what time it is when it asks. The
+/// page of a device that is let in is also sent what devices are told.
 class Viewer : public std::enable_shared_from_this<Viewer> {
  public:
-  Viewer(boost::beast::tcp_stream stream, Viewers& viewers);
+  /// `number` tells it from all others.
+  Viewer(uint64_t number, boost::beast::tcp_stream stream, Viewers& viewers);
   /// Answers the request that asks for the connection.
   void Accept(const WebRequest& request);
   /// A state takes the place of one that still waits to be sent: a slow page gets the latest only.
   void Send(const SharedText& state);
+  void Tell(const SharedText& devices);
+  void Answer(std::string text);
   void Close();
+
+  uint64_t Number() const { return number_; }
+  RemoteLine& Line() { return line_; }
+  std::optional<RemoteDevice> device;  // that has shown on this connection that it is let in
 
  private:
   void Read();
-  void Answer();
+  void Received();
   void Write();
   bool Hurries();
+  bool Understand(std::string_view text);
   void Leave();
 
   boost::beast::websocket::stream<boost::beast::tcp_stream> socket_;
   Viewers& viewers_;
   boost::beast::flat_buffer received_;
+  boost::asio::steady_timer slow_;
+  const uint64_t number_;
+  RemoteLine line_;
   SharedText state_;                // waits to be sent
+  SharedText devices_;              // the same
   std::deque<SharedText> answers_;  // the same
   SharedText sending_;
-  double secondOf_ = 0;  // uptime from which its messages are counted
+  double minuteOf_ = 0;  // uptime from which its messages are counted
   int messages_ = 0;
-  bool joined_ = false;
+  bool open_ = false;
 };
 
 }  // namespace corvanel

@@ -17,14 +17,21 @@ struct Route {
 
 constexpr std::string_view kHtml = "text/html; charset=utf-8";
 constexpr std::string_view kScript = "text/javascript; charset=utf-8";
+constexpr std::string_view kStyle = "text/css; charset=utf-8";
 constexpr std::string_view kPlain = "text/plain; charset=utf-8";
 
 /// Every file that there is; no path leads anywhere else.
 constexpr Route kRoutes[] = {
     {"/", "display.html", kHtml},
-    {"/display.css", "display.css", "text/css; charset=utf-8"},
+    {"/remote", "remote.html", kHtml},
+    {"/display.css", "display.css", kStyle},
+    {"/remote.css", "remote.css", kStyle},
     {"/icon.svg", "corvanel.svg", "image/svg+xml"},
+    {"/count.js", "count.js", kScript},
     {"/display.js", "display.js", kScript},
+    {"/line.js", "line.js", kScript},
+    {"/noble-hashes.js", "noble-hashes.js", kScript},
+    {"/remote.js", "remote.js", kScript},
     {"/room.js", "room.js", kScript},
     {"/sounds.js", "sounds.js", kScript},
     {"/sync.js", "sync.js", kScript},

@@ -9,6 +9,7 @@
 #include <boost/beast/core.hpp>
 #include <boost/beast/http.hpp>
 #include <boost/beast/websocket.hpp>
+#include <nlohmann/json.hpp>
 #include <set>
 #include <thread>
 #include <utility>
@@ -23,12 +24,20 @@ namespace asio = boost::asio;
 namespace beast = boost::beast;
 namespace http = beast::http;
 using asio::ip::tcp;
+using nlohmann::json;
 
 constexpr auto kRequestComes = std::chrono::seconds(10);
 constexpr auto kNoRoom = std::chrono::milliseconds(100);  // before the next connection is taken
 constexpr uint32_t kLongestHead = 8192;                   // bytes of a request
 constexpr uint64_t kLongestBody = 1024;                   // the same
 constexpr int kMostRequests = 100;                        // on one connection
+
+constexpr auto kReplace = json::error_handler_t::replace;
+
+/// The answer to a word of that number; 0 for one that was not understood.
+std::string AnswerText(uint32_t number, const std::string& refusal) {
+  return json{{"word", number}, {"refused", refusal}}.dump(-1, ' ', false, kReplace);
+}
 
 /// What a visitor needs of the server.
 class Reception : public Sources {
@@ -127,6 +136,34 @@ class WebServer::Impl : public Reception, public Viewers {
     });
   }
 
+  /// Whoever is no longer let in starts anew, and finds that out.
+  void Admit(const RemoteGate& gate) {
+    asio::post(context_, [this, gate] {
+      gate_ = gate;
+      for (const auto& viewer : viewers_) {
+        if (viewer->device && !gate_.Has(*viewer->device)) viewer->Close();
+      }
+    });
+  }
+
+  void TellDevices(const std::string& state) {
+    asio::post(context_, [this, state] {
+      devices_ = std::make_shared<const std::string>("{\"lead\":" + state + '}');
+      for (const auto& viewer : viewers_) {
+        if (viewer->device) viewer->Tell(devices_);
+      }
+    });
+  }
+
+  void Answer(const RemoteWord& word, const std::string& refusal) {
+    asio::post(context_, [this, line = word.line, number = word.number, refusal] {
+      const auto viewer =
+          std::find_if(viewers_.begin(), viewers_.end(),
+                       [&](const auto& candidate) { return candidate->Number() == line; });
+      if (viewer != viewers_.end()) (*viewer)->Answer(AnswerText(number, refusal));
+    });
+  }
+
   uint16_t Port() const { return port_; }
   size_t ViewerCount() const { return count_; }
 
@@ -159,13 +196,14 @@ class WebServer::Impl : public Reception, public Viewers {
   void VisitorLeaves() override { --visitors_; }
   void BecomesViewer(beast::tcp_stream stream, const WebRequest& request) override {
     if (viewers_.size() >= limits_.viewers) return;
-    std::make_shared<Viewer>(std::move(stream), *this)->Accept(request);
-  }
-
-  void Joined(const std::shared_ptr<Viewer>& viewer) override {
+    const auto viewer = std::make_shared<Viewer>(++lastNumber_, std::move(stream), *this);
     viewers_.insert(viewer);
     count_ = viewers_.size();
-    viewer->Send(std::make_shared<const std::string>(state_.Message(parts_.uptime())));
+    viewer->Accept(request);
+  }
+
+  void Joined(Viewer& viewer) override {
+    viewer.Send(std::make_shared<const std::string>(state_.Message(parts_.uptime())));
   }
   void Left(Viewer& viewer) override {
     viewers_.erase(viewer.shared_from_this());
@@ -173,10 +211,33 @@ class WebServer::Impl : public Reception, public Viewers {
   }
   double Uptime() const override { return parts_.uptime(); }
 
+  bool Said(Viewer& viewer, std::string_view message) override {
+    auto heard = viewer.Line().Hear(message, gate_, parts_.uptime());
+    if (!heard) {
+      const std::string& why = heard.Failure().description;
+      viewer.Answer(AnswerText(0, why));
+      return why != "unknown";
+    }
+    RemoteWord& word = heard.Value();
+    word.line = viewer.Number();
+    const bool comes = !gate_.Has(word.device);
+    if (comes) gate_.LetIn(word.device);
+    if (!viewer.device) {
+      viewer.device = word.device;
+      viewer.Answer(json{{"device", word.device.name}}.dump(-1, ' ', false, kReplace));
+      viewer.Tell(devices_);
+    }
+    if (comes || word.text != "here") parts_.heard(word);
+    return true;
+  }
+
   Parts parts_;
   Limits limits_;
   size_t visitors_ = 0;
   RoomState state_;
+  RemoteGate gate_;
+  SharedText devices_ = std::make_shared<const std::string>("{}");
+  uint64_t lastNumber_ = 0;
   std::atomic<size_t> count_ = 0;
   std::atomic<uint16_t> port_ = 0;
   asio::io_context context_{1};
@@ -207,6 +268,18 @@ Result<std::unique_ptr<WebServer>> WebServer::Listen(const std::string& address,
 
 void WebServer::Show(RoomState state) {
   impl_->Show(std::move(state));
+}
+
+void WebServer::Admit(const RemoteGate& gate) {
+  impl_->Admit(gate);
+}
+
+void WebServer::TellDevices(const std::string& state) {
+  impl_->TellDevices(state);
+}
+
+void WebServer::Answer(const RemoteWord& word, const std::string& refusal) {
+  impl_->Answer(word, refusal);
 }
 
 uint16_t WebServer::Port() const {

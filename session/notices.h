@@ -26,7 +26,8 @@ enum class NoticeKind {
   OtherSession,  // is what the scoring file holds
   SilentTable,   // sends nothing
   LeftOutTable,  // does not count until it sends something
-  Network        // other screens cannot be served
+  Network,       // other screens cannot be served
+  Devices        // those that may lead the session are not known
 };
 
 /// A line for the director: shown on his screen and never on the room's, until it is mended or

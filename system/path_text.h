@@ -18,4 +18,10 @@ inline std::string PathText(const std::filesystem::path& path) {
   return {text.begin(), text.end()};
 }
 
+/// "settings.json" with ".new" behind it.
+inline std::filesystem::path WithSuffix(std::filesystem::path file, std::string_view suffix) {
+  file += suffix;
+  return file;
+}
+
 }  // namespace corvanel

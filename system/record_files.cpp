@@ -21,11 +21,6 @@ constexpr const char* kRecord = "record";
 constexpr const char* kAlive = "alive";
 constexpr std::chrono::seconds kPatience(3);
 
-fs::path WithSuffix(fs::path file, const std::string& suffix) {
-  file += suffix;
-  return file;
-}
-
 fs::path FileOf(const fs::path& file, int age) {
   return age == 0 ? file : WithSuffix(file, fmt::format(".{}", age));
 }

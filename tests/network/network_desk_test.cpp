@@ -2,13 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/fakes.h"
+#include "tests/support/network_bench.h"
 
 namespace corvanel {
 namespace {
-
-const WebServer::Parts kNoParts = {[] { return 0.0; },
-                                   [](const std::string&) { return std::nullopt; }};
 
 class NetworkDeskTest : public testing::Test {
  protected:
@@ -28,7 +25,8 @@ class NetworkDeskTest : public testing::Test {
 
   ClockBench bench_;
   Notices notices_{bench_.broadcast};
-  NetworkDesk desk_{{bench_.session, bench_.clock, bench_.time, notices_, kNoParts}};
+  NetworkBench network_{bench_, notices_};
+  NetworkDesk& desk_ = network_.desk;
 };
 
 TEST_F(NetworkDeskTest, ListensWhenItIsWantedAndNeverElse) {

@@ -15,15 +15,18 @@ using nlohmann::json;
 
 class RoomStateTest : public testing::Test {
  protected:
-  RoomStateTest() { bench_.broadcast.Add(teller_); }
+  RoomStateTest() {
+    bench_.broadcast.Add(teller_);
+    teller_.TellTo([this](const RoomState& state) { told_.push_back(state); });
+    told_.clear();
+  }
 
   json Now() { return json::parse(told_.back().Now(bench_.time.Elapsed())); }
   json Message() { return json::parse(told_.back().Message(bench_.time.Elapsed())); }
 
   ClockBench bench_;
   std::vector<RoomState> told_;
-  RoomTeller teller_{{bench_.session, bench_.clock, bench_.time,
-                      [this](const RoomState& state) { told_.push_back(state); }}};
+  RoomTeller teller_{{bench_.session, bench_.clock, bench_.time}};
 };
 
 TEST_F(RoomStateTest, SecondsPassWithoutAWord) {

@@ -12,13 +12,10 @@
 #include <thread>
 
 #include "network/room_teller.h"
-#include "tests/support/fakes.h"
+#include "tests/support/network_bench.h"
 
 namespace corvanel {
 namespace {
-
-const WebServer::Parts kNoParts = {[] { return 0.0; },
-                                   [](const std::string&) { return std::nullopt; }};
 
 namespace asio = boost::asio;
 namespace beast = boost::beast;
@@ -32,11 +29,13 @@ class WebServerTest : public testing::Test {
     auto server = WebServer::Listen(
         "127.0.0.1", 0,
         {[this] { return uptime_.load(); },
-         [](const std::string& file) { return std::optional("the bytes of " + file); }},
+         [](const std::string& file) { return std::optional("the bytes of " + file); },
+         [](const RemoteWord&) {}},
         limits);
     EXPECT_TRUE(server) << server.Failure().description;
     server_ = std::move(server.Value());
     bench_.broadcast.Add(teller_);
+    teller_.TellTo([this](const RoomState& state) { server_->Show(state); });
     bench_.session.settings.sounds.files[0] = "bell.wav";
     bench_.clock.Start(1);
   }
@@ -73,8 +72,7 @@ class WebServerTest : public testing::Test {
   std::atomic<double> uptime_ = 0;
   ClockBench bench_;
   std::unique_ptr<WebServer> server_;
-  RoomTeller teller_{{bench_.session, bench_.clock, bench_.time,
-                      [this](const RoomState& state) { server_->Show(state); }}};
+  RoomTeller teller_{{bench_.session, bench_.clock, bench_.time}};
 };
 
 /// A page as far as the server sees one.

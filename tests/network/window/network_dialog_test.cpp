@@ -11,18 +11,16 @@
 #include "network/window/qr_view.h"
 #include "tests/support/favourites_bench.h"
 #include "tests/support/letters.h"
+#include "tests/support/network_bench.h"
 
 namespace corvanel {
 namespace {
 
-const WebServer::Parts kNoParts = {[] { return 0.0; },
-                                   [](const std::string&) { return std::nullopt; }};
-
 class NetworkDialogTest : public testing::Test {
  protected:
   FavouritesBench bench_;
-  NetworkDesk desk_{
-      {bench_.session, bench_.bench.clock, bench_.bench.time, bench_.notices, kNoParts}};
+  NetworkBench network_{bench_.bench, bench_.notices};
+  NetworkDesk& desk_ = network_.desk;
   FrmOptionsNetwork dialog_{{bench_.session.options,
                              bench_.table,
                              desk_,

@@ -1,0 +1,195 @@
+#include "network/remote_devices.h"
+
+#include <fmt/format.h>
+#include <sodium.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <nlohmann/json.hpp>
+#include <utility>
+
+#include "basics/numbers.h"
+#include "basics/runtime_error.h"
+
+namespace corvanel {
+namespace {
+
+using nlohmann::json;
+using Bytes = std::vector<unsigned char>;
+
+constexpr size_t kKeyBytes = crypto_auth_hmacsha256_KEYBYTES;
+constexpr size_t kIdDigits = 16;
+constexpr size_t kChallengeBytes = 16;
+
+// Thirty-two signs of which no two look alike: ten of them are fifty bits.
+constexpr std::string_view kSigns = "23456789ABCDEFGHJKLMNPQRSTUVWXYZ";
+constexpr size_t kCodeSigns = 10;
+
+// The work that a code's key costs, on both sides the same; 16 MB and a second on a slow phone.
+constexpr uint64_t kRounds = 16384;
+constexpr uint32_t kBlock = 8;
+constexpr std::string_view kSalt = "corvanel remote";
+
+constexpr std::string_view kJoin = "join ";
+
+const unsigned char* BytesOf(std::string_view text) {
+  return reinterpret_cast<const unsigned char*>(text.data());
+}
+
+std::string Hex(const unsigned char* bytes, size_t size) {
+  std::string digits(2 * size + 1, '\0');
+  sodium_bin2hex(digits.data(), digits.size(), bytes, size);
+  digits.pop_back();
+  return digits;
+}
+
+/// Exactly `size` bytes; nothing for any other text.
+std::optional<Bytes> FromHex(std::string_view digits, size_t size) {
+  Bytes bytes(size);
+  size_t length = 0;
+  const char* end = nullptr;
+  if (digits.size() != 2 * size || sodium_hex2bin(bytes.data(), size, digits.data(), digits.size(),
+                                                  nullptr, &length, &end) != 0) {
+    return std::nullopt;
+  }
+  return length == size ? std::optional(bytes) : std::nullopt;
+}
+
+using Mac = std::array<unsigned char, crypto_auth_hmacsha256_BYTES>;
+
+Mac MacOf(const std::string& key, std::string_view text) {
+  Mac mac{};
+  const Bytes bytes = FromHex(key, kKeyBytes).value_or(Bytes(kKeyBytes));
+  crypto_auth_hmacsha256(mac.data(), BytesOf(text), text.size(), bytes.data());
+  return mac;
+}
+
+bool IsKey(const std::string& key) {
+  return FromHex(key, kKeyBytes).has_value();
+}
+
+/// Takes the word before the next blank off the front; all when there is none.
+std::string_view TakeWord(std::string_view& text) {
+  const size_t end = std::min(text.find(' '), text.size());
+  const std::string_view word = text.substr(0, end);
+  text.remove_prefix(std::min(end + 1, text.size()));
+  return word;
+}
+
+template <class Number>
+std::optional<Number> NumberOf(std::string_view text) {
+  Number number{};
+  const char* const end = text.data() + text.size();
+  const auto [rest, failure] = std::from_chars(text.data(), end, number);
+  return failure == std::errc() && rest == end ? std::optional(number) : std::nullopt;
+}
+
+/// As a person calls a device: without signs that are none; empty when it is too long to be shown.
+std::string NameIn(std::string_view text) {
+  constexpr size_t kLongest = 80;  // bytes
+  std::string name(Trimmed(text));
+  std::erase_if(name, [](unsigned char sign) { return sign < ' ' || sign == 0x7F; });
+  return name.size() > kLongest ? "" : name;
+}
+
+}  // namespace
+
+std::string RemoteDevice::Id() const {
+  const Mac mac = MacOf(key, "id");
+  return Hex(mac.data(), kIdDigits / 2);
+}
+
+std::string KeyOfCode(std::string_view code) {
+  std::array<unsigned char, kKeyBytes> key{};
+  if (crypto_pwhash_scryptsalsa208sha256_ll(BytesOf(code), code.size(), BytesOf(kSalt),
+                                            kSalt.size(), kRounds, kBlock, 1, key.data(),
+                                            key.size()) != 0) {
+    throw RuntimeError(7, "Out of memory");
+  }
+  return Hex(key.data(), key.size());
+}
+
+std::string NewCode() {
+  if (sodium_init() < 0) throw RuntimeError(17, "The computer gives no random numbers");
+  std::string code;
+  while (code.size() < kCodeSigns) code += kSigns[randombytes_uniform(kSigns.size())];
+  return code;
+}
+
+std::string TextOf(const std::vector<RemoteDevice>& devices) {
+  json list = json::array();
+  for (const RemoteDevice& device : devices) {
+    list.push_back({{"name", device.name}, {"key", device.key}});
+  }
+  return list.dump(1, ' ', false, json::error_handler_t::replace) + '\n';
+}
+
+Result<std::vector<RemoteDevice>> ReadDevices(const std::string& text) {
+  try {
+    std::vector<RemoteDevice> devices;
+    for (const json& entry : json::parse(text)) {
+      devices.push_back({entry.at("key"), entry.at("name")});
+      if (!IsKey(devices.back().key)) return Error{13, "it is damaged"};
+    }
+    return devices;
+  } catch (const std::exception&) {
+    return Error{13, "it is damaged"};
+  }
+}
+
+RemoteGate::RemoteGate(std::vector<RemoteDevice> devices, std::string invitedKey)
+    : devices_(std::move(devices)), invitedKey_(std::move(invitedKey)) {}
+
+std::optional<RemoteDevice> RemoteGate::Find(std::string_view id) const {
+  const auto found = std::find_if(devices_.begin(), devices_.end(),
+                                  [&](const RemoteDevice& device) { return device.Id() == id; });
+  if (found != devices_.end()) return *found;
+  const RemoteDevice invited{invitedKey_, ""};
+  return !invitedKey_.empty() && invited.Id() == id ? std::optional(invited) : std::nullopt;
+}
+
+bool RemoteGate::Has(const RemoteDevice& device) const {
+  return std::find(devices_.begin(), devices_.end(), device) != devices_.end();
+}
+
+void RemoteGate::LetIn(const RemoteDevice& device) {
+  devices_.push_back(device);
+  invitedKey_.clear();
+}
+
+const std::string& RemoteLine::Challenge() {
+  if (challenge_.empty() && sodium_init() >= 0) {
+    std::array<unsigned char, kChallengeBytes> bytes{};
+    randombytes_buf(bytes.data(), bytes.size());
+    challenge_ = Hex(bytes.data(), bytes.size());
+  }
+  return challenge_;
+}
+
+Result<RemoteWord> RemoteLine::Hear(std::string_view message, const RemoteGate& gate, double now) {
+  const Error unknown{0, "unknown"};
+  if (TakeWord(message) != "say" || challenge_.empty()) return unknown;
+  const auto device = gate.Find(TakeWord(message));
+  const std::string_view number = TakeWord(message);
+  const std::string_view uptime = TakeWord(message);
+  const auto mac = FromHex(TakeWord(message), crypto_auth_hmacsha256_BYTES);
+  const auto counted = NumberOf<uint32_t>(number);
+  const auto said = NumberOf<double>(uptime);
+  if (!device || !mac || !counted || !said) return unknown;
+  const Mac right =
+      MacOf(device->key, fmt::format("{} {} {} {}", challenge_, number, uptime, message));
+  if (sodium_memcmp(right.data(), mac->data(), right.size()) != 0) return unknown;
+  if (*counted <= last_) return Error{0, "repeated"};
+  last_ = *counted;
+  if (!(std::abs(now - *said) <= kTooLate)) return Error{0, "late"};
+  RemoteWord word{0, *counted, *device, std::string(message)};
+  if (!word.device.name.empty()) return word;
+  if (!message.starts_with(kJoin)) return unknown;
+  word.device.name = NameIn(message.substr(kJoin.size()));
+  if (word.device.name.empty()) return Error{0, "name"};
+  return word;
+}
+
+}  // namespace corvanel

@@ -1,0 +1,33 @@
+#include "system/device_file.h"
+
+#include "system/disk.h"
+#include "system/durable_file.h"
+#include "system/path_text.h"
+
+namespace corvanel {
+
+DeviceFile::DeviceFile(const std::filesystem::path& store, DiskWriter& writer)
+    : file_(WithSuffix(store, ".devices")), writer_(writer) {}
+
+void DeviceFile::Keep(const std::string& text) {
+  writer_.Do("devices", [file = file_, text] {
+    const auto temporary = WithSuffix(file, ".new");
+    WriteDurably(temporary, text);
+    RenameDurably(temporary, file);
+  });
+}
+
+std::string DeviceFile::Kept() const {
+  std::error_code none;
+  if (!std::filesystem::exists(file_, none)) return "";
+  const auto text = Disk().ReadFile(PathText(file_));
+  // There is one, though it cannot be read.
+  return text ? text.Value() : "?";
+}
+
+void DeviceFile::PutAside() {
+  std::error_code none;
+  std::filesystem::rename(file_, WithSuffix(file_, ".damaged"), none);
+}
+
+}  // namespace corvanel

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+
+#include "network/network_desk.h"
+#include "tests/support/fakes.h"
+
+namespace corvanel {
+
+inline const WebServer::Parts kNoParts = {
+    [] { return 0.0; }, [](const std::string&) { return std::nullopt; }, [](const RemoteWord&) {}};
+
+/// Keeps the list of devices in memory.
+class FakeDeviceKeeper : public DeviceKeeper {
+ public:
+  void Keep(const std::string& text) override { kept = text; }
+  std::string Kept() const override { return kept; }
+  void PutAside() override { putAside = true; }
+
+  std::string kept;
+  bool putAside = false;
+};
+
+/// What serves other screens and devices, of a clock in virtual time.
+struct NetworkBench {
+  NetworkBench(ClockBench& bench, Notices& notices)
+      : teller({bench.session, bench.clock, bench.time}),
+        remotes({bench.clock, notices, keeper}),
+        desk({bench.session.options, notices, teller, remotes, kNoParts}) {
+    bench.broadcast.Add(teller);
+    bench.broadcast.Add(remotes);
+  }
+
+  FakeDeviceKeeper keeper;
+  RoomTeller teller;
+  RemoteDesk remotes;
+  NetworkDesk desk;
+};
+
+}  // namespace corvanel
