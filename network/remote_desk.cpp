@@ -90,11 +90,10 @@ void RemoteDesk::SendAway(const RemoteDevice& device) {
 }
 
 void RemoteDesk::Hear(const RemoteWord& word) {
-  const bool known = std::any_of(devices_.begin(), devices_.end(), [&](const RemoteDevice& device) {
-    return device.key == word.device.key;
-  });
-  if (!known && word.device.key != invitedKey_) return;  // sent away meanwhile
-  if (!known) return Join(word.device);
+  const bool comes = !invitedKey_.empty() && word.invitation == invitedKey_;
+  if (comes) return Join(word.device);
+  // Sent away meanwhile, or the invitation has ended.
+  if (std::find(devices_.begin(), devices_.end(), word.device) == devices_.end()) return;
   const std::string refusal = Obey(word);
   if (lines_ != nullptr) lines_->Answer(word, refusal);
 }

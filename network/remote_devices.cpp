@@ -178,16 +178,18 @@ Result<RemoteWord> RemoteLine::Hear(std::string_view message, const RemoteGate& 
   const auto counted = NumberOf<uint32_t>(number);
   const auto said = NumberOf<double>(uptime);
   if (!device || !mac || !counted || !said) return unknown;
-  const Mac right =
-      MacOf(device->key, fmt::format("{} {} {} {}", challenge_, number, uptime, message));
+  const std::string told = fmt::format("{} {} {} {}", challenge_, number, uptime, message);
+  const Mac right = MacOf(device->key, told);
   if (sodium_memcmp(right.data(), mac->data(), right.size()) != 0) return unknown;
   if (*counted <= last_) return Error{0, "repeated"};
   last_ = *counted;
   if (!(std::abs(now - *said) <= kTooLate)) return Error{0, "late"};
-  RemoteWord word{0, *counted, *device, std::string(message)};
+  RemoteWord word{0, *counted, *device, std::string(message), ""};
   if (!word.device.name.empty()) return word;
   if (!message.starts_with(kJoin)) return unknown;
-  word.device.name = NameIn(message.substr(kJoin.size()));
+  const Mac own = MacOf(device->key, "device " + told);
+  word.invitation = device->key;
+  word.device = {Hex(own.data(), own.size()), NameIn(message.substr(kJoin.size()))};
   if (word.device.name.empty()) return Error{0, "name"};
   return word;
 }

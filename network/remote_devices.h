@@ -35,7 +35,8 @@ struct RemoteWord {
   uint64_t line = 0;    // the connection that it came by
   uint32_t number = 0;  // of the word on this connection
   RemoteDevice device;
-  std::string text;  // "pause"
+  std::string text;        // "pause"
+  std::string invitation;  // the key with which the device comes in; empty where it is in
 };
 
 /// Who is let in, and who may come.
@@ -67,9 +68,11 @@ class RemoteLine {
   const std::string& Challenge();
   /// What `message` says: "say ID NUMBER UPTIME MAC TEXT", where UPTIME is when it was said by the
   /// server's clock in seconds, and MAC what the device's key makes of "CHALLENGE NUMBER UPTIME
-  /// TEXT" (HMAC-SHA-256, hex). All that an invited device can say is "join NAME", and the word's
-  /// device has that name. An error's description is what the device is told: "unknown" when nobody
-  /// who is let in or invited said that, "repeated", "late", "name" for one that cannot be shown.
+  /// TEXT" (HMAC-SHA-256, hex). All that an invited device can say is "join NAME"; the word's
+  /// device then has that name and a key of its own, which the invited key makes of "device " and
+  /// what was signed: whoever sees the code later has no use for it. An error's description is what
+  /// the device is told: "unknown" when nobody who is let in or invited said that, "repeated",
+  /// "late", "name" for one that cannot be shown.
   Result<RemoteWord> Hear(std::string_view message, const RemoteGate& gate, double now);
 
  private:

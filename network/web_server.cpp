@@ -220,7 +220,7 @@ class WebServer::Impl : public Reception, public Viewers {
     }
     RemoteWord& word = heard.Value();
     word.line = viewer.Number();
-    const bool comes = !gate_.Has(word.device);
+    const bool comes = !word.invitation.empty();
     if (comes) gate_.LetIn(word.device);
     if (!viewer.device) {
       viewer.device = word.device;

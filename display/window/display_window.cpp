@@ -58,6 +58,7 @@ DisplayWindow::DisplayWindow(const Session& session, DisplayKind kind, DisplayCo
     if (geometry() != room) setGeometry(room);
   });
   lblChip_->setObjectName("lblChip");
+  lblChip_->setTextFormat(Qt::PlainText);  // a device may be called anything
   lblChip_->setAttribute(Qt::WA_TransparentForMouseEvents);
   lblChip_->hide();
   timHint_.setSingleShot(true);

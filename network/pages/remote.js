@@ -24,21 +24,22 @@ const hex = (bytes) => [...bytes].map((byte) => byte.toString(16).padStart(2, "0
 const bytesOf = (digits) => Uint8Array.from(digits.match(/../g), (pair) => parseInt(pair, 16));
 
 let key = localStorage.getItem(KEY) ?? ""; // of this device; empty: it was never let in
-let joining = ""; // the key that comes of the code just typed
+let joining = ""; // the key that this device will have, while it waits to be let in
 let challenge = "";
 let number = 0; // of the last word on this connection
 let lead = null; // how the session can be led; null while this device is not let in
 
 const line = new ClockLine({ told, opened: () => { lead = null; line.socket.send("hello"); } });
 
+const sign = (withKey, text) => hex(hmac(sha256, bytesOf(withKey), text));
+
+/** Returns what was signed. */
 function say(text, withKey = key) {
-  if (!line.open || challenge === "") return;
   number += 1;
-  const secret = bytesOf(withKey);
   const when = line.server.now().toFixed(3);
-  const mac = hex(hmac(sha256, secret, `${challenge} ${number} ${when} ${text}`));
-  const id = hex(hmac(sha256, secret, "id")).slice(0, 16);
-  line.socket.send(`say ${id} ${number} ${when} ${mac} ${text}`);
+  const signed = `${challenge} ${number} ${when} ${text}`;
+  line.socket.send(`say ${sign(withKey, "id").slice(0, 16)} ${number} ${when} ${sign(withKey, signed)} ${text}`);
+  return signed;
 }
 
 function told(message) {
@@ -105,12 +106,13 @@ if (location.hash.length > 1) {
 $("comeForm").onsubmit = (event) => {
   event.preventDefault();
   const code = $("code").value.toUpperCase().replace(/[^A-Z0-9]/g, "");
+  if (!line.open || challenge === "") return;
   $("comeIn").disabled = true;
   answer("One moment");
   // The work takes a second: first the words are to be seen.
   setTimeout(() => {
-    joining = hex(scrypt(code, SALT, WORK));
-    say(`join ${$("name").value}`, joining);
+    const invited = hex(scrypt(code, SALT, WORK));
+    joining = sign(invited, `device ${say(`join ${$("name").value}`, invited)}`);
   }, 50);
 };
 
@@ -187,7 +189,7 @@ function showClock(room, now) {
   const panel = $("panel");
   panel.style.color = face.paused ? style.still : style.colour;
   panel.style.background = face.paused ? style.stillBack : style.back;
-  put("title", room.title);
+  put("title", room.title || "The session");
   put("tag", face.large || face.tag);
   $("tag").style.color = face.paused ? room.looks.ink : "";
   const digits = face.phase === "idle" ? "–" : countdown(room, face, now);

@@ -2,6 +2,7 @@
 
 #include <QIntValidator>
 
+#include "network/window/dlg_let_in.h"
 #include "ui_frm_options_network.h"
 
 namespace corvanel {
@@ -27,9 +28,14 @@ FrmOptionsNetwork::FrmOptionsNetwork(const Parts& parts, QWidget* parent)
   connect(ui_->cboAddress, &QComboBox::currentIndexChanged, this, &FrmOptionsNetwork::ShowAddress);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   connect(ui_->cmdOK, &QPushButton::clicked, this, &FrmOptionsNetwork::cmdOK_Click);
+  connect(ui_->cmdLetIn, &QPushButton::clicked, this, &FrmOptionsNetwork::cmdLetIn_Click);
+  connect(ui_->cmdSendAway, &QPushButton::clicked, this, &FrmOptionsNetwork::cmdSendAway_Click);
+  connect(ui_->lstDevices, &QListWidget::currentRowChanged, this,
+          [this](int row) { ui_->cmdSendAway->setEnabled(row >= 0); });
   connect(&timState_, &QTimer::timeout, this, &FrmOptionsNetwork::ShowState);
   timState_.start(kStateInterval);
   ShowAddress();
+  ShowDevices();
 }
 
 FrmOptionsNetwork::~FrmOptionsNetwork() = default;
@@ -46,6 +52,7 @@ void FrmOptionsNetwork::ShowAddress() {
   ui_->lblAddress->setText(address);
   ui_->qrAddress->Show(address);
   ui_->cmdOK->setEnabled(good);
+  ui_->cmdLetIn->setEnabled(good && !parts_.addresses.empty());
   ShowState();
 }
 
@@ -69,10 +76,43 @@ void FrmOptionsNetwork::ShowState() {
   ui_->lblState->setText(state);
 }
 
-void FrmOptionsNetwork::cmdOK_Click() {
+void FrmOptionsNetwork::ShowDevices() {
+  ui_->lstDevices->clear();
+  for (const RemoteDevice& device : parts_.desk.Remotes().Devices()) {
+    ui_->lstDevices->addItem(QString::fromStdString(device.name));
+  }
+  ui_->cmdSendAway->setEnabled(false);
+}
+
+/// A device can only come in where the pages are served: from now on they are.
+void FrmOptionsNetwork::cmdLetIn_Click() {
+  ui_->chkNetwork->setChecked(true);
+  Apply();
+  ShowState();
+  if (!parts_.desk.Serves()) return;
+  Guarded(parts_.errors, "frmOptionsNetwork.cmdLetIn_Click", [&] {
+    DlgLetIn(parts_.desk.Remotes(), ui_->lblAddress->text().toStdString(), this).exec();
+  });
+  ShowDevices();
+}
+
+void FrmOptionsNetwork::cmdSendAway_Click() {
+  const auto& devices = parts_.desk.Remotes().Devices();
+  const auto row = static_cast<size_t>(ui_->lstDevices->currentRow());
+  if (row >= devices.size()) return;
+  const RemoteDevice device = devices[row];
+  parts_.desk.Remotes().SendAway(device);
+  ShowDevices();
+}
+
+void FrmOptionsNetwork::Apply() {
   HandlerSteps step(parts_.errors, "frmOptionsNetwork.cmdOK_Click");
   step([&] { parts_.table.TakeOptions(rows_->Texts()); });
   step([&] { parts_.desk.Apply(); });
+}
+
+void FrmOptionsNetwork::cmdOK_Click() {
+  Apply();
   accept();
 }
 

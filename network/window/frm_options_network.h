@@ -32,6 +32,10 @@ class FrmOptionsNetwork : public QDialog {
  private:
   void ShowAddress();
   void ShowState();
+  void ShowDevices();
+  void cmdLetIn_Click();
+  void cmdSendAway_Click();
+  void Apply();
   void cmdOK_Click();
 
   Parts parts_;

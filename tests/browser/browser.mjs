@@ -2,9 +2,13 @@
 
 import { spawn } from "node:child_process";
 import { once } from "node:events";
+import { readFileSync } from "node:fs";
+import { createRequire } from "node:module";
 import puppeteer from "puppeteer-core";
 
 export const pause = (milliseconds) => new Promise((done) => setTimeout(done, milliseconds));
+
+const axe = readFileSync(createRequire(import.meta.url).resolve("axe-core/axe.min.js"), "utf8");
 
 let faults = 0;
 export function expect(holds, what) {
@@ -12,22 +16,25 @@ export function expect(holds, what) {
   faults += 1;
   console.error(`FAULT: ${what}`);
 }
-export const faultsSoFar = () => faults;
 
 /** corvanel-console, serving a session of these settings on a port (0: any). */
 export class Clock {
-  static async start(bin, settings, port = 0, more = []) {
+  static async start(bin, settings, port = 0, store = "/nowhere/settings.json") {
     const clock = new Clock();
     const set = Object.entries(settings).flatMap(([key, value]) => ["--set", `${key}=${value}`]);
     const program = spawn(`${bin}/corvanel-console`,
-      ["run", "--store", "/nowhere/settings.json", "--serve", `127.0.0.1:${port}`, ...set, ...more]);
+      ["run", "--store", store, "--serve", `127.0.0.1:${port}`, ...set]);
     clock.program = program;
+    clock.told = "";
     program.stderr.on("data", (text) => console.error(String(text)));
-    let told = "";
-    while (!told.includes("\n")) told += (await once(program.stdout, "data"))[0];
-    program.stdout.resume();
-    clock.url = told.split("\t")[1].split("\n")[0];
+    program.stdout.on("data", (text) => { clock.told += text; });
+    while (!clock.told.includes("lead")) await once(program.stdout, "data");
+    clock.url = clock.told.split("\t")[1].split("\n")[0];
     return clock;
+  }
+  /** Where the next device comes in, with the code for it. */
+  get invitation() {
+    return this.told.match(/(?<=lead\t)\S+/g).at(-1);
   }
   get port() {
     return new URL(this.url).port;
@@ -41,17 +48,11 @@ export class Clock {
   }
 }
 
-export const launch = () =>
-  puppeteer.launch({ executablePath: "/usr/bin/chromium", headless: true,
-    // Pages beside one another, none of them asleep behind another.
-    args: ["--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage", "--disable-background-timer-throttling",
-      "--disable-renderer-backgrounding", "--disable-backgrounding-occluded-windows"] });
-
 /** Until that holds in the page, looked at whether or not anything is drawn. */
 export const until = (page, holds, timeout = 30000) => page.waitForFunction(holds, { timeout, polling: 100 });
 
 /** A page of that size, which tells of everything that goes wrong in it. */
-export async function open(browser, url, width, height) {
+export async function openPage(browser, url, width, height) {
   const page = await browser.newPage();
   page.on("pageerror", (error) => expect(false, `an error in the page: ${error.message}`));
   page.on("console", (message) => {
@@ -63,7 +64,37 @@ export async function open(browser, url, width, height) {
     expect(new URL(request.url()).host === new URL(url).host, `asks elsewhere: ${request.url()}`));
   await page.setViewport({ width, height });
   await page.goto(url);
+  return page;
+}
+
+/** A display page, once it shows the session. */
+export async function open(browser, url, width, height) {
+  const page = await openPage(browser, url, width, height);
   await until(page, () => document.getElementById("digits").textContent !== "" ||
     document.getElementById("caption").textContent !== "");
   return page;
+}
+
+/** What axe-core finds wrong. */
+export async function audit(page) {
+  await page.evaluate(axe);
+  const { violations } = await page.evaluate(() => window.axe.run());
+  for (const violation of violations) {
+    expect(false, `${violation.id}: ${violation.nodes.map((node) => node.html).join(" ")}`);
+  }
+}
+
+/** Runs the scenes of a page in a browser; the program's exit code tells whether they held. */
+export async function prove(what, ...scenes) {
+  const browser = await puppeteer.launch({ executablePath: "/usr/bin/chromium", headless: true,
+    // Pages beside one another, none of them asleep behind another.
+    args: ["--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage", "--disable-background-timer-throttling",
+      "--disable-renderer-backgrounding", "--disable-backgrounding-occluded-windows"] });
+  try {
+    for (const scene of scenes) await scene(browser);
+  } finally {
+    await browser.close();
+  }
+  console.log(faults === 0 ? `${what} holds` : `${faults} faults`);
+  process.exitCode = faults === 0 ? 0 : 1;
 }

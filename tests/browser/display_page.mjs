@@ -1,12 +1,9 @@
 // The display page in a real browser: every state at the sizes of phone, tablet and 4K; in step with
 // the clock; without contact, and with it again.
 
-import { readFileSync } from "node:fs";
-import { createRequire } from "node:module";
-import { Clock, expect, faultsSoFar, launch, open, pause, until } from "./browser.mjs";
+import { audit, Clock, expect, open, pause, prove, until } from "./browser.mjs";
 
 const bin = process.argv[2];
-const axe = readFileSync(createRequire(import.meta.url).resolve("axe-core/axe.min.js"), "utf8");
 const kSizes = [[390, 844], [844, 390], [1024, 768], [3840, 2160]];
 const kSession = { nRounds: 2, MinPerRound: 0.2, MinWarning1: 0.15, MinWarning: 0.08, MinBetweenRounds: 0.1,
   optBreak: "False", Header: "Friday Evening Club Pairs", Skip: 1 };
@@ -60,8 +57,10 @@ async function hear(page) {
 
 async function everyState(browser) {
   const clock = await Clock.start(bin, kSession);
-  const pages = await Promise.all(kSizes.map(([width, height]) => open(browser, clock.url, width, height)));
-  await hear(pages[0]);
+  const first = await open(browser, clock.url, ...kSizes[0]);
+  await hear(first);
+  const early = (await clock.state()).secondsLeft < 60 * kSession.MinWarning1;
+  const pages = [first, ...await Promise.all(kSizes.slice(1).map((size) => open(browser, clock.url, ...size)))];
   const seen = new Set();
   for (let looks = 0; looks < 120 && !seen.has("ended"); looks += 1) {
     const state = await clock.state();
@@ -81,13 +80,9 @@ async function everyState(browser) {
     expect(seen.has(name), `never seen: ${name}`);
   }
   const heard = await pages[0].evaluate(() => window.heard);
-  // Both warnings of the first round and the last of the final one, and the call for the skip.
-  expect(heard >= 3, `${heard} sounds were played`);
-  await pages[0].evaluate(axe);
-  const audit = await pages[0].evaluate(() => window.axe.run());
-  for (const violation of audit.violations) {
-    expect(false, `${violation.id}: ${violation.nodes.map((node) => node.html).join(" ")}`);
-  }
+  // Both warnings of the first round, of which a slow machine has missed the first, and the call for the skip.
+  expect(heard >= (early ? 2 : 3), `${heard} sounds were played`);
+  await audit(pages[0]);
   await Promise.all(pages.map((page) => page.close()));
   await clock.stop();
 }
@@ -136,13 +131,4 @@ async function strangeTitle(browser) {
   await clock.stop();
 }
 
-const browser = await launch();
-try {
-  await everyState(browser);
-  await inStep(browser);
-  await strangeTitle(browser);
-} finally {
-  await browser.close();
-}
-console.log(faultsSoFar() === 0 ? "the display page holds" : `${faultsSoFar()} faults`);
-process.exit(faultsSoFar() === 0 ? 0 : 1);
+await prove("the display page", everyState, inStep, strangeTitle);

@@ -42,7 +42,7 @@ class RemoteDeskTest : public testing::Test, public RemoteLines {
   }
   std::string Say(const RemoteDevice& device, const std::string& text) {
     refusal_ = "not answered";
-    desk_.Hear({1, 1, device, text});
+    desk_.Hear({1, 1, device, text, ""});
     return refusal_;
   }
   json Told() { return json::parse(all_); }
@@ -125,9 +125,10 @@ TEST_F(RemoteDeskTest, StrangeWordsAreRefused) {
 
 TEST_F(RemoteDeskTest, DevicesAreLetInOneByOneAndSentAway) {
   const std::string code = desk_.Invite();
-  const RemoteDevice carol = {KeyOfCode(code), "Carol's phone"};
-  EXPECT_TRUE(gate_.Find(carol.Id()));
-  desk_.Hear({1, 1, carol, "join Carol's phone"});
+  const RemoteDevice carol = {std::string(64, 'c'), "Carol's phone"};
+  EXPECT_TRUE(gate_.Find(RemoteDevice{KeyOfCode(code), ""}.Id()));
+  desk_.Hear({1, 1, carol, "join Carol's phone", KeyOfCode(code)});
+  EXPECT_FALSE(gate_.Find(RemoteDevice{KeyOfCode(code), ""}.Id())) << "the code was used";
   EXPECT_EQ(desk_.Devices().size(), 3U);
   EXPECT_TRUE(gate_.Has(carol));
   EXPECT_NE(desk_.Code(), code) << "the next one needs another code";
@@ -138,10 +139,10 @@ TEST_F(RemoteDeskTest, DevicesAreLetInOneByOneAndSentAway) {
   EXPECT_EQ(Say(carol, "resume"), "not answered");
   EXPECT_TRUE(bench_.clock.State().paused) << "a word that was on its way does nothing";
   EXPECT_EQ(ReadDevices(network_.keeper.kept).Value().size(), 2U);
-  const RemoteDevice late = {KeyOfCode(desk_.Code()), "Late"};
+  const std::string lateKey = KeyOfCode(desk_.Code());
   desk_.EndInvitation();
-  EXPECT_FALSE(gate_.Find(late.Id()));
-  desk_.Hear({1, 1, late, "join Late"});
+  EXPECT_FALSE(gate_.Find(RemoteDevice{lateKey, ""}.Id()));
+  desk_.Hear({1, 1, {std::string(64, 'd'), "Late"}, "join Late", lateKey});
   EXPECT_EQ(desk_.Devices().size(), 2U);
 }
 

@@ -109,9 +109,14 @@ TEST_F(RemoteLineTest, WhoIsInvitedCanComeInAndNothingElse) {
   EXPECT_EQ(Hear(bob.Say("join " + std::string(81, 'x'), 100)), "refused: name");
   const auto word = line_.Hear(bob.Say("join  Bob's\n tablet", 100), gate_, 100);
   ASSERT_TRUE(word);
-  EXPECT_EQ(word.Value().device, (RemoteDevice{kOther, "Bob's tablet"}));
+  EXPECT_EQ(word.Value().device.name, "Bob's tablet");
+  EXPECT_EQ(word.Value().invitation, kOther);
   gate_.LetIn(word.Value().device);
-  EXPECT_EQ(Hear(bob.Say("pause", 100)), "pause");
+  EXPECT_EQ(Hear(bob.Say("join Bob again", 100)), "refused: unknown") << "the code was used";
+  EXPECT_EQ(Hear(bob.Say("pause", 100)), "refused: unknown");
+  SpeakingDevice tablet(word.Value().device.key);
+  tablet.Meet(line_.Challenge());
+  EXPECT_EQ(Hear(tablet.Signed(99, "100", "pause")), "pause");
   EXPECT_FALSE(gate_.Find(RemoteDevice{std::string(64, 'c'), ""}.Id()));
 }
 

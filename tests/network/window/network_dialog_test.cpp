@@ -4,9 +4,11 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
 #include <QTest>
 
+#include "network/window/dlg_let_in.h"
 #include "network/window/frm_options_network.h"
 #include "network/window/qr_view.h"
 #include "tests/support/favourites_bench.h"
@@ -66,6 +68,44 @@ TEST_F(NetworkDialogTest, OkServesAndStoresAndCancelDoesNeither) {
   EXPECT_TRUE(desk_.Serves());
   EXPECT_EQ(bench_.store.GetSetting("Timer", "NetworkOn"), "True");
   EXPECT_EQ(bench_.store.GetSetting("Timer", "NetworkPort"), std::to_string(port));
+}
+
+TEST_F(NetworkDialogTest, ADeviceIsLetInByACodeThatIsGoodOnceAndWhileItShows) {
+  RemoteDesk& remotes = network_.remotes;
+  {
+    DlgLetIn dialog(remotes, "http://192.168.1.20:8080/", nullptr);
+    ExpectLetters(dialog);
+    const auto text = [&](const char* name) { return dialog.findChild<QLabel*>(name)->text(); };
+    const QString code = QString::fromStdString(remotes.Code());
+    EXPECT_EQ(text("lblCode").remove(' '), code);
+    EXPECT_EQ(dialog.findChild<QrView*>("qrCode")->accessibleName(),
+              "http://192.168.1.20:8080/remote#" + code);
+    remotes.Hear(
+        {1, 1, {std::string(64, 'a'), "<b>Ann"}, "join <b>Ann", KeyOfCode(code.toStdString())});
+    QTest::qWait(400);
+    EXPECT_NE(text("lblCode").remove(' '), code);
+    EXPECT_TRUE(text("lblState").startsWith("<b>Ann was let in")) << text("lblState").toStdString();
+  }
+  EXPECT_EQ(remotes.Code(), "");
+}
+
+TEST_F(NetworkDialogTest, TheDevicesAreListedAndCanBeSentAway) {
+  RemoteDesk& remotes = network_.remotes;
+  network_.keeper.kept =
+      TextOf({{std::string(64, 'a'), "Ann's phone"}, {std::string(64, 'b'), "Bob"}});
+  remotes.Load();
+  FrmOptionsNetwork dialog({bench_.session.options, bench_.table, desk_, {}, bench_.bench.errors},
+                           nullptr);
+  auto* list = dialog.findChild<QListWidget*>("lstDevices");
+  auto* away = dialog.findChild<QPushButton*>("cmdSendAway");
+  ASSERT_EQ(list->count(), 2);
+  EXPECT_FALSE(away->isEnabled()) << "none is chosen";
+  list->setCurrentRow(0);
+  away->click();
+  ASSERT_EQ(list->count(), 1);
+  EXPECT_EQ(list->item(0)->text(), "Bob");
+  EXPECT_EQ(remotes.Devices().size(), 1U);
+  EXPECT_FALSE(dialog.findChild<QPushButton*>("cmdLetIn")->isEnabled()) << "in no network";
 }
 
 }  // namespace
