@@ -8,6 +8,7 @@
 #include <QStyle>
 #include <QUrl>
 #include <QWindow>
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <functional>
@@ -165,7 +166,10 @@ void Desktop::ConnectWatch() {
   const auto act = [this](const Notice& notice) {
     watch_.Act(notice.kind);
     scoring_.Act(notice);
-    if (notice.kind == NoticeKind::Network) network_.Apply();
+    if (notice.kind == NoticeKind::Network) {
+      network_.Apply();
+      ShowCodeOnRoomDisplay();
+    }
   };
   const auto dismiss = [this](const Notice& notice) { watch_.Dismiss(notice); };
   On(&frmMain_, &FrmMain::NoticeActionWanted, "frmMain.cmdNotice_Click", act);
@@ -274,6 +278,19 @@ void Desktop::ShowNetworkOptions() {
   FrmOptionsNetwork({session_.options, settings_, network_, OwnAddresses(), errors_},
                     QApplication::activeWindow())
       .exec();
+  ShowCodeOnRoomDisplay();
+}
+
+/// The address that the director chose, as long as this computer has it; else its first.
+void Desktop::ShowCodeOnRoomDisplay() {
+  const Options& options = session_.options;
+  std::string page;
+  if (const auto own = OwnAddresses();
+      options.NetworkShowCode && network_.Serves() && !own.empty()) {
+    const auto chosen = std::find(own.begin(), own.end(), options.NetworkAddress);
+    page = PageAddress(chosen == own.end() ? own.front() : *chosen, options.NetworkPort);
+  }
+  frmDisplay_.ShowAddress(QString::fromStdString(page));
 }
 
 void Desktop::HearDevice(const RemoteWord& word) {
@@ -318,6 +335,7 @@ void Desktop::ApplyOptions() {
   scoring_.Link().BWSSetUnitCaptions();
   RearrangeDisplays();
   network_.Apply();
+  ShowCodeOnRoomDisplay();
 }
 
 void Desktop::ShutDownComputer() {

@@ -147,6 +147,7 @@ void Desktop::ShowHint() {
 }
 
 void Desktop::ShowDisplays() {
+  ShowCodeOnRoomDisplay();
   if (UsesTwin()) {
     if (placedFor_ != Placed::Both) PlaceBothDisplays();
   } else {

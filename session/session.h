@@ -90,9 +90,11 @@ struct Options {
   bool LogFile = true;
   bool TimeAs24hour = true;
   int16_t TimeChange = 1;
-  bool NetworkOn = false;      // other screens are served
-  int32_t NetworkPort = 8080;  // kLeastPort to kGreatestPort
-  int16_t HintsGiven = 0;      // sessions that began with a word on how to find buttons and keys
+  bool NetworkOn = false;        // other screens are served
+  int32_t NetworkPort = 8080;    // kLeastPort to kGreatestPort
+  std::string NetworkAddress;    // of this computer, which is shown; empty: the first
+  bool NetworkShowCode = false;  // where they find it stands on the room display
+  int16_t HintsGiven = 0;        // sessions that began with a word on how to find buttons and keys
 
   bool operator==(const Options&) const = default;
   TimeForm Form() const { return TimeAs24hour ? TimeForm::Hours24 : TimeForm::Hours12; }

@@ -244,6 +244,8 @@ constexpr std::array kOptionKeys = {
     Option::Value<&O::HintsGiven>("HintsGiven"),
     Option::Value<&O::NetworkOn>("NetworkOn"),
     Option::Value<&O::NetworkPort>("NetworkPort", kLeastPort, kGreatestPort),
+    Option::Value<&O::NetworkAddress>("NetworkAddress"),
+    Option::Value<&O::NetworkShowCode>("NetworkShowCode"),
 };
 
 using Style = Keys<ElementStyle>;

@@ -1,6 +1,7 @@
 #include "widgets/option_rows.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLineEdit>
 #include <algorithm>
 
@@ -31,6 +32,10 @@ void OptionRows::Show(const TextOf& textOf) const {
     const std::string text = textOf(KeyOf(*row));
     if (auto* check = qobject_cast<QCheckBox*>(row)) check->setChecked(IsOn(text));
     if (auto* box = qobject_cast<QLineEdit*>(row)) box->setText(QString::fromStdString(text));
+    if (auto* list = qobject_cast<QComboBox*>(row)) {
+      // What is not offered any more leaves the first.
+      list->setCurrentIndex(std::max(list->findText(QString::fromStdString(text)), 0));
+    }
   }
 }
 
@@ -39,9 +44,11 @@ std::vector<std::pair<std::string, std::string>> OptionRows::Texts() const {
   for (const QWidget* row : rows_) {
     const auto* check = qobject_cast<const QCheckBox*>(row);
     const auto* box = qobject_cast<const QLineEdit*>(row);
-    const std::string text = check != nullptr ? (check->isChecked() ? "True" : "False")
-                             : box != nullptr ? box->text().toStdString()
-                                              : "";
+    const auto* list = qobject_cast<const QComboBox*>(row);
+    const std::string text = check != nullptr  ? (check->isChecked() ? "True" : "False")
+                             : box != nullptr  ? box->text().toStdString()
+                             : list != nullptr ? list->currentText().toStdString()
+                                               : "";
     texts.emplace_back(KeyOf(*row), text);
   }
   return texts;

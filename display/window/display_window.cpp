@@ -163,7 +163,7 @@ void DisplayWindow::ShowFullScreenPair(bool fullScreen) {
 
 void DisplayWindow::Rearrange() {
   timResize_.stop();
-  picture_->setGeometry(0, 0, width() - room_, height() - FootHeight());
+  picture_->setGeometry(0, 0, width() - room_ - SideWidth(), height() - FootHeight());
   picture_->Rearrange();
   QPalette colours = palette();
   colours.setColor(QPalette::Window, ColourOf(Background()));
@@ -171,7 +171,7 @@ void DisplayWindow::Rearrange() {
   // While it is shown it moves with the window alone: a line that comes or goes at the foot must
   // not put another button under the director's pointer.
   if (fraCommand_->isHidden() || barIn_ != size()) PlaceCommandBar();
-  PlaceFoot();
+  PlaceEdges();
   ShowChip();
 }
 

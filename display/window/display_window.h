@@ -78,11 +78,14 @@ class DisplayWindow : public QWidget, public DisplayForm, public SessionListener
  protected:
   /// Height in pixels that a window of this kind keeps for itself at the lower edge.
   virtual int FootHeight() const { return 0; }
+  /// Width in pixels that it keeps for itself at the right edge.
+  virtual int SideWidth() const { return 0; }
   /// Where the command bar may stand: above the foot, unless that keeps a row for it.
   virtual QRect BarRoom() const { return {0, 0, width(), height() - FootHeight()}; }
-  /// Places and colours what stands there; part of every new arrangement.
-  virtual void PlaceFoot() {}
+  /// Places and colours what stands at those edges; part of every new arrangement.
+  virtual void PlaceEdges() {}
   Colour Background() const;
+  const Options& TheOptions() const { return session_.options; }
   /// Who is at the table whose cell is at a point of the window; empty where there is none.
   QString TableTipAt(const QPoint& point) const;
   DisplayCommands& Commands() { return commands_; }

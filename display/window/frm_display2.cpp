@@ -116,7 +116,7 @@ int FrmDisplay2::MonitorWidth() const {
   return std::min(fraMonitor_->sizeHint().width() + kAround, width() / 2);
 }
 
-void FrmDisplay2::PlaceFoot() {
+void FrmDisplay2::PlaceEdges() {
   const int row = CommandBar::RowIn(height());
   const int wide = MonitorWidth() - kAround;
   fraMonitor_->setGeometry(width() - MonitorWidth(), height() - FootHeight() + kAround, wide,

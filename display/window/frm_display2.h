@@ -28,7 +28,7 @@ class FrmDisplay2 : public DisplayWindow {
   bool event(QEvent* event) override;
   int FootHeight() const override;
   QRect BarRoom() const override;
-  void PlaceFoot() override;
+  void PlaceEdges() override;
 
  private:
   using Pair = std::array<QPushButton*, 2>;

@@ -15,12 +15,12 @@ constexpr int kStateInterval = 1000;  // milliseconds
 FrmOptionsNetwork::FrmOptionsNetwork(const Parts& parts, QWidget* parent)
     : QDialog(parent), parts_(parts), ui_(std::make_unique<Ui::FrmOptionsNetwork>()) {
   ui_->setupUi(this);
-  rows_ = std::make_unique<OptionRows>(*this);
-  rows_->Show([this](const std::string& key) { return OptionText(parts_.options, key); });
   ui_->txtPort->setValidator(new QIntValidator(kLeastPort, kGreatestPort, this));
   for (const std::string& address : parts.addresses) {
     ui_->cboAddress->addItem(QString::fromStdString(address));
   }
+  rows_ = std::make_unique<OptionRows>(*this);
+  rows_->Show([this](const std::string& key) { return OptionText(parts_.options, key); });
   ui_->cboAddress->setVisible(parts.addresses.size() > 1);
   ui_->lblAddresses->setVisible(parts.addresses.size() > 1);
   connect(ui_->chkNetwork, &QCheckBox::toggled, this, &FrmOptionsNetwork::ShowAddress);

@@ -98,6 +98,7 @@ void ShapeForPictures(Session& session) {
   s.MinPerRound = 20;
   s.Skip = "7";
   s.Arrow = "7";
+  s.optBreak = true;
   s.BreakAfterRound = 4;
   s.Header = "Friday Pairs";
   s.ExtraMonitor = true;

@@ -14,6 +14,7 @@
 #include "tests/support/fake_display_host.h"
 #include "tests/support/fakes.h"
 #include "tools/pictures/states.h"
+#include "widgets/qr_view.h"
 
 namespace corvanel {
 namespace {
@@ -99,6 +100,35 @@ class PictureTest : public testing::Test, public FakeDisplayHost {
   DisplayCommands commands{{bench.clock, bench.session, prompts, errors, *this}};
   FrmDisplay window{bench.session, commands, LetterOfKey};
 };
+
+// Where players find the session on their phones, beside everything else.
+TEST_F(PictureTest, TheCodeForPhonesStandsBesideThePictureAndIsLargeWhenThereIsTime) {
+  window.ShowAddress("http://192.168.100.200:8080/");
+  for (const QSize& size : {QSize(1024, 768), QSize(1920, 1080), QSize(1080, 1920)}) {
+    for (const PictureState& state : PictureStates(bench.session.settings)) {
+      SCOPED_TRACE(state.name);
+      SCOPED_TRACE(size.width());
+      Take(state, size);
+      const auto& code = Find<QrView>("qrAddress");
+      const auto& words = Find<QLabel>("lblAddress");
+      const double shorter = std::min(size.width(), size.height());
+      const bool leisure = state.face.phase == Phase::Break || state.face.phase == Phase::Ended;
+      EXPECT_GE(code.width() / shorter, leisure ? 0.4 : 0.15);
+      EXPECT_LE(words.sizeHint().width(), code.width() + 2);
+      for (const QRect& edge : {code.geometry(), words.geometry()}) {
+        EXPECT_TRUE(window.rect().contains(edge));
+        EXPECT_FALSE(edge.intersects(Find<CountdownPanel>("lblMin").geometry()));
+      }
+      for (const TextRow* row : window.findChildren<TextRow*>()) {
+        if (!row->isVisible() || row->Text().empty()) continue;
+        EXPECT_TRUE(row->Fits()) << row->objectName().toStdString();
+        EXPECT_FALSE(row->geometry().intersects(code.geometry()));
+      }
+    }
+  }
+  window.ShowAddress("");
+  EXPECT_TRUE(Find<QrView>("qrAddress").isHidden());
+}
 
 // A measure of every state that there is, at the size of most rooms.
 TEST_F(PictureTest, EveryStateIsReadFromTheBackWall) {

@@ -10,10 +10,10 @@
 
 #include "network/window/dlg_let_in.h"
 #include "network/window/frm_options_network.h"
-#include "network/window/qr_view.h"
 #include "tests/support/favourites_bench.h"
 #include "tests/support/letters.h"
 #include "tests/support/network_bench.h"
+#include "widgets/qr_view.h"
 
 namespace corvanel {
 namespace {

@@ -1,4 +1,4 @@
-#include "network/window/qr_view.h"
+#include "widgets/qr_view.h"
 
 #include <QPainter>
 #include <qrcodegen/qrcodegen.hpp>
