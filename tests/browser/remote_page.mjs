@@ -5,7 +5,7 @@ import { mkdtempSync, rmSync } from "node:fs";
 import { tmpdir } from "node:os";
 import { audit, Clock, expect, open, openPage, pause, prove, until } from "./browser.mjs";
 
-const bin = process.argv[2];
+const [bin, picture] = process.argv.slice(2);
 const kSizes = [[320, 568], [390, 844], [844, 390], [1024, 768], [3840, 2160]];
 
 const text = (page, id) => page.$eval(`#${id}`, (e) => e.textContent);
@@ -109,6 +109,7 @@ async function twoDevices(browser) {
   await press(ann, "undo");
   await until(bob, () => document.getElementById("caption").textContent.includes("Round 2"));
 
+  if (picture) await ann.screenshot({ path: picture });
   for (const [width, height] of kSizes) {
     await ann.setViewport({ width, height });
     await pause(200);
