@@ -6,6 +6,7 @@
 #include <QMessageBox>
 #include <QProxyStyle>
 #include <cstdio>
+#include <cstdlib>
 
 #include "app/desktop.h"
 #include "startup/version.h"
@@ -91,6 +92,14 @@ void AnswerWithoutDisplay(int argc, char** argv) {
   if (line.isSet("version")) line.showVersion();
 }
 
+/// Qt would end the program with a core file and words for its own developers.
+void TellWithoutDisplay(QtMsgType type, const QMessageLogContext& /*context*/,
+                        const QString& /*text*/) {
+  if (type != QtFatalMsg) return;
+  std::fputs("corvanel: there is no screen to show the windows on\n", stderr);
+  std::_Exit(2);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -98,7 +107,9 @@ int main(int argc, char** argv) {
   AnswerWithoutDisplay(argc, argv);
   corvanel::ChooseWindowSystem();
   const std::string token = corvanel::StartToken();
+  const auto usual = qInstallMessageHandler(TellWithoutDisplay);
   Application app(argc, argv);
+  qInstallMessageHandler(usual);
   QApplication::setStyle(new CalmStyle);
   QPalette colours = QApplication::palette();
   colours.setColor(QPalette::Active, QPalette::Highlight, corvanel::kAccent);

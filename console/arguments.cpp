@@ -27,8 +27,12 @@ void AddRound(CLI::App& command, std::optional<int>& round) {
 }
 
 void AddSession(CLI::App& command, ConsoleArguments& a) {
+  const auto named = [](const std::string& file) {
+    return file.empty() ? "needs a file" : std::string();
+  };
   command.add_option("--store", a.store, "Settings file (default: the user's own)")
-      ->type_name("FILE");
+      ->type_name("FILE")
+      ->check(named);
   const auto set = [&a](const std::string& text) {
     const size_t equals = text.find('=');
     if (equals == std::string::npos || equals == 0) {

@@ -18,6 +18,21 @@ constexpr const char* kStyle = R"(
   QToolButton[quiet="true"]:hover { background: #FFE08A; }
 )";
 
+/// A word longer than any, such as the name of a file, may break anywhere: else it would widen the
+/// window.
+QString Breakable(const QString& text) {
+  constexpr int kLongest = 30;
+  constexpr QChar kMayBreak(0x200B);
+  QString broken;
+  int run = 0;
+  for (const QChar sign : text) {
+    broken += sign;
+    run = sign.isSpace() ? 0 : run + 1;
+    if (run % kLongest == kLongest - 1 && !sign.isHighSurrogate()) broken += kMayBreak;
+  }
+  return broken;
+}
+
 }  // namespace
 
 NoticeList::NoticeList(QWidget* parent) : QFrame(parent) {
@@ -33,7 +48,7 @@ QWidget* NoticeList::LineOf(const Notice& notice, const QString& more) {
   auto* line = new QWidget(this);
   auto* row = new QHBoxLayout(line);
   row->setContentsMargins(0, 2, 0, 2);
-  auto* text = new QLabel(QString::fromStdString(notice.text) + more, line);
+  auto* text = new QLabel(Breakable(QString::fromStdString(notice.text) + more), line);
   text->setObjectName("lblNotice");
   text->setTextFormat(Qt::PlainText);
   text->setWordWrap(true);

@@ -2,6 +2,7 @@
 
 #include <QMouseEvent>
 #include <QPainter>
+#include <algorithm>
 
 #include "display/display_options.h"
 #include "display/element_places.h"
@@ -85,10 +86,11 @@ void StyleSample::Show(const std::string& text, const ElementStyle& style) {
 
 QFont StyleSample::ShownFont() const {
   QFont font = FontOf(style_, style_.Size);
-  const double wide = QFontMetricsF(font).horizontalAdvance(text_);
-  const double room = width() - 2 * kAroundSample;
+  const QFontMetricsF metrics(font);
   // A sample that is cut off shows less than a smaller one.
-  if (wide > room) font.setPointSizeF(font.pointSizeF() * room / wide);
+  const double share = std::min((width() - 2 * kAroundSample) / metrics.horizontalAdvance(text_),
+                                (height() - 2 * kAroundSample) / metrics.height());
+  if (share < 1) font.setPointSizeF(font.pointSizeF() * share);
   return font;
 }
 

@@ -82,6 +82,7 @@ TEST(ConsoleTest, WrongArgumentsGetOneLineAndCodeTwo) {
                                 "plan run",
                                 "run --set MinPerRound=0 --speed max",
                                 "plan --store /",
+                                "plan --store ''",
                                 "--bogus"}) {
     const bool ownStore = std::string(arguments).find("--store") != std::string::npos;
     const Output output = Console(arguments + (ownStore || !*arguments ? "" : kEmpty));

@@ -20,6 +20,7 @@
 
 #include "control/control_window.h"
 #include "control/window/dlg_welcome.h"
+#include "session/contrast.h"
 #include "settings/settings_table.h"
 #include "tests/support/fakes.h"
 #include "tests/support/letters.h"
@@ -300,6 +301,23 @@ TEST_F(FrmMainTest, EverythingIsInSightAndLinesMoveNothing) {
   EXPECT_EQ(scroll->verticalScrollBar()->maximum(), 0);
   EXPECT_EQ(scroll->horizontalScrollBar()->maximum(), 0);
   QApplication::setFont(QFont());
+}
+
+TEST_F(FrmMainTest, NoLineWidensIt) {
+  window.ShowNotices({{NoticeKind::Scoring, "The file " + std::string(250, 'x') + ".bws is gone"}});
+  QApplication::processEvents();
+  EXPECT_LT(window.minimumSizeHint().width(), 800);
+}
+
+TEST_F(FrmMainTest, WhatAnEmptyBoxAsksForCanBeRead) {
+  const QPalette colours = Find<QLineEdit>("txtDefault")->palette();
+  const auto colour = [](const QColor& c) {
+    return Colour{static_cast<uint8_t>(c.red()), static_cast<uint8_t>(c.green()),
+                  static_cast<uint8_t>(c.blue())};
+  };
+  EXPECT_GE(ContrastRatio(colour(colours.color(QPalette::PlaceholderText)),
+                          colour(colours.color(QPalette::Base))),
+            4.5);
 }
 
 TEST_F(FrmMainTest, TheStrongButtonLeadsBackToTheClockWhileItRuns) {

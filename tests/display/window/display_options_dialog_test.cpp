@@ -62,6 +62,10 @@ TEST_F(FrmFontTest, ShowsAndChangesTheChosenElement) {
   EXPECT_EQ(sample->ShownFont().pointSizeF(), 48);
   list->setCurrentRow(2);  // a long one, which is shown smaller rather than cut off
   EXPECT_LE(QFontMetrics(sample->ShownFont()).horizontalAdvance(sample->Text()), sample->width());
+  session.elements[8].Size = 300;
+  list->setCurrentRow(8);
+  EXPECT_LE(QFontMetrics(sample->ShownFont()).height(), sample->height());
+  session.elements[8].Size = DefaultElementStyles()[8].Size;
   list->setCurrentRow(4);
   QTest::mouseClick(Find<QPushButton>(dialog, "cmdColour"), Qt::LeftButton);  // cancelled
   EXPECT_EQ(session.elements, DefaultElementStyles());
