@@ -93,6 +93,8 @@ void FrmDisplay2::ShowRoomDisplay(bool visible, bool fullScreen) {
 
 int FrmDisplay2::NoticesHeight() const {
   if (fraNotices_->isHidden()) return 0;
+  // First, since everything else is placed above what they need.
+  fraNotices_->SetTextSize(CommandBar::TextIn(height()));
   const int wrapped = fraNotices_->heightForWidth(width());
   return std::max(wrapped, fraNotices_->sizeHint().height());
 }
@@ -110,7 +112,6 @@ QRect FrmDisplay2::BarRoom() const {
 int FrmDisplay2::MonitorWidth() const {
   const QString style = QString(kStyle).arg(CommandBar::TextIn(height()));
   if (fraMonitor_->styleSheet() != style) fraMonitor_->setStyleSheet(style);
-  fraNotices_->SetTextSize(CommandBar::TextIn(height()));
   fraMonitor_->ensurePolished();
   fraMonitor_->layout()->activate();
   return std::min(fraMonitor_->sizeHint().width() + kAround, width() / 2);
