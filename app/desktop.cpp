@@ -60,9 +60,9 @@ Desktop::Desktop(const std::filesystem::path& store)
                 .secondsToTick = [this] { return ticks_.SecondsToTick(); }}),
       records_(store, writer_),
       deviceFile_(store, writer_) {
-  SessionListener* const listeners[] = {&scoring_, &frmDisplay_, &frmDisplay2_, &frmMain_,
-                                        &control_, &rounds_,     &recorder_,    &watch_,
-                                        &awake_,   &teller_,     &remotes_};
+  SessionListener* const listeners[] = {&evening_, &scoring_, &frmDisplay_, &frmDisplay2_,
+                                        &frmMain_, &control_, &rounds_,     &recorder_,
+                                        &watch_,   &awake_,   &teller_,     &remotes_};
   for (SessionListener* listener : listeners) broadcast_.Add(*listener);
   session_.ProgramFolder = ProgramFolderPath();
   frmMain_.SetLogic(control_);

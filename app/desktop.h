@@ -148,6 +148,7 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
                      .listener = broadcast_,
                      .errors = errors_}};
   Notices notices_{broadcast_};
+  EveningSoFar evening_{time_};
   ProgramExit exit_{session_, clock_, prompts_, *this};
   FrmMain frmMain_{session_};
   ControlWindow control_{{.session = session_,
@@ -156,6 +157,7 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
                           .errors = errors_,
                           .time = time_,
                           .clock = clock_,
+                          .evening = evening_,
                           .notices = notices_,
                           .table = settings_,
                           .host = *this,
@@ -190,11 +192,13 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
                              .clock = clock_,
                              .link = scoring_.Link(),
                              .rounds = rounds_,
+                             .evening = evening_,
                              .time = time_,
                              .keeper = records_,
                              .notices = notices_}};
   ContinueSession continue_{{.session = session_,
                              .clock = clock_,
+                             .evening = evening_,
                              .time = time_,
                              .keeper = records_,
                              .prompts = prompts_,

@@ -312,9 +312,8 @@ void ControlWindow::ShowFace(const ClockFace& face) {
     planned_.time = start ? *startedAt_ : ToTheMinute(from);
     PutIfChanged(Box::StartTime);
   }
-  const bool ran = soFar_.UnderWay();
-  soFar_.Follow(face, parts_.time.Uptime());
-  if (!Runs(face.phase)) {
+  const bool ran = std::exchange(underWay_, Runs(face.phase));
+  if (!underWay_) {
     parts_.view.ShowLive(std::nullopt);
     if (ran) ShowEnd();
     return;

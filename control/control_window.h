@@ -33,6 +33,7 @@ class ControlWindow : public SessionListener {
     ErrorTrap& errors;
     const TimeSource& time;
     RoundClock& clock;
+    const EveningSoFar& evening;  // which is told of each face first
     Notices& notices;
     SettingsTable& table;
     ControlHost& host;
@@ -124,7 +125,7 @@ class ControlWindow : public SessionListener {
   std::optional<ClockTime> startedAt_;  // shown to the second until the first move sets another
   bool started_ = false;                // in this run
   std::optional<float> typedMinutes_;   // while those for a required finish stand in their place
-  EveningSoFar soFar_;
+  bool underWay_ = false;  // a session was, when the last face came
   std::vector<Box> takenOver_;  // from a scoring file, until the first edit
   std::string waiting_;         // "WAITING FOR TABLES 5 7", while the clock is held for them
   Evening evening_;             // as it was shown last

@@ -83,8 +83,7 @@ void ControlWindow::ShowSchedule(const Schedule& schedule, const Standing& stand
   parts_.view.SetLabel(Label::lblBreakTime,
                        schedule.breakAt ? TimeText(*schedule.breakAt, Form()) : std::string());
   const auto lines = Timetable(s, standing);
-  evening_ = Runs(standing.phase) ? soFar_.Whole(lines, parts_.time.Uptime(), start)
-                                  : Evening{lines, start};
+  evening_ = Runs(standing.phase) ? parts_.evening.Whole(lines) : Evening{lines, start};
   parts_.view.ShowEvening(evening_);
 }
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "control/entry_rules.h"
-#include "control/evening_so_far.h"
+#include "session/evening_so_far.h"
 #include "control/live_strip.h"
 #include "session/timetable.h"
 

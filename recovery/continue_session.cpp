@@ -108,6 +108,9 @@ void ContinueSession::GoOn(const SessionRecord& record) {
     step.at += toThisRun;
     step.before = step.before.Shifted(toThisRun + notCounted);
   }
+  std::vector<PhaseBegun> evening = record.evening;
+  for (PhaseBegun& begun : evening) begun.at += toThisRun;
+  parts_.evening.GoOn(std::move(evening));
   parts_.clock.Continue(record.state.Shifted(toThisRun + notCounted), undo);
 }
 

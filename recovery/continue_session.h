@@ -14,6 +14,7 @@ class ContinueSession {
   struct Parts {
     Session& session;
     RoundClock& clock;
+    EveningSoFar& evening;
     const TimeSource& time;
     RecordKeeper& keeper;
     Prompts& prompts;

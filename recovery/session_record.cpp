@@ -73,11 +73,13 @@ NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(UndoStep, command, at, before)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(DateTime, seconds)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(RoundStart, moved, began)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(FollowedFile, path, sections, identity, leftOut)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(SessionRecord, at, state, settings, undo, scoring, starts)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PhaseBegun, phase, round, at)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(SessionRecord, at, state, settings, undo, scoring, starts,
+                                   evening)
 
 namespace {
 
-constexpr int kFormat = 4;  // to be raised when another version would misread the record
+constexpr int kFormat = 5;  // to be raised when another version would misread the record
 
 bool IsValid(const ClockState& state) {
   const auto marks = {state.roundEnd, state.moveEnd, state.pauseMark, state.countsFrom,
@@ -97,7 +99,9 @@ bool IsValid(const SessionRecord& record) {
   return IsValid(record.state) && std::isfinite(now) && std::isfinite(record.at.utc) &&
          record.state.At(now).secondsLeft <= kLongestPhase * 60 &&
          std::all_of(record.undo.begin(), record.undo.end(),
-                     [](const UndoStep& step) { return IsValid(step); });
+                     [](const UndoStep& step) { return IsValid(step); }) &&
+         std::all_of(record.evening.begin(), record.evening.end(),
+                     [](const PhaseBegun& begun) { return std::isfinite(begun.at); });
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include "clock/undo_list.h"
 #include "scoring/round_book.h"
 #include "scoring/scoring_link.h"
+#include "session/evening_so_far.h"
 #include "session/time_source.h"
 
 namespace corvanel {
@@ -19,6 +20,7 @@ struct SessionRecord {
   std::vector<UndoStep> undo;
   FollowedFile scoring;
   RoundStarts starts;
+  std::vector<PhaseBegun> evening;  // that has begun
 };
 
 /// The record as text (JSON).

@@ -40,7 +40,8 @@ void SessionRecorder::Write(const Moment& now) {
               parts_.session.settings,
               parts_.clock.UndoSteps(),
               parts_.link.Followed(),
-              parts_.rounds.Starts()};
+              parts_.rounds.Starts(),
+              parts_.evening.Begun()};
   parts_.keeper.Keep(TextOf(*written_));
 }
 

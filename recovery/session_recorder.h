@@ -40,6 +40,7 @@ class SessionRecorder : public SessionListener {
     const RoundClock& clock;
     const ScoringLink& link;
     const RoundBook& rounds;
+    const EveningSoFar& evening;
     const TimeSource& time;
     RecordKeeper& keeper;
     Notices& notices;

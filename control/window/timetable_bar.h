@@ -3,7 +3,7 @@
 #include <QWidget>
 #include <vector>
 
-#include "control/evening_so_far.h"
+#include "session/evening_so_far.h"
 #include "session/session.h"
 
 namespace corvanel {

@@ -64,6 +64,12 @@ TEST(ContinueSessionTest, GoesOnFromWhereItStopped) {
   ASSERT_TRUE(second.Resume());
   EXPECT_NEAR(second.Left(), 400, 1);
   EXPECT_EQ(second.State().round, 2);
+  // The evening is still known from its beginning.
+  const auto& begun = second.evening.Begun();
+  ASSERT_EQ(begun.size(), 2U);
+  EXPECT_EQ(begun[0].round, 1);
+  EXPECT_NEAR(begun[1].at - begun[0].at, 100.5, 0.01);
+  EXPECT_NEAR(second.bench.clocks.time.Uptime() - begun[0].at, 720, 1);
   EXPECT_EQ(second.bench.base.prompts.choices[1], "From 6:40, where it stopped");
   EXPECT_EQ(second.bench.base.prompts.texts.back(),
             "Corvanel closed while a session was running.\r\n\r\nRound 2 of 4, 6:40 left\r\n"
@@ -381,7 +387,7 @@ TEST(ContinueSessionTest, TheReasonIsThatOfTheNewestRecord) {
   first.Begin();
   std::string newer = keeper.texts.front();
   const std::string format = "\"format\": 4";
-  newer.replace(newer.find(format), format.size(), "\"format\": 5");
+  newer.replace(newer.find(format), format.size(), "\"format\": 6");
   keeper.texts = {newer, "{}"};
   ProgramRun second(keeper, ClockTime::At(20, 1), "two");
   EXPECT_FALSE(second.Resume());

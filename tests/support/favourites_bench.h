@@ -13,6 +13,7 @@ struct FavouritesBench {
   explicit FavouritesBench(ClockTime start = ClockTime::At(19, 30), DateTime day = {},
                            const std::string& boot = "virtual")
       : bench(start, day, boot) {
+    bench.broadcast.Add(evening);
     bench.broadcast.Add(control);
   }
 
@@ -24,8 +25,9 @@ struct FavouritesBench {
   SettingsTable table{store, session, bench.errors};
   Notices notices{bench.broadcast};
   ProgramExit exit{session, bench.clock, prompts, view};
-  ControlWindow control{
-      {session, view, prompts, bench.errors, bench.time, bench.clock, notices, table, view, exit}};
+  EveningSoFar evening{bench.time};
+  ControlWindow control{{session, view, prompts, bench.errors, bench.time, bench.clock, evening,
+                         notices, table, view, exit}};
   Favourites favourites{{table, bench.clock, view, control, prompts, bench.errors}};
 };
 

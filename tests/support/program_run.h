@@ -80,10 +80,11 @@ struct ProgramRun {
   FakeKeeper& keeper;
   FakeNotices view;
   Notices notices{view};
-  SessionRecorder recorder{{bench.session, bench.clocks.clock, bench.link, bench.rounds,
+  EveningSoFar& evening = bench.base.evening;
+  SessionRecorder recorder{{bench.session, bench.clocks.clock, bench.link, bench.rounds, evening,
                             bench.clocks.time, keeper, notices}};
-  ContinueSession ending{
-      {bench.session, bench.clocks.clock, bench.clocks.time, keeper, bench.base.prompts, notices}};
+  ContinueSession ending{{bench.session, bench.clocks.clock, evening, bench.clocks.time, keeper,
+                          bench.base.prompts, notices}};
 };
 
 }  // namespace corvanel

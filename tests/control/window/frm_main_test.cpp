@@ -75,8 +75,9 @@ class FrmMainTest : public testing::Test {
   Notices notices{bench.broadcast};
   ProgramExit exit{session, bench.clock, prompts, desk};
   FrmMain window{session};
-  ControlWindow logic{{session, window, prompts, bench.errors, bench.time, bench.clock, notices,
-                       table, desk, exit}};
+  EveningSoFar evening{bench.time};
+  ControlWindow logic{{session, window, prompts, bench.errors, bench.time, bench.clock, evening,
+                       notices, table, desk, exit}};
 };
 
 TEST_F(FrmMainTest, LettersAreRefusedAndTheTextStays) {

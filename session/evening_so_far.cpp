@@ -1,4 +1,4 @@
-#include "control/evening_so_far.h"
+#include "session/evening_so_far.h"
 
 #include <tuple>
 
@@ -13,7 +13,7 @@ auto OrderOf(Phase phase, int round) {
 
 }  // namespace
 
-void EveningSoFar::Follow(const ClockFace& face, double uptime) {
+void EveningSoFar::ShowFace(const ClockFace& face) {
   if (!Runs(face.phase)) {
     begun_.clear();
     return;
@@ -21,11 +21,14 @@ void EveningSoFar::Follow(const ClockFace& face, double uptime) {
   const auto now = OrderOf(face.phase, face.round);
   const auto last = [this] { return OrderOf(begun_.back().phase, begun_.back().round); };
   while (!begun_.empty() && last() > now) begun_.pop_back();
-  if (begun_.empty() || last() < now) begun_.push_back({face.phase, face.round, uptime});
+  if (begun_.empty() || last() < now) {
+    begun_.push_back({face.phase, face.round, time_.Uptime()});
+  }
 }
 
-Evening EveningSoFar::Whole(const std::vector<TimetableLine>& ahead, double uptime,
-                            ClockTime timeOfDay) const {
+Evening EveningSoFar::Whole(const std::vector<TimetableLine>& ahead) const {
+  const double uptime = time_.Uptime();
+  const ClockTime timeOfDay = time_.TimeOfDay();
   if (begun_.empty() || ahead.empty()) return {ahead, timeOfDay};
   Evening evening;
   const double first = begun_.front().at;
