@@ -128,7 +128,8 @@ int Run(int pages) {
   ClockBench bench;
   auto server = WebServer::Listen(
       "127.0.0.1", 0,
-      {Uptime, [](const std::string&) { return std::nullopt; }, [](const RemoteWord&) {}}, {});
+      {Uptime, [](const std::string&) { return std::nullopt; }, [](const RemoteWord&) {}},
+      {.viewersFrom = 100'000, .visitorsFrom = 100'000});
   if (!server) return 1;
   RoomTeller teller({bench.session, bench.clock, bench.time});
   teller.TellTo([&](const RoomState& state) { server.Value()->Show(state); });

@@ -93,20 +93,30 @@ void RemoteDesk::Hear(const RemoteWord& word) {
   const bool comes = !invitedKey_.empty() && word.invitation == invitedKey_;
   if (comes) return Join(word.device);
   // Sent away meanwhile, or the invitation has ended.
-  if (std::find(devices_.begin(), devices_.end(), word.device) == devices_.end()) return;
-  const std::string refusal = Obey(word);
+  const auto device = std::find_if(devices_.begin(), devices_.end(),
+                                   [&](const RemoteDevice& d) { return d.key == word.device.key; });
+  if (device == devices_.end()) return;
+  const std::string refusal = Obey(word, device->name);
   if (lines_ != nullptr) lines_->Answer(word, refusal);
 }
 
 /// The next one needs another code.
 void RemoteDesk::Join(const RemoteDevice& device) {
-  devices_.push_back(device);
+  const auto taken = [this](const std::string& name) {
+    return std::any_of(devices_.begin(), devices_.end(),
+                       [&](const RemoteDevice& other) { return other.name == name; });
+  };
+  RemoteDevice named = device;
+  for (int number = 2; taken(named.name); ++number) {
+    named.name = fmt::format("{} {}", device.name, number);
+  }
+  devices_.push_back(named);
   parts_.keeper.Keep(TextOf(devices_));
   Invite();
 }
 
 /// Returns why not.
-std::string RemoteDesk::Obey(const RemoteWord& word) {
+std::string RemoteDesk::Obey(const RemoteWord& word, const std::string& by) {
   const std::string_view name = std::string_view(word.text).substr(0, word.text.find(' '));
   const auto* const command =
       std::find_if(kCommands.begin(), kCommands.end(),
@@ -114,7 +124,7 @@ std::string RemoteDesk::Obey(const RemoteWord& word) {
   if (command == kCommands.end()) return kMovedOn;
   RoundClock& clock = parts_.clock;
   bool done = false;
-  clock.DoFor(word.device.name, command->command, [&] {
+  clock.DoFor(by, command->command, [&] {
     done = TextNow(*command, clock) == word.text;
     return done;
   });
@@ -125,7 +135,23 @@ std::string RemoteDesk::Obey(const RemoteWord& word) {
 }
 
 void RemoteDesk::ShowFace(const ClockFace& /*face*/) {
+  TellOfKeeping();
   Tell();
+}
+
+void RemoteDesk::TellOfKeeping() {
+  const std::string failure = lines_ == nullptr ? "" : parts_.keeper.Failure();
+  if (failure == failure_) return;
+  failure_ = failure;
+  if (failure.empty()) {
+    parts_.notices.Clear(NoticeKind::Devices);
+  } else {
+    parts_.notices.Set(
+        {NoticeKind::Devices,
+         "Which devices may lead the session could not be written down, and holds for "
+         "this evening only: " +
+             failure});
+  }
 }
 
 void RemoteDesk::ShowNotices(const std::vector<Notice>& notices) {

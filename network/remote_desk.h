@@ -30,6 +30,8 @@ class DeviceKeeper {
   virtual void Keep(const std::string& text) = 0;
   /// What was kept; empty when nothing was.
   virtual std::string Kept() const = 0;
+  /// Why the latest text is not kept; empty when it is, or is still on its way.
+  virtual std::string Failure() const = 0;
   /// What was kept is damaged: puts it aside, for a person to look at.
   virtual void PutAside() = 0;
 };
@@ -70,8 +72,9 @@ class RemoteDesk : public SessionListener {
  private:
   void Admit();
   void Join(const RemoteDevice& device);
-  std::string Obey(const RemoteWord& word);
+  std::string Obey(const RemoteWord& word, const std::string& by);
   void Tell();
+  void TellOfKeeping();
 
   Parts parts_;
   RemoteLines* lines_ = nullptr;
@@ -80,6 +83,7 @@ class RemoteDesk : public SessionListener {
   std::string invitedKey_;
   std::vector<Notice> notices_;
   std::string told_;
+  std::string failure_;
 };
 
 }  // namespace corvanel

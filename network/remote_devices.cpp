@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 #include <sodium.h>
+#include <utf8proc.h>
 
 #include <algorithm>
 #include <array>
@@ -20,6 +21,7 @@ using nlohmann::json;
 using Bytes = std::vector<unsigned char>;
 
 constexpr size_t kKeyBytes = crypto_auth_hmacsha256_KEYBYTES;
+constexpr size_t kExchangeBytes = crypto_scalarmult_BYTES;
 constexpr size_t kIdDigits = 16;
 constexpr size_t kChallengeBytes = 16;
 
@@ -31,8 +33,6 @@ constexpr size_t kCodeSigns = 10;
 constexpr uint64_t kRounds = 16384;
 constexpr uint32_t kBlock = 8;
 constexpr std::string_view kSalt = "corvanel remote";
-
-constexpr std::string_view kJoin = "join ";
 
 const unsigned char* BytesOf(std::string_view text) {
   return reinterpret_cast<const unsigned char*>(text.data());
@@ -66,6 +66,11 @@ Mac MacOf(const std::string& key, std::string_view text) {
   return mac;
 }
 
+std::string HexMac(const std::string& key, std::string_view text) {
+  const Mac mac = MacOf(key, text);
+  return Hex(mac.data(), mac.size());
+}
+
 bool IsKey(const std::string& key) {
   return FromHex(key, kKeyBytes).has_value();
 }
@@ -86,11 +91,42 @@ std::optional<Number> NumberOf(std::string_view text) {
   return failure == std::errc() && rest == end ? std::optional(number) : std::nullopt;
 }
 
+/// Makes the new device's key of both sides' parts. False for a part that leads to none.
+bool Agree(const Bytes& theirs, const std::string& told, RemoteWord& word) {
+  Bytes secret(kExchangeBytes);
+  Bytes own(kExchangeBytes);
+  Bytes shared(kExchangeBytes);
+  randombytes_buf(secret.data(), secret.size());
+  crypto_scalarmult_base(own.data(), secret.data());
+  if (crypto_scalarmult(shared.data(), secret.data(), theirs.data()) != 0) return false;
+  word.invitation = word.device.key;
+  word.publicKey = Hex(own.data(), own.size());
+  const std::string both = told + ' ' + word.publicKey;
+  word.proof = HexMac(word.invitation, "server " + both);
+  word.device.key =
+      HexMac(word.invitation, "device " + both + ' ' + Hex(shared.data(), shared.size()));
+  return true;
+}
+
+/// Signs that are none, or that turn and hide others.
+bool IsHidden(unsigned code) {
+  return code < ' ' || (code >= 0x7F && code < 0xA0) || (code >= 0x200B && code <= 0x200F) ||
+         (code >= 0x2028 && code <= 0x202E) || (code >= 0x2060 && code <= 0x206F) || code == 0xFEFF;
+}
+
 /// As a person calls a device: without signs that are none; empty when it is too long to be shown.
 std::string NameIn(std::string_view text) {
   constexpr size_t kLongest = 80;  // bytes
-  std::string name(Trimmed(text));
-  std::erase_if(name, [](unsigned char sign) { return sign < ' ' || sign == 0x7F; });
+  std::string name;
+  while (!text.empty()) {
+    utf8proc_int32_t code = -1;
+    const auto length = utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
+                                         static_cast<utf8proc_ssize_t>(text.size()), &code);
+    const size_t taken = length > 0 ? static_cast<size_t>(length) : 1;
+    if (length > 0 && !IsHidden(static_cast<unsigned>(code))) name += text.substr(0, taken);
+    text.remove_prefix(taken);
+  }
+  name = Trimmed(name);
   return name.size() > kLongest ? "" : name;
 }
 
@@ -131,7 +167,8 @@ Result<std::vector<RemoteDevice>> ReadDevices(const std::string& text) {
     std::vector<RemoteDevice> devices;
     for (const json& entry : json::parse(text)) {
       devices.push_back({entry.at("key"), entry.at("name")});
-      if (!IsKey(devices.back().key)) return Error{13, "it is damaged"};
+      if (!IsKey(devices.back().key) || devices.back().name.empty())
+        return Error{13, "it is damaged"};
     }
     return devices;
   } catch (const std::exception&) {
@@ -151,7 +188,8 @@ std::optional<RemoteDevice> RemoteGate::Find(std::string_view id) const {
 }
 
 bool RemoteGate::Has(const RemoteDevice& device) const {
-  return std::find(devices_.begin(), devices_.end(), device) != devices_.end();
+  return std::any_of(devices_.begin(), devices_.end(),
+                     [&](const RemoteDevice& other) { return other.key == device.key; });
 }
 
 void RemoteGate::LetIn(const RemoteDevice& device) {
@@ -184,13 +222,14 @@ Result<RemoteWord> RemoteLine::Hear(std::string_view message, const RemoteGate& 
   if (*counted <= last_) return Error{0, "repeated"};
   last_ = *counted;
   if (!(std::abs(now - *said) <= kTooLate)) return Error{0, "late"};
-  RemoteWord word{0, *counted, *device, std::string(message), ""};
+  RemoteWord word{0, *counted, *device, std::string(message), "", "", ""};
   if (!word.device.name.empty()) return word;
-  if (!message.starts_with(kJoin)) return unknown;
-  const Mac own = MacOf(device->key, "device " + told);
-  word.invitation = device->key;
-  word.device = {Hex(own.data(), own.size()), NameIn(message.substr(kJoin.size()))};
-  if (word.device.name.empty()) return Error{0, "name"};
+  if (TakeWord(message) != "join") return unknown;
+  const auto theirs = FromHex(TakeWord(message), kExchangeBytes);
+  const std::string name = NameIn(message);
+  if (name.empty()) return Error{0, "name"};
+  if (!theirs || !Agree(*theirs, told, word)) return unknown;
+  word.device.name = name;
   return word;
 }
 

@@ -37,6 +37,8 @@ struct RemoteWord {
   RemoteDevice device;
   std::string text;        // "pause"
   std::string invitation;  // the key with which the device comes in; empty where it is in
+  std::string publicKey;   // with which it does: the server's part of its key, hex digits
+  std::string proof;       // that the server has the invited key: what that makes of its part
 };
 
 /// Who is let in, and who may come.
@@ -68,11 +70,11 @@ class RemoteLine {
   const std::string& Challenge();
   /// What `message` says: "say ID NUMBER UPTIME MAC TEXT", where UPTIME is when it was said by the
   /// server's clock in seconds, and MAC what the device's key makes of "CHALLENGE NUMBER UPTIME
-  /// TEXT" (HMAC-SHA-256, hex). All that an invited device can say is "join NAME"; the word's
-  /// device then has that name and a key of its own, which the invited key makes of "device " and
-  /// what was signed: whoever sees the code later has no use for it. An error's description is what
-  /// the device is told: "unknown" when nobody who is let in or invited said that, "repeated",
-  /// "late", "name" for one that cannot be shown.
+  /// TEXT" (HMAC-SHA-256, hex). All that an invited device can say is "join PUBLIC NAME"; the
+  /// word's device then has that name and a key of its own, which is agreed on (X25519) and signed
+  /// for by the invited key, so that whoever sees the code later has no use for it. An error's
+  /// description is what the device is told: "unknown" when nobody who is let in or invited said
+  /// that, "repeated", "late", "name" for one that cannot be shown.
   Result<RemoteWord> Hear(std::string_view message, const RemoteGate& gate, double now);
 
  private:

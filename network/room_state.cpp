@@ -189,7 +189,7 @@ std::string RoomState::Sound(size_t number) const {
 }
 
 bool RoomState::Tells(const RoomState& other) const {
-  return body_ != other.body_ || clock_ != other.clock_ ||
+  return body_ != other.body_ || clock_ != other.clock_ || sounds_ != other.sounds_ ||
          std::abs(midnight_ - other.midnight_) > kClockWasSet;
 }
 

@@ -32,6 +32,7 @@ class RoomState {
   bool Tells(const RoomState& other) const;
   /// The file of a sound by its number in the message, as the settings have it; empty for others.
   std::string Sound(size_t number) const;
+  bool HasSoundsOf(const RoomState& other) const { return sounds_ == other.sounds_; }
 
  private:
   std::string clock_;        // the run of the computer

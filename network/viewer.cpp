@@ -8,10 +8,12 @@
 namespace corvanel {
 namespace {
 
+namespace asio = boost::asio;
 namespace beast = boost::beast;
 namespace websocket = beast::websocket;
 
-constexpr size_t kLongestMessage = 256;  // bytes, of what a page sends
+constexpr size_t kLongestMessage = 320;  // bytes, of what a page sends
+constexpr size_t kFastest = 2000;        // bytes a second
 constexpr int kMessagesAMinute = 120;
 constexpr size_t kMostWaiting = 4;  // answers
 constexpr auto kHandshake = std::chrono::seconds(10);
@@ -28,14 +30,21 @@ std::optional<double> AskedAt(std::string_view text) {
   return failure == std::errc() && rest == end ? std::optional(asked) : std::nullopt;
 }
 
+asio::ip::address AddressOf(WebStream& stream) {
+  beast::error_code gone;
+  return stream.socket().remote_endpoint(gone).address();
+}
+
 }  // namespace
 
-Viewer::Viewer(uint64_t number, beast::tcp_stream stream, Viewers& viewers)
+Viewer::Viewer(uint64_t number, WebStream stream, Viewers& viewers)
     : socket_(std::move(stream)),
+      from_(AddressOf(beast::get_lowest_layer(socket_))),
       viewers_(viewers),
       slow_(socket_.get_executor()),
       number_(number) {
   beast::get_lowest_layer(socket_).expires_never();
+  beast::get_lowest_layer(socket_).rate_policy().read_limit(kFastest);
   websocket::stream_base::timeout times{kHandshake, kSilence, true};
   socket_.set_option(times);
   socket_.read_message_max(kLongestMessage);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/steady_timer.hpp>
 #include <boost/beast/core.hpp>
 #include <boost/beast/websocket.hpp>
@@ -13,8 +14,9 @@
 
 namespace corvanel {
 
-/// What a page is sent. Shared by all pages that get the same.
-using SharedText = std::shared_ptr<const std::string>;
+/// A connection, which is read from no faster than anybody has anything to say.
+using WebStream = boost::beast::basic_stream<boost::asio::ip::tcp, boost::asio::any_io_executor,
+                                             boost::beast::simple_rate_policy>;
 
 class Viewer;
 
@@ -36,7 +38,8 @@ class Viewers {
 class Viewer : public std::enable_shared_from_this<Viewer> {
  public:
   /// `number` tells it from all others.
-  Viewer(uint64_t number, boost::beast::tcp_stream stream, Viewers& viewers);
+  Viewer(uint64_t number, WebStream stream, Viewers& viewers);
+  const boost::asio::ip::address& From() const { return from_; }
   /// Answers the request that asks for the connection.
   void Accept(const WebRequest& request);
   /// A state takes the place of one that still waits to be sent: a slow page gets the latest only.
@@ -57,7 +60,8 @@ class Viewer : public std::enable_shared_from_this<Viewer> {
   bool Understand(std::string_view text);
   void Leave();
 
-  boost::beast::websocket::stream<boost::beast::tcp_stream> socket_;
+  boost::beast::websocket::stream<WebStream> socket_;
+  const boost::asio::ip::address from_;
   Viewers& viewers_;
   boost::beast::flat_buffer received_;
   boost::asio::steady_timer slow_;

@@ -1,6 +1,7 @@
 #include "network/web_answer.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "network/pages.h"
 
@@ -30,7 +31,7 @@ constexpr Route kRoutes[] = {
     {"/count.js", "count.js", kScript},
     {"/display.js", "display.js", kScript},
     {"/line.js", "line.js", kScript},
-    {"/noble-hashes.js", "noble-hashes.js", kScript},
+    {"/noble.js", "noble.js", kScript},
     {"/remote.js", "remote.js", kScript},
     {"/room.js", "room.js", kScript},
     {"/sounds.js", "sounds.js", kScript},
@@ -38,23 +39,26 @@ constexpr Route kRoutes[] = {
 };
 
 void Protect(WebAnswer& answer) {
-  answer.set(http::field::cache_control, "no-store");
-  answer.set("Content-Security-Policy",
-             "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self'; "
-             "media-src 'self'; connect-src 'self'; base-uri 'none'; form-action 'none'; "
-             "frame-ancestors 'none'");
-  answer.set("X-Content-Type-Options", "nosniff");
-  answer.set("Referrer-Policy", "no-referrer");
+  answer.head.set(http::field::cache_control, "no-store");
+  answer.head.set("Content-Security-Policy",
+                  "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self'; "
+                  "media-src 'self'; connect-src 'self'; base-uri 'none'; form-action 'none'; "
+                  "frame-ancestors 'none'");
+  answer.head.set("X-Content-Type-Options", "nosniff");
+  answer.head.set("Referrer-Policy", "no-referrer");
 }
 
 WebAnswer AnswerWith(http::status status, unsigned version, std::string_view type,
-                     std::string body) {
-  WebAnswer answer{status, version};
-  answer.set(http::field::content_type, {type.data(), type.size()});
+                     const SharedText& body) {
+  WebAnswer answer{{status, version}, body};
+  answer.head.set(http::field::content_type, {type.data(), type.size()});
+  answer.head.content_length(body->size());
   Protect(answer);
-  answer.body() = std::move(body);
-  answer.prepare_payload();
   return answer;
+}
+
+SharedText Shared(std::string text) {
+  return std::make_shared<const std::string>(std::move(text));
 }
 
 std::string_view PathOf(const WebRequest& request) {
@@ -62,19 +66,19 @@ std::string_view PathOf(const WebRequest& request) {
   return target.substr(0, target.find('?'));
 }
 
-std::string BytesOf(std::string_view file) {
+SharedText BytesOf(std::string_view file) {
   const auto& files = PageFiles();
-  return std::string(std::find_if(files.begin(), files.end(), [&](const PageFile& f) {
-                       return f.name == file;
-                     })->bytes);
+  return Shared(std::string(std::find_if(files.begin(), files.end(), [&](const PageFile& f) {
+                              return f.name == file;
+                            })->bytes));
 }
 
 /// "/sound/3"
-std::optional<std::string> SoundOf(std::string_view path, const Sources& sources) {
+SharedText SoundOf(std::string_view path, Sources& sources) {
   constexpr std::string_view kSounds = "/sound/";
-  if (!path.starts_with(kSounds) || path.size() != kSounds.size() + 1) return std::nullopt;
+  if (!path.starts_with(kSounds) || path.size() != kSounds.size() + 1) return nullptr;
   const char digit = path.back();
-  if (digit < '0' || digit > '9') return std::nullopt;
+  if (digit < '0' || digit > '9') return nullptr;
   return sources.Sound(static_cast<size_t>(digit - '0'));
 }
 
@@ -83,12 +87,12 @@ std::optional<std::string> SoundOf(std::string_view path, const Sources& sources
 WebAnswer Refusal(http::status status, unsigned version) {
   const auto reason = http::obsolete_reason(status);
   WebAnswer answer =
-      AnswerWith(status, version, kPlain, std::string(reason.data(), reason.size()) + '\n');
-  answer.keep_alive(false);
+      AnswerWith(status, version, kPlain, Shared(std::string(reason.data(), reason.size()) + '\n'));
+  answer.head.keep_alive(false);
   return answer;
 }
 
-WebAnswer AnswerTo(const WebRequest& request, const Sources& sources) {
+WebAnswer AnswerTo(const WebRequest& request, Sources& sources) {
   const bool head = request.method() == http::verb::head;
   if (request.method() != http::verb::get && !head) {
     return Refusal(http::status::method_not_allowed, request.version());
@@ -99,28 +103,36 @@ WebAnswer AnswerTo(const WebRequest& request, const Sources& sources) {
                    [&](const Route& candidate) { return candidate.path == path; });
   WebAnswer answer;
   if (path == "/state") {
-    answer =
-        AnswerWith(http::status::ok, request.version(), "application/json", sources.StateNow());
+    answer = AnswerWith(http::status::ok, request.version(), "application/json",
+                        Shared(sources.StateNow()));
   } else if (route != std::end(kRoutes)) {
     answer = AnswerWith(http::status::ok, request.version(), route->type, BytesOf(route->file));
-  } else if (auto sound = SoundOf(path, sources); sound) {
-    answer = AnswerWith(http::status::ok, request.version(), "application/octet-stream",
-                        std::move(*sound));
+  } else if (const SharedText sound = SoundOf(path, sources)) {
+    answer = AnswerWith(http::status::ok, request.version(), "application/octet-stream", sound);
   } else {
     return Refusal(http::status::not_found, request.version());
   }
   // The length is told all the same.
-  if (head) answer.body().clear();
-  answer.keep_alive(request.keep_alive());
+  if (head) answer.body = nullptr;
+  answer.head.keep_alive(request.keep_alive());
   return answer;
 }
 
 bool IsFromElsewhere(const WebRequest& request) {
   const auto origin = request[http::field::origin];
-  const auto host = request[http::field::host];
-  if (origin.empty()) return false;
-  const std::string own = "http://" + std::string(host.data(), host.size());
-  return std::string_view(origin.data(), origin.size()) != own;
+  const auto field = request[http::field::host];
+  const std::string host(field.data(), field.size());
+  const std::string name = host.substr(0, host.rfind(':'));
+  const bool address = name.find_first_not_of("0123456789.") == std::string::npos;
+  const bool local = name.find('.') == std::string::npos || name.ends_with(".local");
+  if (!address && !local) return true;
+  return !origin.empty() && std::string_view(origin.data(), origin.size()) != "http://" + host;
+}
+
+bool IsSound(std::string_view bytes) {
+  const bool mpeg = bytes.size() > 1 && bytes[0] == '\xFF' && (bytes[1] & 0xE0) == 0xE0;
+  return mpeg || bytes.starts_with("RIFF") || bytes.starts_with("OggS") ||
+         bytes.starts_with("fLaC") || bytes.starts_with("ID3") || bytes.starts_with("FORM");
 }
 
 }  // namespace corvanel

@@ -9,6 +9,7 @@
 #include <boost/beast/core.hpp>
 #include <boost/beast/http.hpp>
 #include <boost/beast/websocket.hpp>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <set>
 #include <thread>
@@ -31,6 +32,7 @@ constexpr auto kNoRoom = std::chrono::milliseconds(100);  // before the next con
 constexpr uint32_t kLongestHead = 8192;                   // bytes of a request
 constexpr uint64_t kLongestBody = 1024;                   // the same
 constexpr int kMostRequests = 100;                        // on one connection
+constexpr size_t kLongestSound = 16'000'000;              // bytes
 
 constexpr auto kReplace = json::error_handler_t::replace;
 
@@ -39,19 +41,25 @@ std::string AnswerText(uint32_t number, const std::string& refusal) {
   return json{{"word", number}, {"refused", refusal}}.dump(-1, ' ', false, kReplace);
 }
 
+/// Unlike that of any other connection to this program.
+uint64_t NewNumber() {
+  static std::atomic<uint64_t> last = 0;
+  return ++last;
+}
+
 /// What a visitor needs of the server.
 class Reception : public Sources {
  public:
-  virtual void BecomesViewer(beast::tcp_stream stream, const WebRequest& request) = 0;
-  virtual void VisitorLeaves() = 0;
+  virtual void BecomesViewer(WebStream stream, const WebRequest& request) = 0;
+  virtual void VisitorLeaves(const asio::ip::address& from) = 0;
 };
 
 /// A connection that asks for pages, one request after the other.
 class Visitor : public std::enable_shared_from_this<Visitor> {
  public:
-  Visitor(tcp::socket socket, Reception& reception)
-      : stream_(std::move(socket)), reception_(reception) {}
-  ~Visitor() { reception_.VisitorLeaves(); }
+  Visitor(tcp::socket socket, const asio::ip::address& from, Reception& reception)
+      : stream_(std::move(socket)), from_(from), reception_(reception) {}
+  ~Visitor() { reception_.VisitorLeaves(from_); }
   Visitor(const Visitor&) = delete;
   Visitor& operator=(const Visitor&) = delete;
 
@@ -75,31 +83,43 @@ class Visitor : public std::enable_shared_from_this<Visitor> {
     }
     if (error) return;
     const WebRequest request = request_->release();
+    if (IsFromElsewhere(request)) return Write(Refusal(http::status::forbidden));
     if (!beast::websocket::is_upgrade(request)) {
       return Write(AnswerTo(request, reception_));
     }
     if (request.target() != "/session") return Write(Refusal(http::status::not_found));
-    if (IsFromElsewhere(request)) return Write(Refusal(http::status::forbidden));
     reception_.BecomesViewer(std::move(stream_), request);
   }
 
   void Write(WebAnswer answer) {
     answer_ = std::move(answer);
-    if (++requests_ >= kMostRequests) answer_.keep_alive(false);
+    if (++requests_ >= kMostRequests) answer_.head.keep_alive(false);
+    serializer_.emplace(answer_.head);
     stream_.expires_after(kRequestComes);
-    http::async_write(stream_, answer_,
+    http::async_write_header(stream_, *serializer_,
+                             [self = shared_from_this()](beast::error_code error, size_t) {
+                               if (!error) self->WriteBody();
+                             });
+  }
+
+  void WriteBody() {
+    static const std::string kNone;
+    asio::async_write(stream_, asio::buffer(answer_.body ? *answer_.body : kNone),
                       [self = shared_from_this()](beast::error_code error, size_t) {
-                        if (!error && self->answer_.keep_alive()) return self->Read();
+                        self->answer_.body.reset();
+                        if (!error && self->answer_.head.keep_alive()) return self->Read();
                         beast::error_code ignored;
                         self->stream_.socket().shutdown(tcp::socket::shutdown_send, ignored);
                       });
   }
 
-  beast::tcp_stream stream_;
+  WebStream stream_;
+  const asio::ip::address from_;
   Reception& reception_;
   beast::flat_buffer received_{kLongestHead + kLongestBody};
   std::optional<http::request_parser<http::string_body>> request_;
   WebAnswer answer_;
+  std::optional<http::response_serializer<http::empty_body>> serializer_;
   int requests_ = 0;
 };
 
@@ -117,19 +137,24 @@ class WebServer::Impl : public Reception, public Viewers {
     if (!error) {
       const tcp::endpoint endpoint(place, port);
       acceptor_.open(endpoint.protocol(), error);
+#ifndef _WIN32
+      // There it would let others listen at the same port.
       if (!error) acceptor_.set_option(asio::socket_base::reuse_address(true), error);
+#endif
       if (!error) acceptor_.bind(endpoint, error);
       if (!error) acceptor_.listen(asio::socket_base::max_listen_connections, error);
     }
     if (error) return Error{error.value(), error.message()};
     port_ = acceptor_.local_endpoint().port();
     Take();
-    thread_ = std::jthread([this] { context_.run(); });
+    thread_ = std::jthread([this] { Run(); });
     return {};
   }
 
   void Show(RoomState state) {
     asio::post(context_, [this, state = std::move(state)]() mutable {
+      // Another choice of sounds: files may have changed, too.
+      if (!state.HasSoundsOf(state_)) sounds_.clear();
       state_ = std::move(state);
       const auto text = std::make_shared<const std::string>(state_.Message(parts_.uptime()));
       for (const auto& viewer : viewers_) viewer->Send(text);
@@ -164,8 +189,12 @@ class WebServer::Impl : public Reception, public Viewers {
     });
   }
 
-  uint16_t Port() const { return port_; }
-  size_t ViewerCount() const { return count_; }
+  uint16_t Port() const {
+    return port_;
+  }
+  size_t ViewerCount() const {
+    return count_;
+  }
 
  private:
   void Take() {
@@ -179,24 +208,58 @@ class WebServer::Impl : public Reception, public Viewers {
         });
         return;
       }
-      if (visitors_ < limits_.visitors) {
+      const auto from = socket.remote_endpoint(error).address();
+      const bool room = visitors_ < limits_.visitors && visitorsFrom_[from] < limits_.visitorsFrom;
+      if (!error && room) {
         ++visitors_;
+        ++visitorsFrom_[from];
         socket.set_option(tcp::no_delay(true), error);
-        std::make_shared<Visitor>(std::move(socket), *this)->Read();
+        std::make_shared<Visitor>(std::move(socket), from, *this)->Read();
       }
       Take();
     });
   }
 
-  std::string StateNow() const override { return state_.Now(parts_.uptime()); }
-  std::optional<std::string> Sound(size_t number) const override {
-    const std::string file = state_.Sound(number);
-    return file.empty() ? std::nullopt : parts_.sound(file);
+  /// What cannot be done for want of memory is left out; the others are served on.
+  void Run() {
+    for (;;) {
+      try {
+        context_.run();
+        return;
+      } catch (const std::exception&) {
+        continue;
+      }
+    }
   }
-  void VisitorLeaves() override { --visitors_; }
-  void BecomesViewer(beast::tcp_stream stream, const WebRequest& request) override {
-    if (viewers_.size() >= limits_.viewers) return;
-    const auto viewer = std::make_shared<Viewer>(++lastNumber_, std::move(stream), *this);
+
+  std::string StateNow() const override {
+    return state_.Now(parts_.uptime());
+  }
+  /// Read once, and never anything but a sound, whatever the settings name.
+  SharedText Sound(size_t number) override {
+    const std::string file = state_.Sound(number);
+    if (file.empty()) return nullptr;
+    const auto [known, added] = sounds_.try_emplace(file);
+    if (added) {
+      auto bytes = parts_.sound(file);
+      if (bytes && bytes->size() <= kLongestSound && IsSound(*bytes)) {
+        known->second = std::make_shared<const std::string>(std::move(*bytes));
+      }
+    }
+    return known->second;
+  }
+  void VisitorLeaves(const asio::ip::address& from) override {
+    --visitors_;
+    if (--visitorsFrom_[from] == 0) visitorsFrom_.erase(from);
+  }
+  void BecomesViewer(WebStream stream, const WebRequest& request) override {
+    const auto viewer = std::make_shared<Viewer>(NewNumber(), std::move(stream), *this);
+    const auto from = std::count_if(viewers_.begin(), viewers_.end(), [&](const auto& other) {
+      return other->From() == viewer->From();
+    });
+    if (viewers_.size() >= limits_.viewers || static_cast<size_t>(from) >= limits_.viewersFrom) {
+      return;
+    }
     viewers_.insert(viewer);
     count_ = viewers_.size();
     viewer->Accept(request);
@@ -209,7 +272,9 @@ class WebServer::Impl : public Reception, public Viewers {
     viewers_.erase(viewer.shared_from_this());
     count_ = viewers_.size();
   }
-  double Uptime() const override { return parts_.uptime(); }
+  double Uptime() const override {
+    return parts_.uptime();
+  }
 
   bool Said(Viewer& viewer, std::string_view message) override {
     auto heard = viewer.Line().Hear(message, gate_, parts_.uptime());
@@ -224,7 +289,9 @@ class WebServer::Impl : public Reception, public Viewers {
     if (comes) gate_.LetIn(word.device);
     if (!viewer.device) {
       viewer.device = word.device;
-      viewer.Answer(json{{"device", word.device.name}}.dump(-1, ' ', false, kReplace));
+      json welcome = {{"device", word.device.name}};
+      if (comes) welcome.update({{"public", word.publicKey}, {"proof", word.proof}});
+      viewer.Answer(welcome.dump(-1, ' ', false, kReplace));
       viewer.Tell(devices_);
     }
     if (comes || word.text != "here") parts_.heard(word);
@@ -234,10 +301,11 @@ class WebServer::Impl : public Reception, public Viewers {
   Parts parts_;
   Limits limits_;
   size_t visitors_ = 0;
+  std::map<asio::ip::address, size_t> visitorsFrom_;
   RoomState state_;
   RemoteGate gate_;
   SharedText devices_ = std::make_shared<const std::string>("{}");
-  uint64_t lastNumber_ = 0;
+  std::map<std::string, SharedText> sounds_;  // by file, as they were read
   std::atomic<size_t> count_ = 0;
   std::atomic<uint16_t> port_ = 0;
   asio::io_context context_{1};

@@ -18,6 +18,9 @@ class WebServer : public RemoteLines {
   struct Limits {
     size_t viewers = 1500;
     size_t visitors = 100;  // connections that are no viewers (yet); further ones are closed
+    // Of either so many from one address, so that nobody takes all places.
+    size_t viewersFrom = 60;
+    size_t visitorsFrom = 30;
 
     /// So many that a program that can have `openFiles` open keeps plenty for itself.
     static Limits Within(size_t openFiles);

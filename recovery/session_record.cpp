@@ -100,8 +100,9 @@ bool IsValid(const SessionRecord& record) {
          record.state.At(now).secondsLeft <= kLongestPhase * 60 &&
          std::all_of(record.undo.begin(), record.undo.end(),
                      [](const UndoStep& step) { return IsValid(step); }) &&
-         std::all_of(record.evening.begin(), record.evening.end(),
-                     [](const PhaseBegun& begun) { return std::isfinite(begun.at); });
+         std::all_of(record.evening.begin(), record.evening.end(), [](const PhaseBegun& begun) {
+           return std::isfinite(begun.at) && begun.round >= 1 && Runs(begun.phase);
+         });
 }
 
 }  // namespace
@@ -121,8 +122,9 @@ Result<SessionRecord> ReadRecord(const std::string& text) {
     auto record = parsed.get<SessionRecord>();
     // A number that does not fit its place has become another one.
     const json back = record;
-    const bool fits =
-        back.at("state") == parsed.at("state") && back.at("undo") == parsed.at("undo");
+    const bool fits = back.at("state") == parsed.at("state") &&
+                      back.at("undo") == parsed.at("undo") &&
+                      back.at("evening") == parsed.at("evening");
     if (fits && IsValid(record)) return record;
   } catch (const std::exception&) {
     return Error{13, "it is damaged"};

@@ -5,12 +5,17 @@
 #include "system/path_text.h"
 
 namespace corvanel {
+namespace {
+
+constexpr const char* kDevices = "devices";
+
+}  // namespace
 
 DeviceFile::DeviceFile(const std::filesystem::path& store, DiskWriter& writer)
     : file_(WithSuffix(store, ".devices")), writer_(writer) {}
 
 void DeviceFile::Keep(const std::string& text) {
-  writer_.Do("devices", [file = file_, text] {
+  writer_.Do(kDevices, [file = file_, text] {
     const auto temporary = WithSuffix(file, ".new");
     WriteDurably(temporary, text);
     RenameDurably(temporary, file);
@@ -23,6 +28,11 @@ std::string DeviceFile::Kept() const {
   const auto text = Disk().ReadFile(PathText(file_));
   // There is one, though it cannot be read.
   return text ? text.Value() : "?";
+}
+
+std::string DeviceFile::Failure() const {
+  const auto failure = writer_.Failure(kDevices);
+  return failure ? failure->what() : "";
 }
 
 void DeviceFile::PutAside() {

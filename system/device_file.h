@@ -17,6 +17,7 @@ class DeviceFile : public DeviceKeeper {
 
   void Keep(const std::string& text) override;
   std::string Kept() const override;
+  std::string Failure() const override;
   /// Under its name with ".damaged".
   void PutAside() override;
 

@@ -3,7 +3,7 @@
 
 import { countdown, faceAt } from "./count.js";
 import { ClockLine } from "./line.js";
-import { hmac, scrypt, sha256 } from "./noble-hashes.js";
+import { hmac, scrypt, sha256, x25519 } from "./noble.js";
 
 const LOOK = 100; // milliseconds between two looks at the time
 const HOLD = 1000; // milliseconds for which the next round's button is held
@@ -24,7 +24,7 @@ const hex = (bytes) => [...bytes].map((byte) => byte.toString(16).padStart(2, "0
 const bytesOf = (digits) => Uint8Array.from(digits.match(/../g), (pair) => parseInt(pair, 16));
 
 let key = localStorage.getItem(KEY) ?? ""; // of this device; empty: it was never let in
-let joining = ""; // the key that this device will have, while it waits to be let in
+let joining = null; // what its key will be made of, while it waits to be let in
 let challenge = "";
 let number = 0; // of the last word on this connection
 let lead = null; // how the session can be led; null while this device is not let in
@@ -43,17 +43,13 @@ function say(text, withKey = key) {
 }
 
 function told(message) {
-  if (message.challenge) {
+  if (/^[0-9a-f]{32}$/.test(message.challenge)) {
     challenge = message.challenge;
     number = 0;
     if (key !== "") say("here");
     else show("come");
   } else if (message.device) {
-    if (joining !== "") {
-      key = joining;
-      joining = "";
-      localStorage.setItem(KEY, key);
-    }
+    if (joining !== null && !agree(message)) return;
     answer("");
     show("lead");
   } else if (message.lead) {
@@ -64,13 +60,27 @@ function told(message) {
   }
 }
 
+/** Makes this device's key; false for a clock that does not know the code. */
+function agree({ public: theirs = "", proof }) {
+  const { invited, secret, signed } = joining;
+  const both = `${signed} ${theirs}`;
+  joining = null;
+  if (!/^[0-9a-f]{64}$/.test(theirs) || proof !== sign(invited, `server ${both}`)) {
+    answer("That is not the clock that showed the code.");
+    return false;
+  }
+  key = sign(invited, `device ${both} ${hex(x25519.getSharedSecret(secret, bytesOf(theirs)))}`);
+  localStorage.setItem(KEY, key);
+  return true;
+}
+
 function refuse(why) {
   if (why !== "unknown") {
     answer(REFUSALS[why] ?? why);
     return;
   }
-  const typed = joining !== "";
-  joining = "";
+  const typed = joining !== null;
+  joining = null;
   lead = null;
   show("come");
   answer(typed ? "That is not the code, or it has been used: each lets one device in."
@@ -97,11 +107,15 @@ const kinds = [[/iPhone/, "iPhone"], [/iPad/, "iPad"], [/Android.*Mobile/, "Andr
 $("name").value = kinds.find(([sign]) => sign.test(navigator.userAgent))?.[1] ?? "Computer";
 
 /** The code travels behind the #, which browsers send to nobody; nor does it stay in the address. */
-if (location.hash.length > 1) {
+function takeCode() {
+  if (location.hash.length < 2) return;
   $("code").value = location.hash.slice(1);
   history.replaceState(null, "", location.pathname);
   key = "";
+  if (line.open) show("come");
 }
+takeCode();
+window.addEventListener("hashchange", takeCode);
 
 $("comeForm").onsubmit = (event) => {
   event.preventDefault();
@@ -112,14 +126,19 @@ $("comeForm").onsubmit = (event) => {
   // The work takes a second: first the words are to be seen.
   setTimeout(() => {
     const invited = hex(scrypt(code, SALT, WORK));
-    joining = sign(invited, `device ${say(`join ${$("name").value}`, invited)}`);
+    const secret = x25519.utils.randomPrivateKey();
+    const signed = say(`join ${hex(x25519.getPublicKey(secret))} ${$("name").value}`, invited);
+    joining = { invited, secret, signed };
   }, 50);
 };
 
 // Leading.
 
 /** The words for a button are the clock's own: they hold what is seen now. */
-const can = (word) => (line.lost || lead === null ? undefined : lead.can[word]);
+function can(word) {
+  const text = line.lost || lead === null ? undefined : lead.can[word];
+  return text?.split(" ")[0] === word ? text : undefined;
+}
 
 const give = (word) => {
   const text = can(word);

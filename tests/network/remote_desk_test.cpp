@@ -42,7 +42,7 @@ class RemoteDeskTest : public testing::Test, public RemoteLines {
   }
   std::string Say(const RemoteDevice& device, const std::string& text) {
     refusal_ = "not answered";
-    desk_.Hear({1, 1, device, text, ""});
+    desk_.Hear({1, 1, device, text, "", "", ""});
     return refusal_;
   }
   json Told() { return json::parse(all_); }
@@ -127,7 +127,7 @@ TEST_F(RemoteDeskTest, DevicesAreLetInOneByOneAndSentAway) {
   const std::string code = desk_.Invite();
   const RemoteDevice carol = {std::string(64, 'c'), "Carol's phone"};
   EXPECT_TRUE(gate_.Find(RemoteDevice{KeyOfCode(code), ""}.Id()));
-  desk_.Hear({1, 1, carol, "join Carol's phone", KeyOfCode(code)});
+  desk_.Hear({1, 1, carol, "join", KeyOfCode(code), "", ""});
   EXPECT_FALSE(gate_.Find(RemoteDevice{KeyOfCode(code), ""}.Id())) << "the code was used";
   EXPECT_EQ(desk_.Devices().size(), 3U);
   EXPECT_TRUE(gate_.Has(carol));
@@ -142,8 +142,29 @@ TEST_F(RemoteDeskTest, DevicesAreLetInOneByOneAndSentAway) {
   const std::string lateKey = KeyOfCode(desk_.Code());
   desk_.EndInvitation();
   EXPECT_FALSE(gate_.Find(RemoteDevice{lateKey, ""}.Id()));
-  desk_.Hear({1, 1, {std::string(64, 'd'), "Late"}, "join Late", lateKey});
+  desk_.Hear({1, 1, {std::string(64, 'd'), "Late"}, "join", lateKey, "", ""});
   EXPECT_EQ(desk_.Devices().size(), 2U);
+}
+
+TEST_F(RemoteDeskTest, TwoDevicesOfOneNameAreToldApart) {
+  for (const char digit : {'c', 'd'}) {
+    desk_.Invite();
+    desk_.Hear({1, 1, {std::string(64, digit), "iPhone"}, "join", KeyOfCode(desk_.Code()), "", ""});
+  }
+  EXPECT_EQ(desk_.Devices()[2].name, "iPhone");
+  EXPECT_EQ(desk_.Devices()[3].name, "iPhone 2");
+  EXPECT_EQ(Press({std::string(64, 'd'), "iPhone"}, "pause"), "");
+  EXPECT_EQ(bench_.face.done, "pause by iPhone 2");
+}
+
+TEST_F(RemoteDeskTest, AListThatCannotBeWrittenIsToldOf) {
+  network_.keeper.failure = "the disk is full";
+  bench_.Pass(2);
+  ASSERT_EQ(bench_.notices.size(), 1U);
+  EXPECT_NE(bench_.notices[0].text.find("the disk is full"), std::string::npos);
+  network_.keeper.failure.clear();
+  bench_.Pass(2);
+  EXPECT_TRUE(bench_.notices.empty());
 }
 
 TEST_F(RemoteDeskTest, DevicesSeeTheLinesForTheDirector) {

@@ -104,28 +104,44 @@ TEST_F(RemoteLineTest, WhoIsInvitedCanComeInAndNothingElse) {
   bob.Meet(line_.Challenge());
   EXPECT_EQ(Hear(bob.Say("pause", 100)), "refused: unknown");
   EXPECT_EQ(Hear(bob.Say("here", 100)), "refused: unknown");
-  EXPECT_EQ(Hear(bob.Say("join ", 100)), "refused: name");
-  EXPECT_EQ(Hear(bob.Say("join \t\x01 ", 100)), "refused: name");
-  EXPECT_EQ(Hear(bob.Say("join " + std::string(81, 'x'), 100)), "refused: name");
-  const auto word = line_.Hear(bob.Say("join  Bob's\n tablet", 100), gate_, 100);
+  EXPECT_EQ(Hear(bob.Say("join Bob", 100)), "refused: name");
+  EXPECT_EQ(Hear(bob.Say("join " + std::string(64, '0') + " Bob", 100)), "refused: unknown");
+  for (const std::string& name :
+       {std::string(), std::string("\t\x01 "), std::string(81, 'x'), std::string("\u202E\u200B"),
+        std::string("\xC3\x28\x80").substr(2)}) {
+    EXPECT_EQ(Hear(bob.Say(SpeakingDevice::Join(name), 100)), "refused: name");
+  }
+  const std::string said = bob.Say(SpeakingDevice::Join(" Bob's\n tab\u200Blet"), 100);
+  const auto word = line_.Hear(said, gate_, 100);
   ASSERT_TRUE(word);
   EXPECT_EQ(word.Value().device.name, "Bob's tablet");
   EXPECT_EQ(word.Value().invitation, kOther);
+  EXPECT_NE(word.Value().device.key, kOther);
+  EXPECT_EQ(word.Value().publicKey.size(), 64U);
+  // Said again elsewhere it leads to another key: the server's part is never the same.
+  RemoteLine other;
+  bob.Meet(other.Challenge());
+  const auto again = other.Hear(bob.Say(SpeakingDevice::Join("Bob"), 100), gate_, 100);
+  EXPECT_NE(again.Value().publicKey, word.Value().publicKey);
+  bob.Meet(line_.Challenge());
   gate_.LetIn(word.Value().device);
-  EXPECT_EQ(Hear(bob.Say("join Bob again", 100)), "refused: unknown") << "the code was used";
-  EXPECT_EQ(Hear(bob.Say("pause", 100)), "refused: unknown");
+  EXPECT_EQ(Hear(bob.Signed(200, "100", SpeakingDevice::Join("Bob"))), "refused: unknown")
+      << "the code was used";
+  EXPECT_EQ(Hear(bob.Signed(201, "100", "pause")), "refused: unknown");
   SpeakingDevice tablet(word.Value().device.key);
   tablet.Meet(line_.Challenge());
-  EXPECT_EQ(Hear(tablet.Signed(99, "100", "pause")), "pause");
+  EXPECT_EQ(Hear(tablet.Signed(202, "100", "pause")), "pause");
   EXPECT_FALSE(gate_.Find(RemoteDevice{std::string(64, 'c'), ""}.Id()));
 }
 
 TEST(RemoteDevicesTest, TheListComesBackAndADamagedOneIsToldOf) {
   const std::vector<RemoteDevice> devices = {{kKey, "Ann's \"phone\""}, {kOther, "<b>"}};
   EXPECT_EQ(ReadDevices(TextOf(devices)).Value(), devices);
-  for (const char* damaged :
-       {"", "?", "[", "{}x", R"([{"name":"x"}])", R"([{"name":1,"key":"aa"}])",
-        R"([{"name":"x","key":"zz"}])", R"([3])"}) {
+  for (
+      const char* damaged :
+      {"", "?", "[", "{}x", R"([{"name":"x"}])", R"([{"name":1,"key":"aa"}])",
+       R"([{"name":"x","key":"zz"}])", R"([3])",
+       R"([{"name":"","key":"aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa"}])"}) {
     EXPECT_FALSE(ReadDevices(damaged)) << damaged;
   }
 }

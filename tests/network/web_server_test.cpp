@@ -29,7 +29,9 @@ class WebServerTest : public testing::Test {
     auto server = WebServer::Listen(
         "127.0.0.1", 0,
         {[this] { return uptime_.load(); },
-         [](const std::string& file) { return std::optional("the bytes of " + file); },
+         [](const std::string& file) {
+           return std::optional((file == "secret.txt" ? "" : "RIFF the bytes of ") + file);
+         },
          [](const RemoteWord&) {}},
         limits);
     EXPECT_TRUE(server) << server.Failure().description;
@@ -132,7 +134,10 @@ TEST_F(WebServerTest, PathsLeadToTheirPagesAndNowhereElse) {
     EXPECT_EQ(answer[http::field::content_type], row.type);
     EXPECT_NE(answer["Content-Security-Policy"].find("default-src 'none'"), std::string::npos);
   }
-  EXPECT_EQ(Get("/sound/0").body(), "the bytes of bell.wav");
+  EXPECT_EQ(Get("/sound/0").body(), "RIFF the bytes of bell.wav");
+  bench_.session.settings.sounds.files[1] = "secret.txt";
+  bench_.clock.Refresh();
+  EXPECT_EQ(Get("/sound/1").result_int(), 404U) << "is no sound";
   EXPECT_EQ(json::parse(Get("/state").body())["caption"], "Time remaining for Round 1 of 12");
 }
 
@@ -161,7 +166,7 @@ TEST_F(WebServerTest, StrangeMessagesHurtNobody) {
     }
     page.Write("time 5");
     EXPECT_EQ(page.Read()["asked"], 5);
-    page.Write(std::string(300, 'x'));
+    page.Write(std::string(400, 'x'));
     EXPECT_TRUE(page.Closed());
   }
   Page hasty(Connect());
@@ -184,6 +189,18 @@ TEST_F(WebServerTest, PagesOfOtherSitesAreNotLetIn) {
         "Sec-WebSocket-Key: dGhlIHNhbXBsZSBub25jZQ==\r\n\r\n",
         origin));
     EXPECT_TRUE(answer.starts_with(fmt::format("HTTP/1.1 {}", status))) << origin << ": " << answer;
+  }
+}
+
+// A page elsewhere can have its own name lead to this computer: it gets nothing under that.
+TEST_F(WebServerTest, OnlyNamesOfTheClubsOwnNetworkAreAnswered) {
+  for (const auto& [host, status] : {std::pair("192.168.1.20:8080", 200U),
+                                     {"club", 200U},
+                                     {"club.local:8080", 200U},
+                                     {"evil.example:8080", 403U},
+                                     {"evil.example", 403U}}) {
+    const std::string answer = Raw(fmt::format("GET /state HTTP/1.1\r\nHost: {}\r\n\r\n", host));
+    EXPECT_TRUE(answer.starts_with(fmt::format("HTTP/1.1 {}", status))) << host << ": " << answer;
   }
 }
 
@@ -246,6 +263,22 @@ class SmallWebServerTest : public WebServerTest {
  protected:
   SmallWebServerTest() : WebServerTest({3, 5}) {}
 };
+
+class GreedyVisitorTest : public WebServerTest {
+ protected:
+  GreedyVisitorTest() : WebServerTest({10, 10, 2, 3}) {}
+};
+
+TEST_F(GreedyVisitorTest, OneAddressDoesNotTakeAllPlaces) {
+  Page one(Connect());
+  Page two(Connect());
+  one.Read();
+  two.Read();
+  EXPECT_THROW(Page(Connect()).Read(), std::exception);
+  std::vector<tcp::socket> halfOpen;
+  for (int i = 0; i < 3; ++i) halfOpen.push_back(Connect());
+  EXPECT_EQ(Raw("GET / HTTP/1.1\r\nHost: x\r\n\r\n"), "");
+}
 
 TEST_F(SmallWebServerTest, TooManyAreTurnedAwayAndRoomIsMadeAgain) {
   std::vector<std::unique_ptr<Page>> pages;

@@ -223,8 +223,8 @@ TEST(ContinueSessionTest, ADamagedRecordIsToldInALineAndAnOlderOneServes) {
       "[1,2",
       std::string(100, '\0'),
       whole.substr(0, whole.size() / 2),
-      with("\"format\": 4", "\"format\": 5"),
-      with("\"format\": 4", "\"format\": 1e99"),
+      with("\"format\": 5", "\"format\": 6"),
+      with("\"format\": 5", "\"format\": 1e99"),
       with("\"round\": 1,", "\"round\": 70001,"),
       with("\"roundEnd\": 600.0", "\"roundEnd\": 600000.0"),
       with("\"phase\": \"round\"", "\"phase\": \"dance\""),
@@ -386,7 +386,7 @@ TEST(ContinueSessionTest, TheReasonIsThatOfTheNewestRecord) {
   ProgramRun first(keeper, ClockTime::At(20, 0), "one");
   first.Begin();
   std::string newer = keeper.texts.front();
-  const std::string format = "\"format\": 4";
+  const std::string format = "\"format\": 5";
   newer.replace(newer.find(format), format.size(), "\"format\": 6");
   keeper.texts = {newer, "{}"};
   ProgramRun second(keeper, ClockTime::At(20, 1), "two");

@@ -15,10 +15,12 @@ class FakeDeviceKeeper : public DeviceKeeper {
  public:
   void Keep(const std::string& text) override { kept = text; }
   std::string Kept() const override { return kept; }
+  std::string Failure() const override { return failure; }
   void PutAside() override { putAside = true; }
 
   std::string kept;
   bool putAside = false;
+  std::string failure;
 };
 
 /// What serves other screens and devices, of a clock in virtual time.

@@ -20,6 +20,15 @@ class SpeakingDevice {
     challenge_ = challenge;
     number_ = 0;
   }
+  /// "join" and the public part of a key that is thrown away.
+  static std::string Join(const std::string& name) {
+    std::array<unsigned char, crypto_scalarmult_BYTES> secret{7};
+    std::array<unsigned char, crypto_scalarmult_BYTES> own{};
+    std::array<char, 2 * crypto_scalarmult_BYTES + 1> digits{};
+    crypto_scalarmult_base(own.data(), secret.data());
+    sodium_bin2hex(digits.data(), digits.size(), own.data(), own.size());
+    return fmt::format("join {} {}", digits.data(), name);
+  }
   /// The next word on this connection.
   std::string Say(const std::string& text, double uptime) {
     return Signed(++number_, fmt::format("{:.3f}", uptime), text);
