@@ -51,6 +51,12 @@ class EventPrinter : public SessionListener, public SoundPlayer {
     fmt::print("{}\tprogress\t{}\n", TimeTextWithSeconds(time_.TimeOfDay()),
                fmt::join(lines_, "; "));
   }
+  /// What whoever started the program has to know.
+  void ShowNotices(const std::vector<Notice>& notices) override {
+    for (const Notice& notice : notices) {
+      if (notice.kind == NoticeKind::Devices) fmt::print(stderr, "{}\n", notice.text);
+    }
+  }
   void Play(const std::string& /*file*/) override {}
   void Test(const std::string& /*file*/) override {}
   void StopTest() override {}

@@ -46,6 +46,14 @@ std::string TextNow(const Command& command, const RoundClock& clock) {
 }  // namespace
 
 void RemoteDesk::Load() {
+  keeps_ = parts_.keeper.Take();
+  if (!keeps_) {
+    parts_.notices.Set(
+        {NoticeKind::Devices,
+         "Another Corvanel works with the devices that lead: those that are let in here "
+         "lead this session alone"});
+    return;
+  }
   const std::string kept = parts_.keeper.Kept();
   if (kept.empty()) return;
   auto devices = ReadDevices(kept);
@@ -57,6 +65,10 @@ void RemoteDesk::Load() {
   parts_.notices.Set(
       {NoticeKind::Devices, "The list of devices that may lead the session cannot be read: " +
                                 devices.Failure().description + ". Let them in again."});
+}
+
+void RemoteDesk::Keep() {
+  if (keeps_) parts_.keeper.Keep(TextOf(devices_));
 }
 
 void RemoteDesk::SpeakBy(RemoteLines* lines) {
@@ -85,7 +97,7 @@ void RemoteDesk::EndInvitation() {
 
 void RemoteDesk::SendAway(const RemoteDevice& device) {
   std::erase(devices_, device);
-  parts_.keeper.Keep(TextOf(devices_));
+  Keep();
   Admit();
 }
 
@@ -111,7 +123,7 @@ void RemoteDesk::Join(const RemoteDevice& device) {
     named.name = fmt::format("{} {}", device.name, number);
   }
   devices_.push_back(named);
-  parts_.keeper.Keep(TextOf(devices_));
+  Keep();
   Invite();
 }
 

@@ -27,6 +27,8 @@ class RemoteLines {
 class DeviceKeeper {
  public:
   virtual ~DeviceKeeper() = default;
+  /// False when another program works with the list: it is not ours then.
+  virtual bool Take() = 0;
   virtual void Keep(const std::string& text) = 0;
   /// What was kept; empty when nothing was.
   virtual std::string Kept() const = 0;
@@ -47,7 +49,8 @@ class RemoteDesk : public SessionListener {
   };
   explicit RemoteDesk(const Parts& parts) : parts_(parts) {}
 
-  /// Reads who was let in on earlier evenings.
+  /// Reads who was let in on earlier evenings. Where another program works with the list, nobody
+  /// was.
   void Load();
   /// The lines that are served now; null: none.
   void SpeakBy(RemoteLines* lines);
@@ -71,6 +74,7 @@ class RemoteDesk : public SessionListener {
 
  private:
   void Admit();
+  void Keep();
   void Join(const RemoteDevice& device);
   std::string Obey(const RemoteWord& word, const std::string& by);
   void Tell();
@@ -84,6 +88,7 @@ class RemoteDesk : public SessionListener {
   std::vector<Notice> notices_;
   std::string told_;
   std::string failure_;
+  bool keeps_ = false;  // the list is ours
 };
 
 }  // namespace corvanel

@@ -149,8 +149,13 @@ std::string AsUtf8(const std::string& text) {
 }
 
 bool ImportSettings(std::string bytes, SettingsStore& store) {
+  // Whether this computer opens itself to its network is for its own director to say, not for a
+  // file that came from somebody.
+  constexpr const char* kNetwork = "NetworkOn";
+  const auto network = store.GetSetting(SectionOfSet(0), kNetwork);
   // Deliberate: an import replaces, so the store is cleared before the first record is looked at.
   for (const std::string& section : Sections()) store.DeleteSection(section);
+  if (network) store.SaveSetting(SectionOfSet(0), kNetwork, *network);
   if (bytes.size() > kLargestFile) return false;
   if (bytes.starts_with(kByteOrderMark)) bytes.erase(0, kByteOrderMark.size());
   bytes = AsUtf8(bytes);
@@ -166,7 +171,8 @@ bool ImportSettings(std::string bytes, SettingsStore& store) {
       section = first->size() > 2 ? first->substr(1, first->size() - 2) : std::string();
     } else if (!section) {
       return false;
-    } else if (std::any_of(known.begin(), known.end(),
+    } else if (!SameName(*first, kNetwork) &&
+               std::any_of(known.begin(), known.end(),
                            [&](const std::string& name) { return SameName(name, *section); })) {
       // What no later import or reset would take out again is left where it is.
       store.SaveSetting(*section, *first, *second);

@@ -12,7 +12,7 @@ constexpr const char* kDevices = "devices";
 }  // namespace
 
 DeviceFile::DeviceFile(const std::filesystem::path& store, DiskWriter& writer)
-    : file_(WithSuffix(store, ".devices")), writer_(writer) {}
+    : file_(WithSuffix(store, ".devices")), lock_(file_), writer_(writer) {}
 
 void DeviceFile::Keep(const std::string& text) {
   writer_.Do(kDevices, [file = file_, text] {

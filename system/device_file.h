@@ -5,6 +5,7 @@
 
 #include "network/remote_desk.h"
 #include "system/disk_writer.h"
+#include "system/store_lock.h"
 
 namespace corvanel {
 
@@ -15,6 +16,7 @@ class DeviceFile : public DeviceKeeper {
   /// For the settings file `store`: "settings.json.devices".
   DeviceFile(const std::filesystem::path& store, DiskWriter& writer);
 
+  bool Take() override { return lock_.Take(); }
   void Keep(const std::string& text) override;
   std::string Kept() const override;
   std::string Failure() const override;
@@ -23,6 +25,7 @@ class DeviceFile : public DeviceKeeper {
 
  private:
   const std::filesystem::path file_;
+  StoreLock lock_;
   DiskWriter& writer_;
 };
 

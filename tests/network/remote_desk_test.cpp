@@ -178,6 +178,19 @@ TEST_F(RemoteDeskTest, DevicesSeeTheLinesForTheDirector) {
   EXPECT_EQ(all_, "") << "seconds pass without a word";
 }
 
+TEST_F(RemoteDeskTest, AListThatAnotherProgramWorksWithIsLeftAlone) {
+  network_.keeper.ours = false;
+  const std::string before = network_.keeper.kept;
+  RemoteDesk desk({bench_.clock, notices_, network_.keeper});
+  desk.Load();
+  EXPECT_TRUE(desk.Devices().empty());
+  EXPECT_EQ(bench_.notices.size(), 1U);
+  desk.Invite();
+  desk.Hear({1, 1, {std::string(64, 'c'), "Carol"}, "join", KeyOfCode(desk.Code()), "", ""});
+  EXPECT_EQ(desk.Devices().size(), 1U);
+  EXPECT_EQ(network_.keeper.kept, before);
+}
+
 TEST_F(RemoteDeskTest, ADamagedListIsPutAsideAndToldOf) {
   network_.keeper.kept = "[{";
   RemoteDesk desk({bench_.clock, notices_, network_.keeper});

@@ -76,6 +76,17 @@ TEST(ImportSettingsTest, ReplacesTheStoreAndReadsWhatItCan) {
   }
 }
 
+TEST(ImportSettingsTest, NoFileOpensThisComputerToItsNetworkOrShutsItOff) {
+  for (const char* own : {"True", "False", ""}) {
+    FakeStore store;
+    if (*own != '\0') store.SaveSetting("Timer", "NetworkOn", own);
+    ASSERT_TRUE(ImportSettings(
+        "\"[Timer]\",0\r\n\"NetworkOn\",\"True\"\r\n\"NetworkPort\",\"9000\"\r\n", store));
+    EXPECT_EQ(store.GetSetting("Timer", "NetworkOn").value_or(""), own);
+    EXPECT_EQ(store.GetSetting("Timer", "NetworkPort"), "9000");
+  }
+}
+
 TEST(ImportSettingsTest, ReadsAllThreeEncodings) {
   for (const std::string& e : {std::string("\xE9"), std::string("é")}) {
     for (const std::string& mark : {std::string(), std::string("\xEF\xBB\xBF")}) {
@@ -109,6 +120,7 @@ TEST(ImportSettingsTest, AFullStoreMakesTheRoundTrip) {
     fill(SectionOfElement(element), ElementKeys());
   FakeStore again;
   again.SaveSetting("Timer07", "Stale", "x");
+  again.SaveSetting("Timer", "NetworkOn", *store.GetSetting("Timer", "NetworkOn"));
   ASSERT_TRUE(ImportSettings(ExportSettings(store).bytes, again));
   for (int entry = 0; entry <= kFavourites; ++entry) {
     EXPECT_EQ(again.GetAllSettings(SectionOfSet(entry)), store.GetAllSettings(SectionOfSet(entry)));

@@ -13,6 +13,7 @@ inline const WebServer::Parts kNoParts = {
 /// Keeps the list of devices in memory.
 class FakeDeviceKeeper : public DeviceKeeper {
  public:
+  bool Take() override { return ours; }
   void Keep(const std::string& text) override { kept = text; }
   std::string Kept() const override { return kept; }
   std::string Failure() const override { return failure; }
@@ -21,6 +22,7 @@ class FakeDeviceKeeper : public DeviceKeeper {
   std::string kept;
   bool putAside = false;
   std::string failure;
+  bool ours = true;
 };
 
 /// What serves other screens and devices, of a clock in virtual time.

@@ -81,7 +81,7 @@ TEST_F(NetworkDialogTest, ADeviceIsLetInByACodeThatIsGoodOnceAndWhileItShows) {
     EXPECT_EQ(dialog.findChild<QrView*>("qrCode")->accessibleName(),
               "http://192.168.1.20:8080/remote#" + code);
     remotes.Hear(
-        {1, 1, {std::string(64, 'a'), "<b>Ann"}, "join <b>Ann", KeyOfCode(code.toStdString())});
+        {1, 1, {std::string(64, 'a'), "<b>Ann"}, "join", KeyOfCode(code.toStdString()), "", ""});
     QTest::qWait(400);
     EXPECT_NE(text("lblCode").remove(' '), code);
     EXPECT_TRUE(text("lblState").startsWith("<b>Ann was let in")) << text("lblState").toStdString();
