@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <charconv>
+#include <cmath>
 #include <utility>
 
 namespace corvanel {
@@ -27,7 +28,9 @@ std::optional<double> AskedAt(std::string_view text) {
   if (!text.starts_with(kQuestion)) return std::nullopt;
   const char* const end = text.data() + text.size();
   const auto [rest, failure] = std::from_chars(text.data() + kQuestion.size(), end, asked);
-  return failure == std::errc() && rest == end ? std::optional(asked) : std::nullopt;
+  // What is no number to JSON could not be answered.
+  const bool number = failure == std::errc() && rest == end && std::isfinite(asked);
+  return number ? std::optional(asked) : std::nullopt;
 }
 
 asio::ip::address AddressOf(WebStream& stream) {

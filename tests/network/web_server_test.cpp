@@ -161,7 +161,8 @@ TEST_F(WebServerTest, StrangeMessagesHurtNobody) {
   {
     Page page(Connect());
     page.Read();
-    for (const char* text : {"", "time", "time x", "time 1 2", "{\"round\":2}", "time 1e999"}) {
+    for (const char* text : {"", "time", "time x", "time 1 2", "{\"round\":2}", "time 1e999",
+                             "time nan", "time inf", "time -infinity"}) {
       page.Write(text);
     }
     page.Write("time 5");
