@@ -145,7 +145,7 @@ class Desk {
     desk_.Load();
     const RemoteDevice bob = {std::string(64, 'b'), "Bob's phone"};
     hall.usedKey = KeyOfCode(desk_.Invite());
-    desk_.Hear({0, 0, bob, "join Bob's phone", hall.usedKey});
+    desk_.Hear({0, 0, bob, "join", hall.usedKey, "", ""});
     hall.openId = RemoteDevice{KeyOfCode(desk_.Code()), ""}.Id();
     hall.uptime = Uptime;
     hall.deviceKey = kAnn.key;
@@ -156,7 +156,8 @@ class Desk {
                              const std::lock_guard lock(mutex_);
                              heard_.push_back(word);
                            }},
-                          {})
+                          // All strangers come from one address here.
+                          {.viewersFrom = 1000, .visitorsFrom = 100})
             .Value());
     hall.port = server_->Port();
     bench_.broadcast.Add(teller_);

@@ -389,9 +389,11 @@ bool Stranger::Joins() {
   WebCaller caller(hall_.port, Host());
   SpeakingDevice used(hall_.usedKey);
   used.Meet(Meet(caller));
-  std::string word = used.Say(OneIn(4) ? "join " + Bytes(60) : "join Mallory", hall_.uptime());
+  std::string word =
+      used.Say(OneIn(4) ? "join " + Bytes(60) : SpeakingDevice::Join("Mallory"), hall_.uptime());
   if (OneIn(2)) word.replace(4, 16, hall_.openId);
-  return SayInVain(caller, {word, used.Say("join Mallory", hall_.uptime()), Changed(word)});
+  return SayInVain(
+      caller, {word, used.Say(SpeakingDevice::Join("Mallory"), hall_.uptime()), Changed(word)});
 }
 
 }  // namespace corvanel
