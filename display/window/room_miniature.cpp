@@ -89,7 +89,7 @@ QFont StyleSample::ShownFont() const {
   const QFontMetricsF metrics(font);
   // A sample that is cut off shows less than a smaller one.
   const double share = std::min((width() - 2 * kAroundSample) / metrics.horizontalAdvance(text_),
-                                (height() - 2 * kAroundSample) / metrics.height());
+                                height() / metrics.height());
   if (share < 1) font.setPointSizeF(font.pointSizeF() * share);
   return font;
 }
