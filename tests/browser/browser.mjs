@@ -4,6 +4,7 @@ import { spawn } from "node:child_process";
 import { once } from "node:events";
 import { readFileSync } from "node:fs";
 import { createRequire } from "node:module";
+import { connect, createServer } from "node:net";
 import puppeteer from "puppeteer-core";
 
 export const pause = (milliseconds) => new Promise((done) => setTimeout(done, milliseconds));
@@ -46,6 +47,29 @@ export class Clock {
     this.program.kill("SIGKILL");
     if (this.program.exitCode === null && this.program.signalCode === null) await once(this.program, "exit");
   }
+}
+
+/** A bad network before a port: everything takes its time each way, and now and then much more. */
+export async function badNetwork(port, { delay = 150, jitter = 40, stall = 400, stalls = 0.02 } = {}) {
+  const pass = (from, to) => {
+    let order = Promise.resolve();
+    const later = (what) => {
+      const late = delay + (Math.random() * 2 - 1) * jitter + (Math.random() < stalls ? stall : 0);
+      const due = performance.now() + late;
+      order = order.then(() => pause(Math.max(due - performance.now(), 0))).then(what);
+    };
+    from.on("data", (bytes) => later(() => to.write(bytes)));
+    from.on("close", () => later(() => to.destroy()));
+    from.on("error", () => {});
+  };
+  const server = createServer((near) => {
+    const far = connect(port, "127.0.0.1");
+    pass(near, far);
+    pass(far, near);
+  });
+  server.listen(0, "127.0.0.1");
+  await once(server, "listening");
+  return { url: `http://127.0.0.1:${server.address().port}/`, close: () => server.close() };
 }
 
 /** Until that holds in the page, looked at whether or not anything is drawn. */
