@@ -95,7 +95,10 @@ async function compare(page, clock, most, seconds) {
     const before = await clock.state();
     const shown = secondsOf((await page.evaluate(reading)).digits);
     const after = await clock.state();
-    if (before.phase === after.phase && before.round === after.round) {
+    // Between two phases either may stand there for as long.
+    const begun = kLasts[before.phase] - before.secondsLeft;
+    const within = begun > most && after.secondsLeft > most;
+    if (within && before.phase === after.phase && before.round === after.round) {
       // A second is shown until less than it is left.
       const early = after.secondsLeft - shown;
       const late = shown - 1 - before.secondsLeft;
@@ -109,6 +112,7 @@ async function compare(page, clock, most, seconds) {
 
 // The samples of a short run; CORVANEL_MINUTES makes it a long one.
 const kSeconds = Number(process.env.CORVANEL_MINUTES ?? 0.2) * 60;
+const kLasts = { round: 30, move: 6 };
 const kRounds = { nRounds: 30, MinPerRound: 0.5, MinBetweenRounds: 0.1, MinWarning: 0.1, MinWarning1: 0.2, optBreak: "False" };
 
 /** A page in a bad network, through rounds and moves. */
