@@ -125,12 +125,12 @@ class ControlWindow : public SessionListener {
   std::optional<ClockTime> startedAt_;  // shown to the second until the first move sets another
   bool started_ = false;                // in this run
   std::optional<float> typedMinutes_;   // while those for a required finish stand in their place
-  bool underWay_ = false;  // a session was, when the last face came
-  std::vector<Box> takenOver_;  // from a scoring file, until the first edit
-  std::string waiting_;         // "WAITING FOR TABLES 5 7", while the clock is held for them
-  Evening evening_;             // as it was shown last
-  int shownRound_ = 0;          // of the clock, as it was last seen
-  double countsFrom_ = -1;      // and its mark
+  bool underWay_ = false;               // a session was, when the last face came
+  std::vector<Box> takenOver_;          // from a scoring file, until the first edit
+  std::string waiting_;     // "WAITING FOR TABLES 5 7", while the clock is held for them
+  Evening evening_;         // as it was shown last
+  int shownRound_ = 0;      // of the clock, as it was last seen
+  double countsFrom_ = -1;  // and its mark
   std::array<std::string, kBoxes> shown_;  // what each box held when it was last in order
 };
 

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "control/entry_rules.h"
-#include "session/evening_so_far.h"
 #include "control/live_strip.h"
+#include "session/evening_so_far.h"
 #include "session/timetable.h"
 
 namespace corvanel {
