@@ -29,7 +29,7 @@ let challenge = "";
 let number = 0; // of the last word on this connection
 let lead = null; // how the session can be led; null while this device is not let in
 
-const line = new ClockLine({ told, opened: () => { lead = null; line.socket.send("hello"); } });
+const line = new ClockLine({ told, opened: () => { lead = joining = null; line.socket.send("hello"); } });
 
 const sign = (withKey, text) => hex(hmac(sha256, bytesOf(withKey), text));
 
@@ -66,6 +66,7 @@ function agree({ public: theirs = "", proof }) {
   const both = `${signed} ${theirs}`;
   joining = null;
   if (!/^[0-9a-f]{64}$/.test(theirs) || proof !== sign(invited, `server ${both}`)) {
+    show("come");
     answer("That is not the clock that showed the code.");
     return false;
   }
@@ -75,15 +76,14 @@ function agree({ public: theirs = "", proof }) {
 }
 
 function refuse(why) {
-  if (why !== "unknown") {
-    answer(REFUSALS[why] ?? why);
-    return;
-  }
   const typed = joining !== null;
   joining = null;
-  lead = null;
-  show("come");
-  answer(typed ? "That is not the code, or it has been used: each lets one device in."
+  if (typed || why === "unknown") {
+    lead = null;
+    show("come");
+  }
+  if (why !== "unknown") answer(REFUSALS[why] ?? why);
+  else answer(typed ? "That is not the code, or it has been used: each lets one device in."
     : "This device is not let in any more.");
 }
 
@@ -170,6 +170,8 @@ const hold = () => {
 };
 next.onpointerdown = hold;
 for (const end of ["pointerup", "pointercancel", "pointerleave", "blur"]) next.addEventListener(end, letGo);
+// A key that is held down presses again and again.
+next.onkeydown = (event) => { if (event.repeat) event.preventDefault(); };
 next.oncontextmenu = (event) => event.preventDefault();
 next.onclick = () => {
   if (held) {

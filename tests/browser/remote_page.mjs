@@ -77,7 +77,9 @@ async function twoDevices(browser) {
   await until(bob, () => document.getElementById("answer").textContent.includes("not the code"));
   await pause(1200);
   const code = clock.invitation.split("#")[1].toLowerCase();
-  await comeIn(bob, "Bob's tablet", `${code.slice(0, 5)} ${code.slice(5)}`);
+  await comeIn(bob, "\u200b", `${code.slice(0, 5)} ${code.slice(5)}`);
+  await until(bob, () => document.getElementById("answer").textContent.includes("another name"));
+  await comeIn(bob, "Bob's tablet");
   await isIn(bob);
 
   const display = await open(browser, clock.url, 1024, 768);
@@ -98,6 +100,12 @@ async function twoDevices(browser) {
   await press(ann, "next");
   await pause(500);
   expect(await roundOf(clock) === 1, "a tap ended the round");
+  await pause(4000);
+  await ann.focus("#next");
+  for (let repeats = 0; repeats < 6; repeats += 1) await ann.keyboard.down("Enter");
+  await ann.keyboard.up("Enter");
+  await pause(500);
+  expect(await roundOf(clock) === 1, "a key that was held ended the round");
   await holdNext(bob, 1300);
   await until(ann, () => document.getElementById("caption").textContent.includes("Round 2"));
   // Both at the same moment: one round on, not two.
