@@ -166,10 +166,7 @@ void Desktop::ConnectWatch() {
   const auto act = [this](const Notice& notice) {
     watch_.Act(notice.kind);
     scoring_.Act(notice);
-    if (notice.kind == NoticeKind::Network) {
-      network_.Apply();
-      ShowCodeOnRoomDisplay();
-    }
+    if (notice.kind == NoticeKind::Network) ApplyNetwork();
   };
   const auto dismiss = [this](const Notice& notice) { watch_.Dismiss(notice); };
   On(&frmMain_, &FrmMain::NoticeActionWanted, "frmMain.cmdNotice_Click", act);
@@ -285,10 +282,12 @@ void Desktop::ShowNetworkOptions() {
 void Desktop::ShowCodeOnRoomDisplay() {
   const Options& options = session_.options;
   std::string page;
-  if (const auto own = OwnAddresses();
-      options.NetworkShowCode && network_.Serves() && !own.empty()) {
+  if (options.NetworkShowCode && network_.Serves()) {
+    const auto own = OwnAddresses();
     const auto chosen = std::find(own.begin(), own.end(), options.NetworkAddress);
-    page = PageAddress(chosen == own.end() ? own.front() : *chosen, options.NetworkPort);
+    if (!own.empty()) {
+      page = PageAddress(chosen == own.end() ? own.front() : *chosen, options.NetworkPort);
+    }
   }
   frmDisplay_.ShowAddress(QString::fromStdString(page));
 }
@@ -334,6 +333,10 @@ void Desktop::ApplyOptions() {
   ApplyOnTop();
   scoring_.Link().BWSSetUnitCaptions();
   RearrangeDisplays();
+  ApplyNetwork();
+}
+
+void Desktop::ApplyNetwork() {
   network_.Apply();
   ShowCodeOnRoomDisplay();
 }

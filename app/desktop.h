@@ -103,6 +103,7 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
   void ShowGeneralOptions();
   void ShowUnitOptions();
   void ShowNetworkOptions();
+  void ApplyNetwork();
   void ShowCodeOnRoomDisplay();
   void HearDevice(const RemoteWord& word);
   void ShowPlayTimes();

@@ -39,10 +39,11 @@ std::optional<UndoStep> UndoList::Take(double uptime) {
 
 std::string UndoList::JustDone(double uptime) const {
   if (steps_.empty() || uptime - steps_.back().at >= kJustNow) return {};
-  const auto& [command, at, before, by] = steps_.back();
-  const bool given = command >= SessionCommand::Pause && command <= SessionCommand::SubtractMinute;
+  const UndoStep& step = steps_.back();
+  const bool given =
+      step.command >= SessionCommand::Pause && step.command <= SessionCommand::SubtractMinute;
   if (!given) return {};
-  return fmt::format("{}{}{}", NameOf(command), by.empty() ? "" : " by ", by);
+  return fmt::format("{}{}{}", NameOf(step.command), step.by.empty() ? "" : " by ", step.by);
 }
 
 std::string UndoList::Label(double uptime) const {

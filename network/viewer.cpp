@@ -33,16 +33,11 @@ std::optional<double> AskedAt(std::string_view text) {
   return number ? std::optional(asked) : std::nullopt;
 }
 
-asio::ip::address AddressOf(WebStream& stream) {
-  beast::error_code gone;
-  return stream.socket().remote_endpoint(gone).address();
-}
-
 }  // namespace
 
-Viewer::Viewer(uint64_t number, WebStream stream, Viewers& viewers)
+Viewer::Viewer(uint64_t number, WebStream stream, asio::ip::address from, Viewers& viewers)
     : socket_(std::move(stream)),
-      from_(AddressOf(beast::get_lowest_layer(socket_))),
+      from_(std::move(from)),
       viewers_(viewers),
       slow_(socket_.get_executor()),
       number_(number) {

@@ -38,7 +38,7 @@ class Viewers {
 class Viewer : public std::enable_shared_from_this<Viewer> {
  public:
   /// `number` tells it from all others.
-  Viewer(uint64_t number, WebStream stream, Viewers& viewers);
+  Viewer(uint64_t number, WebStream stream, boost::asio::ip::address from, Viewers& viewers);
   const boost::asio::ip::address& From() const { return from_; }
   /// Answers the request that asks for the connection.
   void Accept(const WebRequest& request);

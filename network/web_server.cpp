@@ -50,7 +50,8 @@ uint64_t NewNumber() {
 /// What a visitor needs of the server.
 class Reception : public Sources {
  public:
-  virtual void BecomesViewer(WebStream stream, const WebRequest& request) = 0;
+  virtual void BecomesViewer(WebStream stream, const asio::ip::address& from,
+                             const WebRequest& request) = 0;
   virtual void VisitorLeaves(const asio::ip::address& from) = 0;
 };
 
@@ -88,7 +89,7 @@ class Visitor : public std::enable_shared_from_this<Visitor> {
       return Write(AnswerTo(request, reception_));
     }
     if (request.target() != "/session") return Write(Refusal(http::status::not_found));
-    reception_.BecomesViewer(std::move(stream_), request);
+    reception_.BecomesViewer(std::move(stream_), from_, request);
   }
 
   void Write(WebAnswer answer) {
@@ -208,16 +209,22 @@ class WebServer::Impl : public Reception, public Viewers {
         });
         return;
       }
-      const auto from = socket.remote_endpoint(error).address();
-      const bool room = visitors_ < limits_.visitors && visitorsFrom_[from] < limits_.visitorsFrom;
-      if (!error && room) {
-        ++visitors_;
-        ++visitorsFrom_[from];
-        socket.set_option(tcp::no_delay(true), error);
-        std::make_shared<Visitor>(std::move(socket), from, *this)->Read();
-      }
+      // First, so that nothing that goes wrong with this one keeps others out.
       Take();
+      Welcome(std::move(socket));
     });
+  }
+
+  void Welcome(tcp::socket socket) {
+    beast::error_code gone;
+    const auto from = socket.remote_endpoint(gone).address();
+    if (gone || visitors_ >= limits_.visitors || visitorsFrom_[from] >= limits_.visitorsFrom)
+      return;
+    socket.set_option(tcp::no_delay(true), gone);
+    const auto visitor = std::make_shared<Visitor>(std::move(socket), from, *this);
+    ++visitors_;
+    ++visitorsFrom_[from];
+    visitor->Read();
   }
 
   /// What cannot be done for want of memory is left out; the others are served on.
@@ -252,14 +259,14 @@ class WebServer::Impl : public Reception, public Viewers {
     --visitors_;
     if (--visitorsFrom_[from] == 0) visitorsFrom_.erase(from);
   }
-  void BecomesViewer(WebStream stream, const WebRequest& request) override {
-    const auto viewer = std::make_shared<Viewer>(NewNumber(), std::move(stream), *this);
-    const auto from = std::count_if(viewers_.begin(), viewers_.end(), [&](const auto& other) {
-      return other->From() == viewer->From();
-    });
-    if (viewers_.size() >= limits_.viewers || static_cast<size_t>(from) >= limits_.viewersFrom) {
+  void BecomesViewer(WebStream stream, const asio::ip::address& from,
+                     const WebRequest& request) override {
+    const auto others = std::count_if(viewers_.begin(), viewers_.end(),
+                                      [&](const auto& other) { return other->From() == from; });
+    if (viewers_.size() >= limits_.viewers || static_cast<size_t>(others) >= limits_.viewersFrom) {
       return;
     }
+    const auto viewer = std::make_shared<Viewer>(NewNumber(), std::move(stream), from, *this);
     viewers_.insert(viewer);
     count_ = viewers_.size();
     viewer->Accept(request);

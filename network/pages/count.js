@@ -2,6 +2,10 @@
 
 const two = (number) => String(number).padStart(2, "0");
 
+/** "42 s", "3 min 07 s". */
+export const lengthText = (seconds) =>
+  seconds < 60 ? `${Math.floor(seconds)} s` : `${Math.floor(seconds / 60)} min ${two(Math.floor(seconds % 60))} s`;
+
 /** Of the faces that were told, the last that has begun. */
 export const faceAt = (room, now) => room.faces.findLast((face) => face.from <= now) ?? room.faces[0];
 

@@ -1,6 +1,7 @@
 // The connection to the clock: what was told last, the clock's own time, and whether there is contact.
 // It comes back by itself.
 
+import { lengthText } from "./count.js";
 import { ServerTime } from "./sync.js";
 
 const ASK_SOON = 250; // milliseconds between the first questions for the time
@@ -11,9 +12,6 @@ const AWAKE = 2000; // milliseconds for an answer after the device has slept
 const AGAIN = [500, 1000, 2000, 4000]; // milliseconds before the next attempt to connect
 
 const local = () => performance.now() / 1000;
-const two = (number) => String(number).padStart(2, "0");
-const lengthText = (seconds) =>
-  seconds < 60 ? `${Math.floor(seconds)} s` : `${Math.floor(seconds / 60)} min ${two(Math.floor(seconds % 60))} s`;
 
 export class ClockLine {
   /** `told`: called with every message that is not of the time. `opened`: called with every new connection. */

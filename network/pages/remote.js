@@ -1,7 +1,7 @@
 // The remote: leads the session from between the tables. A device is let in by a code, of which it
 // makes a key that never leaves it; everything it says is signed with that, and counted.
 
-import { countdown, faceAt } from "./count.js";
+import { countdown, faceAt, lengthText } from "./count.js";
 import { ClockLine } from "./line.js";
 import { hmac, scrypt, sha256, x25519 } from "./noble.js";
 
@@ -184,7 +184,8 @@ next.onclick = () => {
   }
 };
 
-const agoText = (seconds) => (seconds < 60 ? `${Math.max(Math.floor(seconds), 0)} s ago` : `${Math.floor(seconds / 60)} min ago`);
+/** "42 s ago", "3 min ago". */
+const agoText = (seconds) => `${lengthText(Math.max(seconds, 0)).split(" ", 2).join(" ")} ago`;
 
 function undoText(now) {
   if (!lead.undo) return "Undo";
