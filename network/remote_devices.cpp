@@ -11,6 +11,7 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "basics/hex.h"
 #include "basics/numbers.h"
 #include "basics/runtime_error.h"
 
@@ -18,7 +19,6 @@ namespace corvanel {
 namespace {
 
 using nlohmann::json;
-using Bytes = std::vector<unsigned char>;
 
 constexpr size_t kKeyBytes = crypto_auth_hmacsha256_KEYBYTES;
 constexpr size_t kExchangeBytes = crypto_scalarmult_BYTES;
@@ -34,45 +34,23 @@ constexpr uint64_t kRounds = 16384;
 constexpr uint32_t kBlock = 8;
 constexpr std::string_view kSalt = "corvanel remote";
 
-const unsigned char* BytesOf(std::string_view text) {
-  return reinterpret_cast<const unsigned char*>(text.data());
-}
-
-std::string Hex(const unsigned char* bytes, size_t size) {
-  std::string digits(2 * size + 1, '\0');
-  sodium_bin2hex(digits.data(), digits.size(), bytes, size);
-  digits.pop_back();
-  return digits;
-}
-
-/// Exactly `size` bytes; nothing for any other text.
-std::optional<Bytes> FromHex(std::string_view digits, size_t size) {
-  Bytes bytes(size);
-  size_t length = 0;
-  const char* end = nullptr;
-  if (digits.size() != 2 * size || sodium_hex2bin(bytes.data(), size, digits.data(), digits.size(),
-                                                  nullptr, &length, &end) != 0) {
-    return std::nullopt;
-  }
-  return length == size ? std::optional(bytes) : std::nullopt;
-}
-
+using Key = std::array<unsigned char, kKeyBytes>;
 using Mac = std::array<unsigned char, crypto_auth_hmacsha256_BYTES>;
+using Part = std::array<unsigned char, kExchangeBytes>;  // of a key that is agreed on
 
 Mac MacOf(const std::string& key, std::string_view text) {
   Mac mac{};
-  const Bytes bytes = FromHex(key, kKeyBytes).value_or(Bytes(kKeyBytes));
+  const Key bytes = FromHex<kKeyBytes>(key).value_or(Key{});
   crypto_auth_hmacsha256(mac.data(), BytesOf(text), text.size(), bytes.data());
   return mac;
 }
 
 std::string HexMac(const std::string& key, std::string_view text) {
-  const Mac mac = MacOf(key, text);
-  return Hex(mac.data(), mac.size());
+  return Hex(MacOf(key, text));
 }
 
 bool IsKey(const std::string& key) {
-  return FromHex(key, kKeyBytes).has_value();
+  return FromHex<kKeyBytes>(key).has_value();
 }
 
 /// Takes the word before the next blank off the front; all when there is none.
@@ -92,19 +70,18 @@ std::optional<Number> NumberOf(std::string_view text) {
 }
 
 /// Makes the new device's key of both sides' parts. False for a part that leads to none.
-bool Agree(const Bytes& theirs, const std::string& told, RemoteWord& word) {
-  Bytes secret(kExchangeBytes);
-  Bytes own(kExchangeBytes);
-  Bytes shared(kExchangeBytes);
+bool Agree(const Part& theirs, const std::string& told, RemoteWord& word) {
+  Part secret{};
+  Part own{};
+  Part shared{};
   randombytes_buf(secret.data(), secret.size());
   crypto_scalarmult_base(own.data(), secret.data());
   if (crypto_scalarmult(shared.data(), secret.data(), theirs.data()) != 0) return false;
   word.invitation = word.device.key;
-  word.publicKey = Hex(own.data(), own.size());
+  word.publicKey = Hex(own);
   const std::string both = told + ' ' + word.publicKey;
   word.proof = HexMac(word.invitation, "server " + both);
-  word.device.key =
-      HexMac(word.invitation, "device " + both + ' ' + Hex(shared.data(), shared.size()));
+  word.device.key = HexMac(word.invitation, "device " + both + ' ' + Hex(shared));
   return true;
 }
 
@@ -133,18 +110,17 @@ std::string NameIn(std::string_view text) {
 }  // namespace
 
 std::string RemoteDevice::Id() const {
-  const Mac mac = MacOf(key, "id");
-  return Hex(mac.data(), kIdDigits / 2);
+  return HexMac(key, "id").substr(0, kIdDigits);
 }
 
 std::string KeyOfCode(std::string_view code) {
-  std::array<unsigned char, kKeyBytes> key{};
+  Key key{};
   if (crypto_pwhash_scryptsalsa208sha256_ll(BytesOf(code), code.size(), BytesOf(kSalt),
                                             kSalt.size(), kRounds, kBlock, 1, key.data(),
                                             key.size()) != 0) {
     throw RuntimeError(7, "Out of memory");
   }
-  return Hex(key.data(), key.size());
+  return Hex(key);
 }
 
 std::string NewCode() {
@@ -201,7 +177,7 @@ const std::string& RemoteLine::Challenge() {
   if (challenge_.empty() && sodium_init() >= 0) {
     std::array<unsigned char, kChallengeBytes> bytes{};
     randombytes_buf(bytes.data(), bytes.size());
-    challenge_ = Hex(bytes.data(), bytes.size());
+    challenge_ = Hex(bytes);
   }
   return challenge_;
 }
@@ -212,7 +188,7 @@ Result<RemoteWord> RemoteLine::Hear(std::string_view message, const RemoteGate& 
   const auto device = gate.Find(TakeWord(message));
   const std::string_view number = TakeWord(message);
   const std::string_view uptime = TakeWord(message);
-  const auto mac = FromHex(TakeWord(message), crypto_auth_hmacsha256_BYTES);
+  const auto mac = FromHex<crypto_auth_hmacsha256_BYTES>(TakeWord(message));
   const auto counted = NumberOf<uint32_t>(number);
   const auto said = NumberOf<double>(uptime);
   if (!device || !mac || !counted || !said) return unknown;
@@ -222,10 +198,10 @@ Result<RemoteWord> RemoteLine::Hear(std::string_view message, const RemoteGate& 
   if (*counted <= last_) return Error{0, "repeated"};
   last_ = *counted;
   if (!(std::abs(now - *said) <= kTooLate)) return Error{0, "late"};
-  RemoteWord word{0, *counted, *device, std::string(message), "", "", ""};
+  RemoteWord word{0, *counted, *device, std::string(message)};
   if (!word.device.name.empty()) return word;
   if (TakeWord(message) != "join") return unknown;
-  const auto theirs = FromHex(TakeWord(message), kExchangeBytes);
+  const auto theirs = FromHex<kExchangeBytes>(TakeWord(message));
   const std::string name = NameIn(message);
   if (name.empty()) return Error{0, "name"};
   if (!theirs || !Agree(*theirs, told, word)) return unknown;

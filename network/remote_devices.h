@@ -35,10 +35,10 @@ struct RemoteWord {
   uint64_t line = 0;    // the connection that it came by
   uint32_t number = 0;  // of the word on this connection
   RemoteDevice device;
-  std::string text;        // "pause"
-  std::string invitation;  // the key with which the device comes in; empty where it is in
-  std::string publicKey;   // with which it does: the server's part of its key, hex digits
-  std::string proof;       // that the server has the invited key: what that makes of its part
+  std::string text;             // "pause"
+  std::string invitation = {};  // the key with which the device comes in; empty where it is in
+  std::string publicKey = {};   // with which it does: the server's part of its key, hex digits
+  std::string proof = {};       // that the server has the invited key: what that makes of its part
 };
 
 /// Who is let in, and who may come.

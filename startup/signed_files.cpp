@@ -4,30 +4,12 @@
 #include <array>
 #include <charconv>
 
+#include "basics/hex.h"
+
 namespace corvanel {
 namespace {
 
-using PublicKey = std::array<unsigned char, crypto_sign_PUBLICKEYBYTES>;
-using Signature = std::array<unsigned char, crypto_sign_BYTES>;
-
 constexpr std::string_view kSigned = "ed25519 ";
-
-const unsigned char* Bytes(std::string_view text) {
-  return reinterpret_cast<const unsigned char*>(text.data());
-}
-
-template <size_t N>
-std::optional<std::array<unsigned char, N>> FromHex(std::string_view digits) {
-  std::array<unsigned char, N> bytes{};
-  size_t length = 0;
-  const char* end = nullptr;
-  if (digits.size() != 2 * N ||
-      sodium_hex2bin(bytes.data(), N, digits.data(), digits.size(), nullptr, &length, &end) != 0 ||
-      length != N) {
-    return std::nullopt;
-  }
-  return bytes;
-}
 
 /// "SHA256 LENGTH NAME".
 std::optional<SignedFile> ReadLine(std::string_view line) {
@@ -56,7 +38,7 @@ std::optional<std::vector<SignedFile>> ReadSignedFiles(std::string_view text,
   const auto publicKey = FromHex<crypto_sign_PUBLICKEYBYTES>(key);
   const auto signature = FromHex<crypto_sign_BYTES>(digits);
   if (!publicKey || !signature ||
-      crypto_sign_verify_detached(signature->data(), Bytes(lines), lines.size(),
+      crypto_sign_verify_detached(signature->data(), BytesOf(lines), lines.size(),
                                   publicKey->data()) != 0) {
     return std::nullopt;
   }
@@ -82,14 +64,13 @@ Sha256::Sha256() {
 }
 
 void Sha256::Add(std::string_view bytes) {
-  crypto_hash_sha256_update(&state_, Bytes(bytes), bytes.size());
+  crypto_hash_sha256_update(&state_, BytesOf(bytes), bytes.size());
 }
 
 std::string Sha256::Digits() {
   std::array<unsigned char, crypto_hash_sha256_BYTES> hash{};
-  std::array<char, 2 * crypto_hash_sha256_BYTES + 1> digits{};
   crypto_hash_sha256_final(&state_, hash.data());
-  return sodium_bin2hex(digits.data(), digits.size(), hash.data(), hash.size());
+  return Hex(hash);
 }
 
 }  // namespace corvanel

@@ -42,7 +42,7 @@ class RemoteDeskTest : public testing::Test, public RemoteLines {
   }
   std::string Say(const RemoteDevice& device, const std::string& text) {
     refusal_ = "not answered";
-    desk_.Hear({1, 1, device, text, "", "", ""});
+    desk_.Hear({1, 1, device, text});
     return refusal_;
   }
   json Told() { return json::parse(all_); }

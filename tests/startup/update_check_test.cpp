@@ -6,6 +6,7 @@
 
 #include <array>
 
+#include "basics/hex.h"
 #include "tests/support/fake_updates.h"
 #include "tests/support/fakes.h"
 
@@ -20,16 +21,9 @@ using testing::Not;
 struct Key {
   Key() { crypto_sign_keypair(open.data(), secret.data()); }
   std::string Digits() const { return Hex(open); }
-  template <size_t N>
-  static std::string Hex(const std::array<unsigned char, N>& bytes) {
-    std::array<char, 2 * N + 1> digits{};
-    return sodium_bin2hex(digits.data(), digits.size(), bytes.data(), N);
-  }
   std::string Sign(const std::string& lines) const {
     std::array<unsigned char, crypto_sign_BYTES> signature{};
-    crypto_sign_detached(signature.data(), nullptr,
-                         reinterpret_cast<const unsigned char*>(lines.data()), lines.size(),
-                         secret.data());
+    crypto_sign_detached(signature.data(), nullptr, BytesOf(lines), lines.size(), secret.data());
     return lines + "ed25519 " + Hex(signature) + "\n";
   }
 

@@ -6,11 +6,12 @@
 #include <array>
 #include <string>
 
+#include "basics/hex.h"
 #include "network/remote_devices.h"
 
 namespace corvanel {
 
-/// Speaks as a device's page does.
+/// Speaks as a device's page does; where its key is none, with one of zeros.
 class SpeakingDevice {
  public:
   explicit SpeakingDevice(std::string key) : device_{std::move(key), ""} {}
@@ -24,10 +25,8 @@ class SpeakingDevice {
   static std::string Join(const std::string& name) {
     std::array<unsigned char, crypto_scalarmult_BYTES> secret{7};
     std::array<unsigned char, crypto_scalarmult_BYTES> own{};
-    std::array<char, 2 * crypto_scalarmult_BYTES + 1> digits{};
     crypto_scalarmult_base(own.data(), secret.data());
-    sodium_bin2hex(digits.data(), digits.size(), own.data(), own.size());
-    return fmt::format("join {} {}", digits.data(), name);
+    return fmt::format("join {} {}", Hex(own), name);
   }
   /// The next word on this connection.
   std::string Say(const std::string& text, double uptime) {
@@ -35,15 +34,11 @@ class SpeakingDevice {
   }
   std::string Signed(uint32_t number, const std::string& uptime, const std::string& text) const {
     const std::string told = fmt::format("{} {} {} {}", challenge_, number, uptime, text);
-    std::array<unsigned char, crypto_auth_hmacsha256_KEYBYTES> key{};
+    const auto key = FromHex<crypto_auth_hmacsha256_KEYBYTES>(device_.key)
+                         .value_or(std::array<unsigned char, crypto_auth_hmacsha256_KEYBYTES>{});
     std::array<unsigned char, crypto_auth_hmacsha256_BYTES> mac{};
-    sodium_hex2bin(key.data(), key.size(), device_.key.data(), device_.key.size(), nullptr, nullptr,
-                   nullptr);
-    crypto_auth_hmacsha256(mac.data(), reinterpret_cast<const unsigned char*>(told.data()),
-                           told.size(), key.data());
-    std::array<char, 2 * crypto_auth_hmacsha256_BYTES + 1> digits{};
-    sodium_bin2hex(digits.data(), digits.size(), mac.data(), mac.size());
-    return fmt::format("say {} {} {} {} {}", device_.Id(), number, uptime, digits.data(), text);
+    crypto_auth_hmacsha256(mac.data(), BytesOf(told), told.size(), key.data());
+    return fmt::format("say {} {} {} {} {}", device_.Id(), number, uptime, Hex(mac), text);
   }
 
  private:
