@@ -66,7 +66,7 @@ std::string_view PathOf(const WebRequest& request) {
   return target.substr(0, target.find('?'));
 }
 
-SharedText BytesOf(std::string_view file) {
+SharedText PageOf(std::string_view file) {
   const auto& files = PageFiles();
   return Shared(std::string(std::find_if(files.begin(), files.end(), [&](const PageFile& f) {
                               return f.name == file;
@@ -106,7 +106,7 @@ WebAnswer AnswerTo(const WebRequest& request, Sources& sources) {
     answer = AnswerWith(http::status::ok, request.version(), "application/json",
                         Shared(sources.StateNow()));
   } else if (route != std::end(kRoutes)) {
-    answer = AnswerWith(http::status::ok, request.version(), route->type, BytesOf(route->file));
+    answer = AnswerWith(http::status::ok, request.version(), route->type, PageOf(route->file));
   } else if (const SharedText sound = SoundOf(path, sources)) {
     answer = AnswerWith(http::status::ok, request.version(), "application/octet-stream", sound);
   } else {

@@ -22,7 +22,7 @@ class Sources {
 
 /// What a web request gets that is no WebSocket.
 using WebRequest = boost::beast::http::request<boost::beast::http::string_body>;
-struct WebAnswer {
+struct WebAnswer {  // NOLINT(bugprone-exception-escape): moved as Boost moves its heads
   boost::beast::http::response<boost::beast::http::empty_body> head;  // tells the body's length
   SharedText body;                                                    // null: none follows
 };

@@ -47,6 +47,8 @@ uint64_t NewNumber() {
   return ++last;
 }
 
+}  // namespace
+
 /// What a visitor needs of the server.
 class Reception : public Sources {
  public:
@@ -54,6 +56,8 @@ class Reception : public Sources {
                              const WebRequest& request) = 0;
   virtual void VisitorLeaves(const asio::ip::address& from) = 0;
 };
+
+namespace {
 
 /// A connection that asks for pages, one request after the other.
 class Visitor : public std::enable_shared_from_this<Visitor> {

@@ -12,8 +12,8 @@ namespace {
 
 constexpr int kMarks = 16;  // pixels, above the bar
 constexpr int kBarHeight = 22;
-constexpr int kTimes = 20;          // below it
-constexpr size_t kMostLines = 400;  // beyond, fields would be thinner than a pixel
+constexpr int kTimes = 20;           // below it
+constexpr size_t kMostFields = 400;  // beyond, fields would be thinner than a pixel
 constexpr QColor kBreak(0xF2, 0xA9, 0x00);
 constexpr double kPlayed = 0.25;  // of a field's colour, over what is behind
 constexpr double kNowWidth = 3;
@@ -104,7 +104,7 @@ void TimetableBar::PaintNow(QPainter& painter) const {
 }
 
 void TimetableBar::paintEvent(QPaintEvent* /*event*/) {
-  if (session_ == nullptr || evening_.lines.size() > kMostLines) return;
+  if (session_ == nullptr || evening_.lines.size() > kMostFields) return;
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   const QFontMetrics metrics(font());

@@ -17,11 +17,11 @@ constexpr int kLeastTarget = 44;
 constexpr double kTarget = 3.4;  // height of a button for that of its text
 constexpr double kIcon = 1.6;    // of an icon, for the same
 
-constexpr int kAround = 8;    // pixels that stay free around the bar
-constexpr int kAboveRow = 6;  // within it, above and below its row
+constexpr int kAroundBar = 8;  // pixels that stay free around the bar
+constexpr int kAboveRow = 6;   // within it, above and below its row
 constexpr int kFrame = 1;
 
-constexpr size_t kMostLines = 2;  // for the director
+constexpr size_t kMostLinesInBar = 2;  // for the director
 constexpr int kUndoPadding = 8;
 constexpr const char* kUsualUndo = "Undo next round,";
 constexpr const char* kWidestUndo = "Undo automatic resume,";
@@ -34,7 +34,7 @@ constexpr QColor kInk(0x10, 0x20, 0x3C);
 constexpr QColor kOff(0x8A, 0x94, 0xA6);
 
 /// `%1`: the size of the text, pixels.
-constexpr const char* kStyle = R"(
+constexpr const char* kBarStyle = R"(
   QFrame#fraCommand { background: #EEF2F9; border: 1px solid #9FB0CC; border-radius: 10px; }
   QToolButton { color: #10203C; background: transparent; border: none; border-radius: 6px;
                 padding: 2px 8px; font-size: %1px; }
@@ -59,7 +59,7 @@ CommandBar::CommandBar(QWidget* parent)
   undo_->setObjectName("cmdUndo");
   undo_->setToolTip(tr("Take the last command back, as if it had never been given (U)"));
   undo_->setFocusPolicy(Qt::NoFocus);
-  notices_->SetMost(kMostLines);
+  notices_->SetMost(kMostLinesInBar);
   rows->addWidget(notices_);
   auto* buttons = new QWidget(this);
   row_ = new QHBoxLayout(buttons);
@@ -120,7 +120,7 @@ void CommandBar::ScaleTo(int windowHeight) {
   const int text = TextIn(windowHeight);
   if (text == text_) return;
   text_ = text;
-  setStyleSheet(QString(kStyle).arg(text));
+  setStyleSheet(QString(kBarStyle).arg(text));
   const int icon = static_cast<int>(std::lround(kIcon * text));
   const int target = TargetFor(text);
   for (const auto& [button, sign] : buttons_) {
@@ -190,14 +190,14 @@ int CommandBar::TextIn(int windowHeight) {
 }
 
 int CommandBar::RowIn(int windowHeight) {
-  return TargetFor(TextIn(windowHeight)) + 2 * (kAboveRow + kFrame + kAround);
+  return TargetFor(TextIn(windowHeight)) + 2 * (kAboveRow + kFrame + kAroundBar);
 }
 
 void CommandBar::FitInto(const QRect& room, int windowHeight) {
   room_ = room;
   windowHeight_ = windowHeight;
   ScaleTo(windowHeight);
-  const int most = room.width() - 2 * kAround;
+  const int most = room.width() - 2 * kAroundBar;
   for (const auto style : {Qt::ToolButtonTextUnderIcon, Qt::ToolButtonIconOnly}) {
     for (const auto& [button, icon] : buttons_) {
       // The one without an icon keeps its text.
@@ -228,7 +228,7 @@ void CommandBar::FitInto(const QRect& room, int windowHeight) {
   }
   const QSize size(width, height);
   setGeometry(room.left() + (room.width() - size.width()) / 2,
-              room.bottom() + 1 - size.height() - kAround, size.width(), size.height());
+              room.bottom() + 1 - size.height() - kAroundBar, size.width(), size.height());
   layout()->activate();
   row_->activate();
 }

@@ -15,11 +15,11 @@ namespace corvanel {
 
 namespace {
 
-constexpr size_t kMostLines = 3;  // for the director
-constexpr int kAround = 8;        // pixels that stay free around the buttons
+constexpr size_t kMostLinesInFoot = 3;  // for the director
+constexpr int kAroundButtons = 8;       // pixels that stay free around the buttons
 
 /// The command bar's look; `%1`: the size of the text, pixels.
-constexpr const char* kStyle = R"(
+constexpr const char* kFootStyle = R"(
   QFrame#fraMonitor { background: #EEF2F9; border: 1px solid #9FB0CC; border-radius: 10px; }
   QLabel { color: #10203C; border: none; font-size: %1px; }
   QPushButton { color: #10203C; background: transparent; border: none; border-radius: 6px;
@@ -34,7 +34,7 @@ FrmDisplay2::FrmDisplay2(const Session& session, DisplayCommands& commands, Lett
     : DisplayWindow(session, DisplayKind::Twin, commands, letterOfKey),
       fraMonitor_(new QFrame(this)),
       fraNotices_(new NoticeList(this)) {
-  fraNotices_->SetMost(kMostLines);
+  fraNotices_->SetMost(kMostLinesInFoot);
   setObjectName("frmDisplay2");
   fraMonitor_->setObjectName("fraMonitor");
   fraMonitor_->setAutoFillBackground(true);
@@ -110,18 +110,18 @@ QRect FrmDisplay2::BarRoom() const {
 }
 
 int FrmDisplay2::MonitorWidth() const {
-  const QString style = QString(kStyle).arg(CommandBar::TextIn(height()));
+  const QString style = QString(kFootStyle).arg(CommandBar::TextIn(height()));
   if (fraMonitor_->styleSheet() != style) fraMonitor_->setStyleSheet(style);
   fraMonitor_->ensurePolished();
   fraMonitor_->layout()->activate();
-  return std::min(fraMonitor_->sizeHint().width() + kAround, width() / 2);
+  return std::min(fraMonitor_->sizeHint().width() + kAroundButtons, width() / 2);
 }
 
 void FrmDisplay2::PlaceEdges() {
   const int row = CommandBar::RowIn(height());
-  const int wide = MonitorWidth() - kAround;
-  fraMonitor_->setGeometry(width() - MonitorWidth(), height() - FootHeight() + kAround, wide,
-                           row - 2 * kAround);
+  const int wide = MonitorWidth() - kAroundButtons;
+  fraMonitor_->setGeometry(width() - MonitorWidth(), height() - FootHeight() + kAroundButtons, wide,
+                           row - 2 * kAroundButtons);
   fraNotices_->setGeometry(0, height() - NoticesHeight(), width(), NoticesHeight());
 }
 

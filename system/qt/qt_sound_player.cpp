@@ -42,6 +42,8 @@ std::string Why(SoundResult result) {
   }
 }
 
+}  // namespace
+
 /// One run of the program that plays a sound. What still runs when this goes is cut off, whatever
 /// state it is in.
 class Run : public QProcess {
@@ -56,8 +58,6 @@ class Run : public QProcess {
     write(QByteArray(what) + ' ' + file.toUtf8() + '\0');
   }
 };
-
-}  // namespace
 
 /// Lives on the sound thread. One sound at a time: a new one ends the one before it.
 class Loudspeaker : public QObject {

@@ -14,7 +14,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr double kPatience = 5;  // seconds until a handshake is answered, or bytes are taken
+constexpr double kPatienceOfCaller =
+    5;  // seconds until a handshake is answered, or bytes are taken
 
 sockaddr_in Address(uint32_t host, uint16_t port) {
   sockaddr_in address{};
@@ -71,7 +72,7 @@ WebCaller::WebCaller(uint16_t port, uint32_t host) : socket_(socket(AF_INET, SOC
 
 bool WebCaller::Send(std::string_view bytes) {
   while (!bytes.empty() && !ended_) {
-    if (!Ready(socket_, POLLOUT, kPatience)) return false;
+    if (!Ready(socket_, POLLOUT, kPatienceOfCaller)) return false;
     const ssize_t sent = send(socket_, bytes.data(), bytes.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
     if (sent < 0) return false;
     bytes.remove_prefix(static_cast<size_t>(sent));
@@ -109,7 +110,8 @@ bool WebCaller::Upgrade() {
   Send(kUpgrade);
   const auto start = Clock::now();
   size_t end = std::string::npos;
-  while (end == std::string::npos && Since(start) < kPatience && Receive(kPatience)) {
+  while (end == std::string::npos && Since(start) < kPatienceOfCaller &&
+         Receive(kPatienceOfCaller)) {
     end = received_.find("\r\n\r\n");
   }
   if (end == std::string::npos || !received_.starts_with("HTTP/1.1 101")) return false;

@@ -35,7 +35,7 @@ class SoundPlayerTest : public testing::Test {
                      });
     QObject::connect(&player_, &QtSoundPlayer::Tested, &player_,
                      [this](const SoundTest& test) { told_.push_back(TestText(test)); });
-    EXPECT_TRUE(Within([this] {
+    EXPECT_TRUE(Within([] {
       return Ask("list short clients").contains("Corvanel") ||
              Ask("list clients").contains("Corvanel");
     }));
@@ -56,7 +56,7 @@ class SoundPlayerTest : public testing::Test {
          "module-null-sink norewinds=1 sink_name=second sink_properties=device.description=Second",
          "-L",
          "module-native-protocol-unix auth-anonymous=1 socket=" + folder_.filePath("native")});
-    EXPECT_TRUE(Within([this] { return Ask("info").contains("first"); }));
+    EXPECT_TRUE(Within([] { return Ask("info").contains("first"); }));
   }
 
   static QByteArray Ask(const QString& words) {
@@ -119,8 +119,9 @@ TEST_F(SoundPlayerTest, TellsWhyACueIsNotHeard) {
     const bool heard = *why == 0;
     EXPECT_TRUE(!heard || Within([&] { return player_.OutputProblem().empty(); })) << change;
     EXPECT_THAT(Told(kLong), ElementsAre(heard ? std::string("heard ") + kLong : why)) << change;
-    const bool seenBefore = *why != 0 && !std::string_view(why).starts_with("it did");
-    EXPECT_TRUE(Within([&] { return player_.OutputProblem() == (seenBefore ? why : ""); }))
+    const bool seenBefore = !heard && !std::string_view(why).starts_with("it did");
+    const std::string seen = seenBefore ? why : "";
+    EXPECT_TRUE(Within([&] { return player_.OutputProblem() == seen; }))
         << change << ": " << player_.OutputProblem();
   }
 }

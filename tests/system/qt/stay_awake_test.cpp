@@ -10,7 +10,7 @@
 namespace corvanel {
 namespace {
 
-constexpr int kPatience = 5000;  // milliseconds
+constexpr int kDaemonAnswers = 5000;  // milliseconds
 
 /// A desktop's service that keeps the screen on.
 class Desktops : public QObject {
@@ -33,7 +33,7 @@ class Bus {
  public:
   Bus() {
     daemon_.start("dbus-daemon", {"--session", "--print-address", "--nofork"});
-    daemon_.waitForReadyRead(kPatience);
+    daemon_.waitForReadyRead(kDaemonAnswers);
     address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
     qputenv("DBUS_SESSION_BUS_ADDRESS", address_.toUtf8());
   }
@@ -58,7 +58,7 @@ TEST(StayAwakeTest, AsksWhoIsThereAndAsksAgainWhenItComesBack) {
   ClockFace face;
   face.phase = Phase::Round;
   awake.ShowFace(face);
-  EXPECT_TRUE(QTest::qWaitFor([&] { return told == std::vector{true}; }, kPatience));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return told == std::vector{true}; }, kDaemonAnswers));
   // XFCE's, which comes later, goes and comes back.
   Desktops desktop;
   for (const char* start : {"first", "second"}) {
@@ -68,18 +68,19 @@ TEST(StayAwakeTest, AsksWhoIsThereAndAsksAgainWhenItComesBack) {
     service.registerObject("/org/freedesktop/PowerManagement/Inhibit", &desktop,
                            QDBusConnection::ExportAllSlots);
     ASSERT_TRUE(service.registerService("org.freedesktop.PowerManagement"));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return told == std::vector{false}; }, kPatience)) << start;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return told == std::vector{false}; }, kDaemonAnswers))
+        << start;
     EXPECT_EQ(desktop.held, 1);
     if (start == std::string("first")) {
       service.unregisterService("org.freedesktop.PowerManagement");
       QDBusConnection::disconnectFromBus(start);
-      EXPECT_TRUE(QTest::qWaitFor([&] { return told.back(); }, kPatience));
+      EXPECT_TRUE(QTest::qWaitFor([&] { return told.back(); }, kDaemonAnswers));
     }
   }
   awake.ShowFace(face);  // asked once
   face.phase = Phase::Ended;
   awake.ShowFace(face);
-  EXPECT_TRUE(QTest::qWaitFor([&] { return desktop.held == 0; }, kPatience));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return desktop.held == 0; }, kDaemonAnswers));
 }
 
 }  // namespace

@@ -10,7 +10,7 @@
 namespace corvanel {
 namespace {
 
-constexpr int kPatience = 300;  // milliseconds
+constexpr int kDownloadTakes = 300;  // milliseconds
 
 /// A server on this computer that answers every request with the same bytes, and keeps the
 /// connection open when it is to stall.
@@ -47,7 +47,7 @@ class UpdateServerTest : public testing::Test {
 };
 
 TEST_F(UpdateServerTest, GivesDatesAndSmallFiles) {
-  QtUpdateServer updates(Base(), kPatience);
+  QtUpdateServer updates(Base(), kDownloadTakes);
   EXPECT_TRUE(updates.Connected());
   answer = Answer("206 Partial Content", "1,2,3\nNotes");
   EXPECT_EQ(updates.DateOf("timerversion.txt"), "20 Nov 2026 10:00:00");
@@ -78,11 +78,11 @@ TEST_F(UpdateServerTest, BadServersFailInTime) {
   for (const Row& row : rows) {
     answer = row.answer;
     stalls = row.stalls;
-    QtUpdateServer updates(Base(), kPatience);
+    QtUpdateServer updates(Base(), kDownloadTakes);
     QElapsedTimer time;
     time.start();
     EXPECT_FALSE(updates.Fetch("timerversion.txt")) << row.name;
-    EXPECT_LT(time.elapsed(), 20 * kPatience) << row.name;
+    EXPECT_LT(time.elapsed(), 20 * kDownloadTakes) << row.name;
   }
 }
 
@@ -90,12 +90,12 @@ TEST_F(UpdateServerTest, ATextThatTricklesInEndsInTime) {
   stalls = drips = true;
   for (const char* begin : {"", "HTTP/1.1 200 OK\r\nLast-Modified: x\r\n\r\n"}) {
     answer = begin;
-    QtUpdateServer updates(Base(), kPatience);
+    QtUpdateServer updates(Base(), kDownloadTakes);
     QElapsedTimer time;
     time.start();
     updates.DateOf("timerversion.txt");
     EXPECT_FALSE(updates.Fetch("timerversion.txt"));
-    EXPECT_LT(time.elapsed(), 10 * kPatience);
+    EXPECT_LT(time.elapsed(), 10 * kDownloadTakes);
   }
 }
 
@@ -109,7 +109,7 @@ TEST_F(UpdateServerTest, WaitingCanBeStopped) {
 }
 
 TEST_F(UpdateServerTest, ADownloadComesInChunks) {
-  QtUpdateServer updates(Base(), kPatience);
+  QtUpdateServer updates(Base(), kDownloadTakes);
   const QByteArray body(50000, 'z');
   answer = Answer("200 OK", body);
   EXPECT_EQ(updates.Begin("corvanelsetup.exe").Value(), 50000);
@@ -130,7 +130,7 @@ TEST_F(UpdateServerTest, ADownloadComesInChunks) {
 }
 
 TEST_F(UpdateServerTest, PlainHttpIsForThisComputerAlone) {
-  QtUpdateServer updates(QUrl("http://updates.example.invalid/"), kPatience);
+  QtUpdateServer updates(QUrl("http://updates.example.invalid/"), kDownloadTakes);
   EXPECT_EQ(updates.DateOf("timerversion.txt"), "");
   EXPECT_FALSE(updates.Fetch("timerversion.txt"));
   EXPECT_FALSE(updates.Begin("corvanelsetup.exe"));
