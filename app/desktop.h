@@ -225,6 +225,13 @@ class Desktop : public QObject, public ControlHost, public DisplayHost {
                         QMetaObject::invokeMethod(
                             this, [this, word] { HearDevice(word); }, Qt::QueuedConnection);
                       }},
+       .later =
+           [this](std::function<void()> what) {
+             QMetaObject::invokeMethod(
+                 this,
+                 [this, what = std::move(what)] { Guarded(errors_, "frmMain.Network", what); },
+                 Qt::QueuedConnection);
+           },
        .limits = WebServer::Limits::Within(RaiseOpenFiles())}};
   DialogPlacer dialogPlacer_{{&frmDisplay_, &frmDisplay2_}, [this] { return DirectorsWindow(); }};
   QRect mainPlace_;      // of the control window when it was hidden

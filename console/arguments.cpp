@@ -69,6 +69,12 @@ void AddRun(CLI::App& command, ConsoleArguments& a) {
       .add_option("--serve", a.serve,
                   "Show the session in browsers, by the clock on the wall, until it is stopped")
       ->type_name("[ADDRESS:]PORT");
+  command
+      .add_option("--broker", a.broker,
+                  "Tell other rooms by this MQTT broker; a password comes from the environment's "
+                  "CORVANEL_BROKER_PASSWORD")
+      ->type_name("[mqtts://][USER@]HOST[:PORT]");
+  command.add_option("--room", a.room, "What other rooms know this one as")->type_name("NAME");
 }
 
 }  // namespace
@@ -109,6 +115,9 @@ std::optional<ConsoleArguments> ReadArguments(const std::vector<std::string>& ar
   a.command = program.get_subcommands().front()->get_name();
   if (!a.serve.empty() && a.speed != 1) {
     throw UsageError("--serve goes by the clock on the wall: without --speed");
+  }
+  if (!a.broker.empty() && (a.serve.empty() || a.room.empty())) {
+    throw UsageError("--broker goes with --serve and --room");
   }
   return a;
 }

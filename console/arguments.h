@@ -30,6 +30,9 @@ struct ConsoleArguments {
   std::optional<ClockTime> until;
   /// Where pages for other screens are served, "[ADDRESS:]PORT"; empty: nowhere.
   std::string serve;
+  /// The broker that other rooms hear of this one by, as Options::NetworkBroker; empty: none.
+  std::string broker;
+  std::string room;  // this one's name
 };
 
 /// Reads the arguments of the program, its own name first. Nothing when they only asked for help,

@@ -6,7 +6,6 @@
 #include <cstdio>
 
 #include "console/arguments.h"
-#include "network/network_desk.h"
 #include "system/folders.h"
 #include "system/open_files.h"
 #include "system/own_addresses.h"
@@ -22,23 +21,27 @@ ServedSession::ServedSession(const std::string& place, const Parts& parts,
                              std::function<double()> uptime)
     : teller_({parts.session, parts.clock, parts.time}),
       devices_(parts.store, writer_),
-      remotes_({parts.clock, parts.notices, devices_}) {
+      remotes_({parts.clock, parts.notices, devices_}),
+      desk_({.options = parts.session.options,
+             .notices = parts.notices,
+             .teller = teller_,
+             .remotes = remotes_,
+             .server = {
+                 .uptime = std::move(uptime),
+                 .sound = [folder = ProgramFolderPath()](
+                              const std::string& file) { return SoundBytes(file, folder); },
+                 .heard = [this](const RemoteWord& word) { Queue([this, word] { Hear(word); }); }},
+             .later = [this](std::function<void()> what) { Queue(std::move(what)); },
+             .limits = WebServer::Limits::Within(RaiseOpenFiles())}) {
   parts.broadcast.Add(teller_);
   parts.broadcast.Add(remotes_);
   remotes_.Load();
-  Listen(place, std::move(uptime));
-  remotes_.SpeakBy(server_.get());
-  teller_.TellTo([this](const RoomState& state) { server_->Show(state); });
+  Listen(place);
   remotes_.Invite();
   PrintCode();
 }
 
-ServedSession::~ServedSession() {
-  teller_.TellTo({});
-  remotes_.SpeakBy(nullptr);
-}
-
-void ServedSession::Listen(const std::string& place, std::function<double()> uptime) {
+void ServedSession::Listen(const std::string& place) {
   const size_t colon = place.rfind(':');
   const std::string address = colon == std::string::npos ? kEverywhere : place.substr(0, colon);
   const std::string number = place.substr(colon == std::string::npos ? 0 : colon + 1);
@@ -47,39 +50,33 @@ void ServedSession::Listen(const std::string& place, std::function<double()> upt
   if (failure != std::errc() || end != number.data() + number.size()) {
     throw UsageError(fmt::format("--serve: \"{}\" is no [ADDRESS:]PORT", place));
   }
-  const auto sound = [folder = ProgramFolderPath()](const std::string& file) {
-    return SoundBytes(file, folder);
-  };
-  auto server = WebServer::Listen(
-      address, port, {std::move(uptime), sound, [this](const RemoteWord& word) { Queue(word); }},
-      WebServer::Limits::Within(RaiseOpenFiles()));
-  if (!server) {
+  if (const Status served = desk_.Serve(address, port); !served) {
     throw UsageError(
-        fmt::format("--serve: {} cannot be used: {}", place, server.Failure().description));
+        fmt::format("--serve: {} cannot be used: {}", place, served.Failure().description));
   }
-  server_ = std::move(server.Value());
   std::vector<std::string> addresses = {address};
   if (address == kEverywhere) addresses = OwnAddresses();
   if (addresses.empty()) addresses = {"127.0.0.1"};
   for (const std::string& own : addresses) {
-    pages_.push_back(PageAddress(own, server_->Port()));
+    pages_.push_back(PageAddress(own, desk_.Port()));
     fmt::print("serving\t{}\n", pages_.back());
   }
 }
 
-/// In the server's thread.
-void ServedSession::Queue(const RemoteWord& word) {
+/// In any thread.
+void ServedSession::Queue(std::function<void()> what) {
   const std::lock_guard lock(mutex_);
-  words_.push_back(word);
+  waiting_.push_back(std::move(what));
   came_.notify_one();
 }
 
-std::optional<RemoteWord> ServedSession::WaitUntil(std::chrono::steady_clock::time_point moment) {
+std::optional<std::function<void()>> ServedSession::WaitUntil(
+    std::chrono::steady_clock::time_point moment) {
   std::unique_lock lock(mutex_);
-  if (!came_.wait_until(lock, moment, [this] { return !words_.empty(); })) return std::nullopt;
-  const RemoteWord word = words_.front();
-  words_.pop_front();
-  return word;
+  if (!came_.wait_until(lock, moment, [this] { return !waiting_.empty(); })) return std::nullopt;
+  auto what = std::move(waiting_.front());
+  waiting_.pop_front();
+  return what;
 }
 
 void ServedSession::Hear(const RemoteWord& word) {

@@ -11,9 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "network/remote_desk.h"
-#include "network/room_teller.h"
-#include "network/web_server.h"
+#include "network/network_desk.h"
 #include "system/device_file.h"
 
 namespace corvanel {
@@ -33,18 +31,17 @@ class ServedSession {
   /// Prints where the pages are, and the code with which a device can come in to lead. Throws
   /// UsageError when they cannot be there.
   ServedSession(const std::string& place, const Parts& parts, std::function<double()> uptime);
-  ~ServedSession();
   ServedSession(const ServedSession&) = delete;
   ServedSession& operator=(const ServedSession&) = delete;
 
-  /// Waits for a device to say something; nothing when none has until then.
-  std::optional<RemoteWord> WaitUntil(std::chrono::steady_clock::time_point moment);
-  /// Carries that out.
-  void Hear(const RemoteWord& word);
+  /// Waits for something to be done, as a device said or else; nothing when there is none until
+  /// then.
+  std::optional<std::function<void()>> WaitUntil(std::chrono::steady_clock::time_point moment);
 
  private:
-  void Listen(const std::string& place, std::function<double()> uptime);
-  void Queue(const RemoteWord& word);
+  void Listen(const std::string& place);
+  void Queue(std::function<void()> what);
+  void Hear(const RemoteWord& word);
   void PrintCode() const;
 
   DiskWriter writer_;
@@ -54,8 +51,8 @@ class ServedSession {
   std::vector<std::string> pages_;
   std::mutex mutex_;
   std::condition_variable came_;
-  std::deque<RemoteWord> words_;  // not carried out yet
-  std::unique_ptr<WebServer> server_;
+  std::deque<std::function<void()>> waiting_;  // to be done
+  NetworkDesk desk_;
 };
 
 }  // namespace corvanel

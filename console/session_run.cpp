@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <thread>
 
 #include "system/folders.h"
@@ -49,6 +50,10 @@ SessionRun::SessionRun(const Plan& plan, const ConsoleArguments& arguments)
   broadcast_.Add(printer_);
   began_ = std::chrono::steady_clock::now();
   if (arguments.serve.empty()) return;
+  session_.options.NetworkBroker = arguments.broker;
+  session_.options.NetworkRoom = arguments.room;
+  const char* const password = std::getenv("CORVANEL_BROKER_PASSWORD");
+  session_.options.NetworkBrokerPassword = password == nullptr ? "" : password;
   served_.emplace(
       arguments.serve,
       ServedSession::Parts{session_, clock_, time_, notices_, broadcast_, StoreOf(arguments)},
@@ -64,7 +69,7 @@ bool SessionRun::GoesOn() const {
   return served_ || (time_.Due() && clock_.State().phase != Phase::Ended);
 }
 
-/// False when a device spoke before that, and was heard.
+/// False when something was done before that, as a device said.
 bool SessionRun::WaitFor(double moment) {
   if (arguments_.speed == 0) return true;
   std::fflush(stdout);
@@ -74,10 +79,10 @@ bool SessionRun::WaitFor(double moment) {
     std::this_thread::sleep_until(until);
     return true;
   }
-  const auto word = served_->WaitUntil(until);
-  if (!word) return true;
+  const auto what = served_->WaitUntil(until);
+  if (!what) return true;
   time_.PassTo(Elapsed());
-  served_->Hear(*word);
+  (*what)();
   return false;
 }
 

@@ -54,7 +54,8 @@ class EventPrinter : public SessionListener, public SoundPlayer {
   /// What whoever started the program has to know.
   void ShowNotices(const std::vector<Notice>& notices) override {
     for (const Notice& notice : notices) {
-      if (notice.kind == NoticeKind::Devices) fmt::print(stderr, "{}\n", notice.text);
+      if (notice.kind == NoticeKind::Devices || notice.kind == NoticeKind::Broker)
+        fmt::print(stderr, "{}\n", notice.text);
     }
   }
   void Play(const std::string& /*file*/) override {}

@@ -17,8 +17,8 @@ namespace {
 
 using nlohmann::ordered_json;
 
-constexpr int kVersion = 1;            // of the message's form
 constexpr double kClockWasSet = 0.25;  // seconds
+constexpr size_t kBriefFaces = 8;
 
 // By their numbers in the programs; the names are the form's own.
 constexpr std::array<const char*, 5> kPhases = {"idle", "round", "move", "break", "ended"};
@@ -139,23 +139,36 @@ RoomState::RoomState(const Session& session, std::vector<FaceAhead> faces,
   }
   // Counting down, what is left follows from the end.
   if (!paused) list.front()["left"] = 0;
-  const ordered_json body = {{"title", ShownTitle(session.settings.Header)},
-                             {"rounds", rounds_},
-                             {"step", CountdownStep(session.options.TimeChange)},
-                             {"hours24", session.options.TimeAs24hour},
-                             {"looks", LooksOf(session)},
-                             {"line", units.line},
-                             {"info", units.info},
-                             {"sections", JsonOf(units.tables)},
-                             {"faces", list}};
+  const ordered_json common = {{"title", ShownTitle(session.settings.Header)},
+                               {"rounds", rounds_},
+                               {"step", CountdownStep(session.options.TimeChange)},
+                               {"hours24", session.options.TimeAs24hour},
+                               {"line", units.line}};
+  ordered_json body = common;
+  body.update({{"looks", LooksOf(session)},
+               {"info", units.info},
+               {"sections", JsonOf(units.tables)},
+               {"faces", list}});
   body_ = Text(body);
+  while (list.size() > kBriefFaces) list.erase(list.size() - 1);
+  ordered_json brief = common;
+  brief["faces"] = std::move(list);
+  brief_ = Text(brief);
+}
+
+std::string RoomState::Headed(const std::string& body, double now) const {
+  const ordered_json head = {
+      {"version", kRoomStateVersion}, {"clock", clock_}, {"now", now}, {"midnight", midnight_}};
+  const std::string text = Text(head);
+  return text.substr(0, text.size() - 1) + ",\"room\":" + body + '}';
 }
 
 std::string RoomState::Message(double now) const {
-  const ordered_json head = {
-      {"version", kVersion}, {"clock", clock_}, {"now", now}, {"midnight", midnight_}};
-  const std::string text = Text(head);
-  return text.substr(0, text.size() - 1) + ",\"room\":" + body_ + '}';
+  return Headed(body_, now);
+}
+
+std::string RoomState::Brief(double now) const {
+  return Headed(brief_, now);
 }
 
 const FaceAhead* RoomState::FaceAt(double now) const {

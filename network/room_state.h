@@ -10,6 +10,8 @@
 
 namespace corvanel {
 
+constexpr int kRoomStateVersion = 1;  // of the forms of its messages
+
 /// The phase as other programs are told it: "move".
 const char* NameOf(Phase phase);
 
@@ -24,6 +26,8 @@ class RoomState {
 
   /// The message for a page that gets it at the uptime `now`.
   std::string Message(double now) const;
+  /// The shorter message for whoever shows many rooms, by a broker, at the uptime `now`.
+  std::string Brief(double now) const;
   /// What was told to show at the uptime `now`; null when nothing was told.
   const FaceAhead* FaceAt(double now) const;
   /// How things stand at the uptime `now`, for other programs: one JSON object.
@@ -35,9 +39,12 @@ class RoomState {
   bool HasSoundsOf(const RoomState& other) const { return sounds_ == other.sounds_; }
 
  private:
-  std::string clock_;        // the run of the computer
-  double midnight_ = 0;      // uptime at the last midnight by the computer's clock
-  std::string body_ = "{}";  // the message but for its head
+  std::string Headed(const std::string& body, double now) const;
+
+  std::string clock_;         // the run of the computer
+  double midnight_ = 0;       // uptime at the last midnight by the computer's clock
+  std::string body_ = "{}";   // the message but for its head
+  std::string brief_ = "{}";  // the same of the shorter one
   std::string tables_ = "[]";
   int rounds_ = 0;
   std::array<std::string, kCues> sounds_;

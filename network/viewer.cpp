@@ -35,12 +35,14 @@ std::optional<double> AskedAt(std::string_view text) {
 
 }  // namespace
 
-Viewer::Viewer(uint64_t number, WebStream stream, asio::ip::address from, Viewers& viewers)
+Viewer::Viewer(uint64_t number, PageKind kind, WebStream stream, asio::ip::address from,
+               Viewers& viewers)
     : socket_(std::move(stream)),
       from_(std::move(from)),
       viewers_(viewers),
       slow_(socket_.get_executor()),
-      number_(number) {
+      number_(number),
+      kind_(kind) {
   beast::get_lowest_layer(socket_).expires_never();
   beast::get_lowest_layer(socket_).rate_policy().read_limit(kFastest);
   websocket::stream_base::timeout times{kHandshake, kSilence, true};

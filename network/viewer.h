@@ -33,12 +33,16 @@ class Viewers {
   virtual double Uptime() const = 0;
 };
 
-/// A page that shows the session: it is sent every new state, and what time it is when it asks. The
-/// page of a device that is let in is also sent what devices are told.
+/// What a page shows.
+enum class PageKind { Session, Rooms };
+
+/// A page that shows the session, or the rooms: it is sent every new state, and what time it is
+/// when it asks. The page of a device that is let in is also sent what devices are told.
 class Viewer : public std::enable_shared_from_this<Viewer> {
  public:
   /// `number` tells it from all others.
-  Viewer(uint64_t number, WebStream stream, boost::asio::ip::address from, Viewers& viewers);
+  Viewer(uint64_t number, PageKind kind, WebStream stream, boost::asio::ip::address from,
+         Viewers& viewers);
   const boost::asio::ip::address& From() const { return from_; }
   /// Answers the request that asks for the connection.
   void Accept(const WebRequest& request);
@@ -49,6 +53,7 @@ class Viewer : public std::enable_shared_from_this<Viewer> {
   void Close();
 
   uint64_t Number() const { return number_; }
+  PageKind Kind() const { return kind_; }
   RemoteLine& Line() { return line_; }
   std::optional<RemoteDevice> device;  // that has shown on this connection that it is let in
 
@@ -66,6 +71,7 @@ class Viewer : public std::enable_shared_from_this<Viewer> {
   boost::beast::flat_buffer received_;
   boost::asio::steady_timer slow_;
   const uint64_t number_;
+  const PageKind kind_;
   RemoteLine line_;
   SharedText state_;                // waits to be sent
   SharedText devices_;              // the same

@@ -25,8 +25,10 @@ constexpr std::string_view kPlain = "text/plain; charset=utf-8";
 constexpr Route kRoutes[] = {
     {"/", "display.html", kHtml},
     {"/remote", "remote.html", kHtml},
+    {"/rooms", "rooms.html", kHtml},
     {"/display.css", "display.css", kStyle},
     {"/remote.css", "remote.css", kStyle},
+    {"/rooms.css", "rooms.css", kStyle},
     {"/icon.svg", "corvanel.svg", "image/svg+xml"},
     {"/count.js", "count.js", kScript},
     {"/display.js", "display.js", kScript},
@@ -34,6 +36,7 @@ constexpr Route kRoutes[] = {
     {"/noble.js", "noble.js", kScript},
     {"/remote.js", "remote.js", kScript},
     {"/room.js", "room.js", kScript},
+    {"/rooms.js", "rooms.js", kScript},
     {"/sounds.js", "sounds.js", kScript},
     {"/sync.js", "sync.js", kScript},
 };

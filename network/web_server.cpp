@@ -31,8 +31,9 @@ constexpr auto kRequestComes = std::chrono::seconds(10);
 constexpr auto kNoRoom = std::chrono::milliseconds(100);  // before the next connection is taken
 constexpr uint32_t kLongestHead = 8192;                   // bytes of a request
 constexpr uint64_t kLongestBody = 1024;                   // the same
-constexpr int kMostRequests = 100;                        // on one connection
-constexpr size_t kLongestSound = 16'000'000;              // bytes
+constexpr auto kRoomsLook = std::chrono::milliseconds(100);
+constexpr int kMostRequests = 100;            // on one connection
+constexpr size_t kLongestSound = 16'000'000;  // bytes
 
 constexpr auto kReplace = json::error_handler_t::replace;
 
@@ -52,7 +53,7 @@ uint64_t NewNumber() {
 /// What a visitor needs of the server.
 class Reception : public Sources {
  public:
-  virtual void BecomesViewer(WebStream stream, const asio::ip::address& from,
+  virtual void BecomesViewer(PageKind kind, WebStream stream, const asio::ip::address& from,
                              const WebRequest& request) = 0;
   virtual void VisitorLeaves(const asio::ip::address& from) = 0;
 };
@@ -92,8 +93,10 @@ class Visitor : public std::enable_shared_from_this<Visitor> {
     if (!beast::websocket::is_upgrade(request)) {
       return Write(AnswerTo(request, reception_));
     }
-    if (request.target() != "/session") return Write(Refusal(http::status::not_found));
-    reception_.BecomesViewer(std::move(stream_), from_, request);
+    const bool session = request.target() == "/session";
+    if (!session && request.target() != "/rooms") return Write(Refusal(http::status::not_found));
+    reception_.BecomesViewer(session ? PageKind::Session : PageKind::Rooms, std::move(stream_),
+                             from_, request);
   }
 
   void Write(WebAnswer answer) {
@@ -162,8 +165,12 @@ class WebServer::Impl : public Reception, public Viewers {
       if (!state.HasSoundsOf(state_)) sounds_.clear();
       state_ = std::move(state);
       const auto text = std::make_shared<const std::string>(state_.Message(parts_.uptime()));
-      for (const auto& viewer : viewers_) viewer->Send(text);
+      Send(PageKind::Session, text);
     });
+  }
+
+  void HearRoom(BrokerWord word) {
+    asio::post(context_, [this, word = std::move(word)] { rooms_.Hear(word); });
   }
 
   /// Whoever is no longer let in starts anew, and finds that out.
@@ -263,21 +270,48 @@ class WebServer::Impl : public Reception, public Viewers {
     --visitors_;
     if (--visitorsFrom_[from] == 0) visitorsFrom_.erase(from);
   }
-  void BecomesViewer(WebStream stream, const asio::ip::address& from,
+  void BecomesViewer(PageKind kind, WebStream stream, const asio::ip::address& from,
                      const WebRequest& request) override {
     const auto others = std::count_if(viewers_.begin(), viewers_.end(),
                                       [&](const auto& other) { return other->From() == from; });
     if (viewers_.size() >= limits_.viewers || static_cast<size_t>(others) >= limits_.viewersFrom) {
       return;
     }
-    const auto viewer = std::make_shared<Viewer>(NewNumber(), std::move(stream), from, *this);
+    const auto viewer = std::make_shared<Viewer>(NewNumber(), kind, std::move(stream), from, *this);
     viewers_.insert(viewer);
     count_ = viewers_.size();
     viewer->Accept(request);
   }
 
   void Joined(Viewer& viewer) override {
-    viewer.Send(std::make_shared<const std::string>(state_.Message(parts_.uptime())));
+    if (viewer.Kind() == PageKind::Session) {
+      viewer.Send(std::make_shared<const std::string>(state_.Message(parts_.uptime())));
+    } else {
+      viewer.Send(std::make_shared<const std::string>(rooms_.Text(parts_.uptime())));
+      LookAtRooms();
+    }
+  }
+
+  /// However many words come from however many rooms, their pages are told so often at most; never
+  /// while there are none.
+  void LookAtRooms() {
+    roomsLook_.expires_after(kRoomsLook);
+    roomsLook_.async_wait([this](beast::error_code stopped) {
+      const bool seen = std::any_of(viewers_.begin(), viewers_.end(), [](const auto& viewer) {
+        return viewer->Kind() == PageKind::Rooms;
+      });
+      if (stopped || !seen) return;
+      const std::string text = rooms_.Text(parts_.uptime());
+      if (text != roomsText_) Send(PageKind::Rooms, std::make_shared<const std::string>(text));
+      roomsText_ = text;
+      LookAtRooms();
+    });
+  }
+
+  void Send(PageKind kind, const SharedText& text) {
+    for (const auto& viewer : viewers_) {
+      if (viewer->Kind() == kind) viewer->Send(text);
+    }
   }
   void Left(Viewer& viewer) override {
     viewers_.erase(viewer.shared_from_this());
@@ -314,6 +348,8 @@ class WebServer::Impl : public Reception, public Viewers {
   size_t visitors_ = 0;
   std::map<asio::ip::address, size_t> visitorsFrom_;
   RoomState state_;
+  Rooms rooms_;
+  std::string roomsText_;  // that the pages of rooms were sent last
   RemoteGate gate_;
   SharedText devices_ = std::make_shared<const std::string>("{}");
   std::map<std::string, SharedText> sounds_;  // by file, as they were read
@@ -322,6 +358,7 @@ class WebServer::Impl : public Reception, public Viewers {
   asio::io_context context_{1};
   tcp::acceptor acceptor_{context_};
   asio::steady_timer retry_{context_};
+  asio::steady_timer roomsLook_{context_};
   std::set<std::shared_ptr<Viewer>> viewers_;
   std::jthread thread_;
 };
@@ -347,6 +384,10 @@ Result<std::unique_ptr<WebServer>> WebServer::Listen(const std::string& address,
 
 void WebServer::Show(RoomState state) {
   impl_->Show(std::move(state));
+}
+
+void WebServer::HearRoom(BrokerWord word) {
+  impl_->HearRoom(std::move(word));
 }
 
 void WebServer::Admit(const RemoteGate& gate) {

@@ -8,6 +8,7 @@
 #include "basics/result.h"
 #include "network/remote_desk.h"
 #include "network/room_state.h"
+#include "network/rooms.h"
 
 namespace corvanel {
 
@@ -41,8 +42,10 @@ class WebServer : public RemoteLines {
                                                    const Parts& parts, const Limits& limits);
   ~WebServer() override;
 
-  /// Shows a state on every page, from any thread.
+  /// Shows a state on every page of the session, from any thread.
   void Show(RoomState state);
+  /// Takes what another room told for the pages of rooms, from any thread.
+  void HearRoom(BrokerWord word);
   void Admit(const RemoteGate& gate) override;
   void TellDevices(const std::string& state) override;
   void Answer(const RemoteWord& word, const std::string& refusal) override;

@@ -27,6 +27,7 @@ enum class NoticeKind {
   SilentTable,   // sends nothing
   LeftOutTable,  // does not count until it sends something
   Network,       // other screens cannot be served
+  Broker,        // does not pass on how the session stands
   Devices        // those that may lead the session are not known
 };
 

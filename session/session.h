@@ -94,7 +94,10 @@ struct Options {
   int32_t NetworkPort = 8080;    // kLeastPort to kGreatestPort
   std::string NetworkAddress;    // of this computer, which is shown; empty: the first
   bool NetworkShowCode = false;  // where they find it stands on the room display
-  int16_t HintsGiven = 0;        // sessions that began with a word on how to find buttons and keys
+  std::string NetworkRoom;       // what other rooms know this one as
+  std::string NetworkBroker;     // "[mqtts://][USER@]HOST[:PORT]"; empty: none
+  std::string NetworkBrokerPassword;
+  int16_t HintsGiven = 0;  // sessions that began with a word on how to find buttons and keys
 
   bool operator==(const Options&) const = default;
   TimeForm Form() const { return TimeAs24hour ? TimeForm::Hours24 : TimeForm::Hours12; }

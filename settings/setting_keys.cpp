@@ -246,6 +246,9 @@ constexpr std::array kOptionKeys = {
     Option::Value<&O::NetworkPort>("NetworkPort", kLeastPort, kGreatestPort),
     Option::Value<&O::NetworkAddress>("NetworkAddress"),
     Option::Value<&O::NetworkShowCode>("NetworkShowCode"),
+    Option::Value<&O::NetworkRoom>("NetworkRoom"),
+    Option::Value<&O::NetworkBroker>("NetworkBroker"),
+    Option::Value<&O::NetworkBrokerPassword>("NetworkBrokerPassword"),
 };
 
 using Style = Keys<ElementStyle>;

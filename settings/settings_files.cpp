@@ -72,6 +72,15 @@ std::string Quoted(std::string text) {
   return '"' + std::move(text) + '"';
 }
 
+/// Whether this computer opens itself to its network, and as whom to whom, is for its own director
+/// to say, not for a file that came from somebody; and what is secret about it is for nobody else.
+bool IsOfThisComputer(const std::string& key) {
+  constexpr std::array kKeys = {"NetworkOn", "NetworkRoom", "NetworkBroker",
+                                "NetworkBrokerPassword"};
+  return std::any_of(kKeys.begin(), kKeys.end(),
+                     [&](const char* own) { return SameName(key, own); });
+}
+
 /// One section's records; a section without keys has none.
 std::string ExportReg(const SettingsStore& store, const std::string& section,
                       ExportOutcome& outcome) {
@@ -79,6 +88,7 @@ std::string ExportReg(const SettingsStore& store, const std::string& section,
   if (values.empty()) return {};
   std::string text = Quoted('[' + section + ']') + ",0\r\n";
   for (const auto& [key, value] : values) {
+    if (IsOfThisComputer(key)) continue;
     std::string name = key;
     std::string shown = value;
     for (std::string* part : {&name, &shown}) std::replace(part->begin(), part->end(), '"', '\'');
@@ -149,13 +159,11 @@ std::string AsUtf8(const std::string& text) {
 }
 
 bool ImportSettings(std::string bytes, SettingsStore& store) {
-  // Whether this computer opens itself to its network is for its own director to say, not for a
-  // file that came from somebody.
-  constexpr const char* kNetwork = "NetworkOn";
-  const auto network = store.GetSetting(SectionOfSet(0), kNetwork);
+  KeysAndValues own = store.GetAllSettings(SectionOfSet(0));
+  std::erase_if(own, [](const auto& setting) { return !IsOfThisComputer(setting.first); });
   // Deliberate: an import replaces, so the store is cleared before the first record is looked at.
   for (const std::string& section : Sections()) store.DeleteSection(section);
-  if (network) store.SaveSetting(SectionOfSet(0), kNetwork, *network);
+  for (const auto& [key, value] : own) store.SaveSetting(SectionOfSet(0), key, value);
   if (bytes.size() > kLargestFile) return false;
   if (bytes.starts_with(kByteOrderMark)) bytes.erase(0, kByteOrderMark.size());
   bytes = AsUtf8(bytes);
@@ -171,7 +179,7 @@ bool ImportSettings(std::string bytes, SettingsStore& store) {
       section = first->size() > 2 ? first->substr(1, first->size() - 2) : std::string();
     } else if (!section) {
       return false;
-    } else if (!SameName(*first, kNetwork) &&
+    } else if (!IsOfThisComputer(*first) &&
                std::any_of(known.begin(), known.end(),
                            [&](const std::string& name) { return SameName(name, *section); })) {
       // What no later import or reset would take out again is left where it is.

@@ -14,8 +14,12 @@ const AGAIN = [500, 1000, 2000, 4000]; // milliseconds before the next attempt t
 const local = () => performance.now() / 1000;
 
 export class ClockLine {
-  /** `told`: called with every message that is not of the time. `opened`: called with every new connection. */
-  constructor({ told = () => {}, opened = () => {} } = {}) {
+  /**
+   * `path`: of what is told. `told`: called with every message that is not of the time. `opened`: called with every new
+   * connection.
+   */
+  constructor({ path = "/session", told = () => {}, opened = () => {} } = {}) {
+    this.path = path;
     this.server = new ServerTime();
     this.room = null; // what was told of the session
     this.heard = null; // this device's clock, when something came last
@@ -42,7 +46,7 @@ export class ClockLine {
   }
 
   connect() {
-    const socket = new WebSocket(`ws://${location.host}/session`);
+    const socket = new WebSocket(`ws://${location.host}${this.path}`);
     this.socket = socket;
     socket.onopen = () => {
       this.attempts = 0;

@@ -50,6 +50,10 @@ void FrmOptionsNetwork::ShowAddress() {
         PageAddress(ui_->cboAddress->currentText().toStdString(), ui_->txtPort->text().toInt()));
   }
   ui_->lblAddress->setText(address);
+  ui_->lblRooms->setText(
+      address.isEmpty()
+          ? tr("Rooms that name the same broker hear of each other.")
+          : tr("Rooms that name the same broker stand on one page: %1rooms").arg(address));
   ui_->qrAddress->Show(address);
   ui_->cmdOK->setEnabled(good);
   ui_->cmdLetIn->setEnabled(good && !parts_.addresses.empty());

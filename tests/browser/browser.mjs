@@ -20,11 +20,11 @@ export function expect(holds, what) {
 
 /** corvanel-console, serving a session of these settings on a port (0: any). */
 export class Clock {
-  static async start(bin, settings, port = 0, store = "/nowhere/settings.json") {
+  static async start(bin, settings, port = 0, store = "/nowhere/settings.json", more = []) {
     const clock = new Clock();
     const set = Object.entries(settings).flatMap(([key, value]) => ["--set", `${key}=${value}`]);
     const program = spawn(`${bin}/corvanel-console`,
-      ["run", "--store", store, "--serve", `127.0.0.1:${port}`, ...set]);
+      ["run", "--store", store, "--serve", `127.0.0.1:${port}`, ...set, ...more]);
     clock.program = program;
     clock.told = "";
     program.stderr.on("data", (text) => console.error(String(text)));

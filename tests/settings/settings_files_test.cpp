@@ -1,5 +1,6 @@
 #include "settings/settings_files.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -77,14 +78,21 @@ TEST(ImportSettingsTest, ReplacesTheStoreAndReadsWhatItCan) {
   }
 }
 
-TEST(ImportSettingsTest, NoFileOpensThisComputerToItsNetworkOrShutsItOff) {
-  for (const char* own : {"True", "False", ""}) {
-    FakeStore store;
-    if (*own != '\0') store.SaveSetting("Timer", "NetworkOn", own);
-    ASSERT_TRUE(ImportSettings(
-        "\"[Timer]\",0\r\n\"NetworkOn\",\"True\"\r\n\"NetworkPort\",\"9000\"\r\n", store));
-    EXPECT_EQ(store.GetSetting("Timer", "NetworkOn").value_or(""), own);
-    EXPECT_EQ(store.GetSetting("Timer", "NetworkPort"), "9000");
+constexpr const char* kOfThisComputer[] = {"NetworkOn", "NetworkRoom", "NetworkBroker",
+                                           "NetworkBrokerPassword"};
+
+TEST(ImportSettingsTest, NoFileOpensThisComputerToItsNetworkOrTellsItsSecrets) {
+  for (const char* key : kOfThisComputer) {
+    for (const char* own : {"True", "False", ""}) {
+      FakeStore store;
+      if (*own != '\0') store.SaveSetting("Timer", key, own);
+      ASSERT_TRUE(ImportSettings(
+          fmt::format("\"[Timer]\",0\r\n\"{}\",\"x\"\r\n\"NetworkPort\",\"9000\"\r\n", key),
+          store));
+      EXPECT_EQ(store.GetSetting("Timer", key).value_or(""), own) << key;
+      EXPECT_EQ(store.GetSetting("Timer", "NetworkPort"), "9000");
+      EXPECT_EQ(ExportSettings(store).bytes.find(key), std::string::npos) << key;
+    }
   }
 }
 
@@ -121,7 +129,9 @@ TEST(ImportSettingsTest, AFullStoreMakesTheRoundTrip) {
     fill(SectionOfElement(element), ElementKeys());
   FakeStore again;
   again.SaveSetting("Timer07", "Stale", "x");
-  again.SaveSetting("Timer", "NetworkOn", *store.GetSetting("Timer", "NetworkOn"));
+  for (const char* key : kOfThisComputer) {
+    again.SaveSetting("Timer", key, *store.GetSetting("Timer", key));
+  }
   ASSERT_TRUE(ImportSettings(ExportSettings(store).bytes, again));
   const auto sorted = [](KeysAndValues values) {
     std::sort(values.begin(), values.end());

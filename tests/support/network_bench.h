@@ -1,6 +1,10 @@
 #pragma once
 
+#include <functional>
+#include <mutex>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "network/network_desk.h"
 #include "tests/support/fakes.h"
@@ -30,11 +34,28 @@ struct NetworkBench {
   NetworkBench(ClockBench& bench, Notices& notices)
       : teller({bench.session, bench.clock, bench.time}),
         remotes({bench.clock, notices, keeper}),
-        desk({bench.session.options, notices, teller, remotes, kNoParts}) {
+        desk({bench.session.options, notices, teller, remotes, kNoParts,
+              [this](std::function<void()> what) {
+                const std::lock_guard lock(mutex);
+                later.push_back(std::move(what));
+              }}) {
     bench.broadcast.Add(teller);
     bench.broadcast.Add(remotes);
   }
 
+  /// Does what was to be done later; false when there was nothing.
+  bool DoLater() {
+    std::vector<std::function<void()>> now;
+    {
+      const std::lock_guard lock(mutex);
+      now.swap(later);
+    }
+    for (const auto& what : now) what();
+    return !now.empty();
+  }
+
+  std::mutex mutex;
+  std::vector<std::function<void()>> later;
   FakeDeviceKeeper keeper;
   RoomTeller teller;
   RemoteDesk remotes;

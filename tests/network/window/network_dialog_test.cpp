@@ -64,8 +64,17 @@ TEST_F(NetworkDialogTest, OkServesAndStoresAndCancelDoesNeither) {
   dialog_.findChild<QPushButton*>("cmdCancel")->click();
   EXPECT_FALSE(bench_.session.options.NetworkOn);
   EXPECT_FALSE(desk_.Serves());
+  EXPECT_EQ(Text("lblRooms"), QString("Rooms that name the same broker stand on one page: "
+                                      "http://192.168.1.20:%1/rooms")
+                                  .arg(port));
+  const std::pair<const char*, const char*> rooms[] = {
+      {"txtRoom", "Hall A"}, {"txtBroker", "no such"}, {"txtPassword", "secret"}};
+  for (const auto& [box, text] : rooms) dialog_.findChild<QLineEdit*>(box)->setText(text);
   ok_->click();
   EXPECT_TRUE(desk_.Serves());
+  EXPECT_EQ(bench_.store.GetSetting("Timer", "NetworkRoom"), "Hall A");
+  EXPECT_EQ(bench_.store.GetSetting("Timer", "NetworkBroker"), "no such");
+  EXPECT_EQ(bench_.store.GetSetting("Timer", "NetworkBrokerPassword"), "secret");
   EXPECT_EQ(bench_.store.GetSetting("Timer", "NetworkOn"), "True");
   EXPECT_EQ(bench_.store.GetSetting("Timer", "NetworkPort"), std::to_string(port));
 }
